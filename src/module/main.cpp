@@ -1,0 +1,36 @@
+// Static initialisation of the module. The order matters and is the order
+// of definition within this one translation unit: the module's name, the
+// module object, then the global prefix strings.
+
+#include "module/zor_global.h"
+
+#include <QString>
+
+QString qsName = QStringLiteral("ZOR_Commands");
+
+// The module object (cmdLib) is defined here, after qsName.
+
+const QString glqsBtPreffix_FS = QStringLiteral("FS");
+const QString glqsBtPreffix_HD = QStringLiteral("HD");
+const QString glqsBtPreffix_IS = QStringLiteral("IS");
+const QString glqsBtPreffix_LS = QStringLiteral("LS");
+const QString glqsBtPreffix_PR = QStringLiteral("PR");
+const QString glqsBtPreffix_SL = QStringLiteral("SL");
+const QString glqsBtPreffix_ST = QStringLiteral("ST");
+const QString glqsBtPreffix_UB = QStringLiteral("UB");
+const QString glqsBtPreffix_WT = QStringLiteral("WT");
+const QString glqsBtPreffix_AS = QStringLiteral("AS");
+const QString glqsBtPreffix_UP = QStringLiteral("UP");
+const QString glqsBtPreffix_CN = QStringLiteral("CN");
+const QString glqsBtPreffix_IN = QStringLiteral("IN");
+const QString glqsBtPreffix_AG = QStringLiteral("AG");
+const QString glqsBtPreffix_HS = QStringLiteral("HS");
+const QString glqsBtPreffix_WS = QStringLiteral("WS");
+const QString glqsBtPreffix_WP = QStringLiteral("WP");
+const QString glqsCanPreffix_SC = QStringLiteral("SC");
+const QString glqsCanPreffix_AC = QStringLiteral("AC");
+const QString glqsCanPreffix_BC = QStringLiteral("BC");
+const QString glqsPreffix_CO = QStringLiteral("CO");
+const QString glqsPreffix_RC = QStringLiteral("RC");
+const QString glqsPreffix_CE = QStringLiteral("CE");
+const QString glqsPreffix_AX = QStringLiteral("AX");

@@ -1,0 +1,128 @@
+// The Windows-1251 text rule, the language service and the shared helpers.
+
+#include "module/zor_cp1251.h"
+#include "module/zor_global.h"
+#include "module/zor_language.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestTextRule : public QObject
+{
+    Q_OBJECT
+private slots:
+    void encodesByTheRule_data();
+    void encodesByTheRule();
+    void everyByteRoundTrips();
+    void byte98IsTheC1Control();
+    void ensureSuffix_data();
+    void ensureSuffix();
+    void languageFileParsesEscapesAndComments();
+    void missingKeyShowsTheKey();
+    void keysPseudoLanguageShowsKeys();
+    void programLanguageIsAnApplicationProperty();
+};
+
+void TestTextRule::encodesByTheRule_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("ascii") << QStringLiteral("*?V") << QByteArray("*?V");
+    QTest::newRow("cyrillic") << QStringLiteral("Чек ш") << QByteArray("\xD7\xE5\xEA \xF8");
+    QTest::newRow("yo and Yo") << QStringLiteral("ёЁ") << QByteArray("\xB8\xA8");
+    QTest::newRow("ukrainian ghe") << QStringLiteral("Ґґ") << QByteArray("\xA5\xB4");
+    QTest::newRow("euro, numero, tm") << QStringLiteral("€№™") << QByteArray("\x88\xB9\x99");
+    QTest::newRow("greek becomes underscore") << QStringLiteral("aΩb") << QByteArray("a_b");
+    QTest::newRow("latin-1 e acute is absent") << QStringLiteral("é") << QByteArray("_");
+    QTest::newRow("no-break space") << QStringLiteral("\u00A0") << QByteArray("\xA0");
+    QTest::newRow("nul stays nul") << QString(QChar(0)) << QByteArray(1, '\0');
+    QTest::newRow("empty") << QString() << QByteArray();
+}
+
+void TestTextRule::encodesByTheRule()
+{
+    QFETCH(QString, text);
+    QFETCH(QByteArray, bytes);
+    QCOMPARE(ZOR_Cp1251::encode(text), bytes);
+}
+
+void TestTextRule::everyByteRoundTrips()
+{
+    QByteArray all;
+    for (int b = 0; b < 256; ++b)
+        all.append(static_cast<char>(b));
+    const QString text = ZOR_Cp1251::decode(all);
+    QCOMPARE(text.size(), 256);
+    QCOMPARE(ZOR_Cp1251::encode(text), all);
+}
+
+void TestTextRule::byte98IsTheC1Control()
+{
+    QCOMPARE(ZOR_Cp1251::decodeByte(0x98).unicode(), ushort(0x0098));
+    QCOMPARE(ZOR_Cp1251::encode(QString(QChar(0x0098))), QByteArray("\x98"));
+    // Other C1 controls have no byte of their own.
+    QCOMPARE(ZOR_Cp1251::encode(QString(QChar(0x0081))), QByteArray("_"));
+}
+
+void TestTextRule::ensureSuffix_data()
+{
+    QTest::addColumn<QString>("s");
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("appended") << "cfg" << ".xml" << "cfg.xml";
+    QTest::newRow("already there") << "cfg.xml" << ".xml" << "cfg.xml";
+    QTest::newRow("case-sensitive") << "cfg.XML" << ".xml" << "cfg.XML.xml";
+    QTest::newRow("empty stays empty") << "" << ".xml" << "";
+}
+
+void TestTextRule::ensureSuffix()
+{
+    QFETCH(QString, s);
+    QFETCH(QString, suffix);
+    QFETCH(QString, result);
+    QCOMPARE(::ensureSuffix(s, suffix), result);
+}
+
+void TestTextRule::languageFileParsesEscapesAndComments()
+{
+    const QByteArray content = "# comment\r\nmdln_001=Команды\r\nwrd_x=a\\nb\\\\c\n=novalue\nbroken\n";
+    const QHash<QString, QString> texts = ZOR_Language::parse(content);
+    QCOMPARE(texts.value("mdln_001"), QStringLiteral("Команды"));
+    QCOMPARE(texts.value("wrd_x"), QStringLiteral("a\nb\\c"));
+    QCOMPARE(texts.size(), 2);
+}
+
+void TestTextRule::missingKeyShowsTheKey()
+{
+    QVERIFY(ZOR_Language::instance().load("ru"));
+    QCOMPARE(zorTr("mdln_001"), QStringLiteral("Команды"));
+    QCOMPARE(zorTr("no_such_key_42"), QStringLiteral("no_such_key_42"));
+    QVERIFY(ZOR_Language::instance().load("en"));
+    QCOMPARE(zorTr("mdln_001"), QStringLiteral("Commands"));
+    QVERIFY(!ZOR_Language::instance().load("xx"));
+    QCOMPARE(zorTr("mdln_001"), QStringLiteral("mdln_001"));
+}
+
+void TestTextRule::keysPseudoLanguageShowsKeys()
+{
+    QVERIFY(ZOR_Language::instance().load("keys"));
+    QCOMPARE(zorTr("mdln_001"), QStringLiteral("mdln_001"));
+}
+
+void TestTextRule::programLanguageIsAnApplicationProperty()
+{
+    setProgramLanguage("en");
+    QCOMPARE(programLanguage(), QStringLiteral("en"));
+    QCOMPARE(qApp->property("zor_programLanguage").toString(), QStringLiteral("en"));
+    ZOR_Language::instance().reload();
+    QCOMPARE(zorTr("mdln_001"), QStringLiteral("Commands"));
+    setProgramLanguage(QString());
+    ZOR_Language::instance().reload();
+    QCOMPARE(zorTr("mdln_001"), QStringLiteral("Команды"));
+    QCOMPARE(appDataDirectory(), QCoreApplication::applicationDirPath());
+}
+
+QTEST_MAIN(TestTextRule)
+#include "tst_text_rule.moc"

@@ -1,0 +1,59 @@
+// zor-tool: frames, checksums, telemetry records and settings documents of
+// the module, from the command line.
+
+#include "zor_tool.h"
+#include "zor_tool_common.h"
+
+#include "module/zor_global.h"
+#include "module/zor_language.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+struct Subcommand {
+    const char* name;
+    int (*run)(const QStringList&);
+    const char* summary;
+};
+
+const Subcommand kSubcommands[] = {
+    {"frame", toolFrame, "build a framed command: frame TEXT [--payload HEX]"},
+    {"unframe", toolUnframe, "check a frame and show its data: unframe HEX"},
+    {"crc8", toolCrc, "CRC-8 of hex bytes or a file"},
+    {"crc16", toolCrc, "CRC-16 of hex bytes or a file"},
+    {"crc32", toolCrc, "CRC-32 of hex bytes or a file"},
+    {"decode", toolDecode, "decode one telemetry record"},
+    {"csv", toolCsv, "export telemetry records to CSV"},
+    {"settings", toolSettings, "read and change settings documents"},
+};
+
+int usage(int code)
+{
+    QTextStream& s = code == 0 ? ZorTool::out() : ZorTool::err();
+    s << "Usage: zor-tool <command> [options]\n\nCommands:\n";
+    for (const Subcommand& c : kSubcommands)
+        s << "  " << QString::fromLatin1(c.name).leftJustified(10) << c.summary << '\n';
+    s << "\nRun 'zor-tool <command> --help' for the options of a command.\n";
+    s.flush();
+    return code;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zor-tool"));
+    const QStringList args = app.arguments();
+    if (args.size() < 2)
+        return usage(2);
+    const QString name = args.at(1);
+    if (name == QLatin1String("--help") || name == QLatin1String("-h") || name == QLatin1String("help"))
+        return usage(0);
+    for (const Subcommand& c : kSubcommands) {
+        if (name == QLatin1String(c.name))
+            return c.run(args.mid(1));
+    }
+    return ZorTool::fail(2, QStringLiteral("unknown command '%1' (try --help)").arg(name));
+}

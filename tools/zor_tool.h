@@ -1,0 +1,20 @@
+#ifndef ZOR_TOOL_H
+#define ZOR_TOOL_H
+
+// Subcommands of zor-tool. Each takes the arguments after its own name
+// (args[0] is the subcommand name, as QCommandLineParser expects it) and
+// returns the process exit code:
+//   0 success, 1 the input is wrong in a way the command explains
+//   (bad frame, short record, unreadable document), 2 usage errors
+//   (unknown option, malformed hex, unreadable file).
+
+#include <QStringList>
+
+int toolFrame(const QStringList& args);     // frame TEXT [--payload HEX]
+int toolUnframe(const QStringList& args);   // unframe HEX
+int toolCrc(const QStringList& args);       // crc8|crc16|crc32 (HEX | --file PATH)
+int toolSettings(const QStringList& args);  // settings dump|get|set ...
+int toolDecode(const QStringList& args);    // decode --version ... 
+int toolCsv(const QStringList& args);       // csv --version ...
+
+#endif
