@@ -1,0 +1,146 @@
+#ifndef TMIPAGE_BASE_H
+#define TMIPAGE_BASE_H
+
+// What the telemetry records of versions 1, 2 and 3 share: the field set,
+// the value block, the decoder with its offset plan, presence, the texts of
+// the table's columns, the date-time family and the user-parameter texts.
+// The classes TmiPage_Kite1/2/3 add the named getters of their fields
+// (generated from the field table) and what is particular to their version.
+//
+// Decoding. A record carries the present fields in ascending order, packed,
+// little-endian. The plan of a field set (runs of consecutive present
+// fields, each one memcpy) is built when the field set is set and reused
+// for every record. A record shorter than its field set implies is decoded
+// as far as whole fields fit: the fields from the first one that does not
+// fit on are absent for that record (their members are zeroed) and
+// missingBytes() says how many bytes were missing. Longer data is fine: only
+// recordSize() bytes are read.
+//
+// Column texts (for the CSV export and the command-line tool). Every field
+// has csvColumnCount(n) columns, in the order of its CSV columns;
+// csvColumnCaption(n, i) is the header caption of column i and
+// appendColumnTexts(n, out, before, after) appends the texts of all columns
+// of field n to out, each wrapped as before + text + after. A field absent
+// from this record gives "n/a" in every column. The time column (field 3)
+// gives the getStrDateTime text only; the milliseconds are field 200's.
+
+#include "telemetry/zor_tmi_table.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+class TmiPage_Base : public QObject
+{
+    Q_OBJECT
+public:
+    // Field set ----------------------------------------------------------
+    // Text form to the 32 mask bytes (bit 7 of byte 0 is field 1). Only the
+    // character "1" marks a field present; characters past the 255th are
+    // ignored. count receives the number of bytes written (always 32).
+    static void getArrSzFormat(const QString& format, unsigned char* bytes, int& count);
+    // Mask bytes to text: 255 characters of "1" / "0".
+    static QString formatText(const unsigned char* mask);
+
+    void setPageFormat(const QString& format);
+    void setPageFormat(const unsigned char* mask);  // 32 bytes
+    void getPageFormat(QByteArray& mask) const;     // the 32 mask bytes
+    QString getStrFormat() const;
+
+    int lastField() const { return nLastField; }
+    // Bytes one record of the field set takes.
+    int recordSize() const { return nRecordSize; }
+    // Present in this record: set in the field set and decoded.
+    bool isUseParam(int n) const
+    {
+        return n >= 1 && n <= nLastField && n < nCutField && ZorTmi::maskBit(arrMask, n);
+    }
+    // Set in the field set (whether or not the last record carried it).
+    bool isInFormat(int n) const { return n >= 1 && n <= nLastField && ZorTmi::maskBit(arrMask, n); }
+
+    // Decoding -------------------------------------------------------------
+    // Decodes one record; true when it was complete. Null data is an empty
+    // record.
+    bool setCurrentTMI(const unsigned char* data, int length);
+    int missingBytes() const { return nMissingBytes; }
+    void getPagePacket(QByteArray& packet) const;
+
+    int getFormatType() const { return nFormatType; }
+    int getVersionType() const { return nVersionType; }
+    quint32 getNumberTmiPage() const;
+    quint16 getCode() const;
+
+    // Value block as bytes in field order (recordSize of all fields).
+    const unsigned char* valueBlock() const { return arrBlock; }
+    const unsigned char* fieldBytes(int n) const { return arrBlock + ZorTmi::field(n).offset; }
+
+    // Texts ---------------------------------------------------------------
+    QString columnText(int columnId) const;
+    static int csvColumnCount(int n);
+    static QString csvColumnCaption(int n, int i);
+    void appendColumnTexts(int n, QString& out, QLatin1String before, QLatin1String after) const;
+
+    // Date and time -------------------------------------------------------
+    void setDateTimeOffset(int seconds) { nUtcOffset = seconds; }
+    int getDateTimeOffset() const { return nUtcOffset; }
+    QDateTime getDateTime() const;
+    QDateTime getDateTimeUTC() const;
+    QDateTime getDateTimeUTC_Offset() const;
+    QDateTime getLastDateTime() const;
+    QDateTime getLastDateTimeUTC() const;
+    QDateTime getLastDateTimeUTC_Offset() const;
+    QString getStrDateTime() const;
+    QString getStrDateTimeUTC() const;
+    QString getStrDateTimeUTC_Offset() const;
+    QString getStrLastDateTimeUTC_Offset() const;
+    // "(UTC)", "(UTC +3)", "(UTC -5:30)".
+    static QString getStrUtcZone(int seconds);
+
+    // 0-31 as percent (x 3.22, truncated); 0 for 99 (unknown).
+    int getValueGSM() const;
+    // Combined CAN fuel level texts: percent or litres, "n/a" without data.
+    QString getStrCanFuelLevel() const;
+
+    // User parameters: the raw value shown by a type letter ("u", "s", "i",
+    // "b", "h", "f"; anything else unsigned decimal).
+    static QString getStrUserParamData(unsigned char value, const QString& type);
+    static QString getStrUserParamData(unsigned short value, const QString& type);
+    static QString getStrUserParamData(unsigned int value, const QString& type);
+    static QString getStrUserParamData(unsigned long value, const QString& type);
+    static QString getStrUserParamData(unsigned long long value, const QString& type);
+    // The typed text of user-parameter field n, "n/a" when absent.
+    QString userParamText(int n, const QString& type) const;
+
+protected:
+    TmiPage_Base(int lastField, QObject* parent);
+    void setTypes(int formatType, int versionType);
+    // Copies a decoded value block (of this version's size) in.
+    void setValueBlock(const void* block, int size);
+    QDateTime timeValue(int columnId, Qt::TimeSpec spec, int shift) const;
+
+    quint8 nFormatType = 0;
+    quint8 nVersionType = 0;
+    unsigned char arrMask[ZorTmi::MaskBytes] = {};
+    unsigned char arrBlock[sizeof(szCurrentTMI_KITE3)] = {};
+    int nUtcOffset = 0;
+    QByteArray baPacket;
+
+private:
+    struct Run
+    {
+        quint16 src;
+        quint16 dst;
+        quint16 len;
+    };
+    void buildPlan();
+
+    int nLastField;
+    int nRecordSize = 0;
+    int nMissingBytes = 0;
+    int nCutField = ZorTmi::FieldCount + 1;
+    QVector<Run> plan;
+};
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef TMIPAGE_KITE3_H
+#define TMIPAGE_KITE3_H
+
+// One telemetry record of protocol KITE 3.0 with its field set: fields
+// 1-255 of the field table. Per field isUseParam<Name>(), per value and
+// sub-value get<Getter>() (raw, wire type; flags as bool, bit groups as int)
+// and getStr<Getter>() ("n/a" when absent); see zor_tmi_fields.def for the
+// names and tmipage_base.h for decoding, column texts and date-times.
+
+#include "telemetry/tmipage_base.h"
+
+class TmiPage_Kite3 : public TmiPage_Base
+{
+public:
+    // Field set from its text form; values zero, format and version type 0.
+    // The flag is kept for the CSV export (its extra column).
+    explicit TmiPage_Kite3(const QString& format, bool flag = false, QObject* parent = nullptr);
+    TmiPage_Kite3(int formatType, int versionType, const QString& format, const szCurrentTMI_KITE3* tmi,
+                  QObject* parent = nullptr);
+    // An already decoded value block; the field set is empty.
+    explicit TmiPage_Kite3(const szCurrentTMI_KITE3* tmi, QObject* parent = nullptr);
+
+    QString getStrFormatKite3() const { return getStrFormat(); }
+    bool getFlag() const { return bFlag; }
+    szCurrentTMI_KITE3 getCurrentTMI() const;
+
+    // NaviAlt in metres.
+    float getNaviAltitude() const { return float(getNaviAlt()) / 1000.0f; }
+
+#define ZOR_TMI_LAST_FIELD 255
+#include "telemetry/zor_tmi_accessors.inc"
+#undef ZOR_TMI_LAST_FIELD
+
+private:
+    bool bFlag = false;
+};
+
+#endif
