@@ -66,6 +66,16 @@ TmiPage_Base::TmiPage_Base(int lastField, QObject* parent)
     buildPlan();
 }
 
+TmiPage_Base::TmiPage_Base(const Init& init, QObject* parent)
+    : TmiPage_Base(init.lastField, parent)
+{
+    bFlag = init.flag;
+    setTypes(init.formatType, init.versionType);
+    setPageFormat(init.format);
+    setValueBlock(init.block, ZorTmi::blockSize(init.lastField));
+    setExtTMI(init.ext);
+}
+
 void TmiPage_Base::setTypes(int formatType, int versionType)
 {
     nFormatType = quint8(formatType);
@@ -192,6 +202,8 @@ void TmiPage_Base::getPagePacket(QByteArray& packet) const
 
 quint32 TmiPage_Base::getNumberTmiPage() const
 {
+    if (bExt)
+        return qFromLittleEndian(extRecord.NumPage);
     return qFromLittleEndian<quint32>(fieldBytes(1));
 }
 
@@ -355,4 +367,73 @@ QString TmiPage_Base::userParamText(int n, const QString& type) const
     case 4: return getStrUserParamData(static_cast<unsigned int>(qFromLittleEndian<quint32>(p)), type);
     default: return getStrUserParamData(static_cast<unsigned long long>(qFromLittleEndian<quint64>(p)), type);
     }
+}
+
+// ---- extended record -------------------------------------------------------
+
+void TmiPage_Base::setExtTMI(const szExtTMI_KITE3* ext)
+{
+    bExt = ext != nullptr;
+    if (ext)
+        extRecord = *ext;
+}
+
+quint16 TmiPage_Base::getCode_Ext() const { return qFromLittleEndian(extRecord.Code); }
+qint32 TmiPage_Base::getLatitude_Ext() const { return qFromLittleEndian(extRecord.Latitude); }
+qint32 TmiPage_Base::getLongitude_Ext() const { return qFromLittleEndian(extRecord.Longitude); }
+
+namespace {
+
+// The extended coordinates use the unit and text of fields 10 and 11.
+QString coordinateText(qint32 v)
+{
+    unsigned char bytes[4];
+    qToLittleEndian(v, bytes);
+    const ZorTmi::Column& c = ZorTmi::column(ZorTmi::Col_Latitude);
+    QString s;
+    ZorTmi::appendText(s, c, bytes);
+    return s;
+}
+
+} // namespace
+
+QString TmiPage_Base::getStrLatitude_Ext() const
+{
+    return bExt ? coordinateText(getLatitude_Ext()) : notAvailable();
+}
+
+QString TmiPage_Base::getStrLongitude_Ext() const
+{
+    return bExt ? coordinateText(getLongitude_Ext()) : notAvailable();
+}
+
+QDateTime TmiPage_Base::getDateTime_Ext() const
+{
+    return QDateTime::fromSecsSinceEpoch(qFromLittleEndian(extRecord.Time), Qt::LocalTime);
+}
+
+QDateTime TmiPage_Base::getDateTimeUTC_Ext() const
+{
+    return QDateTime::fromSecsSinceEpoch(qFromLittleEndian(extRecord.Time), Qt::UTC);
+}
+
+QDateTime TmiPage_Base::getDateTimeUTC_Offset_Ext() const
+{
+    return QDateTime::fromSecsSinceEpoch(qint64(qFromLittleEndian(extRecord.Time)) + nUtcOffset, Qt::UTC);
+}
+
+QString TmiPage_Base::getStrDateTime_Ext() const
+{
+    return bExt ? getDateTime_Ext().toString(kFormatDateTime) : notAvailable();
+}
+
+int TmiPage_Base::getDynamicDataSize_Ext() const
+{
+    const int blockMax = int(sizeof extRecord.Visible);
+    return qMin(int(extRecord.VisibleSize), blockMax) + qMin(int(extRecord.HiddenSize), blockMax);
+}
+
+float TmiPage_Base::getNaviAltitude() const
+{
+    return float(qFromLittleEndian<qint32>(fieldBytes(74))) / 1000.0f;
 }

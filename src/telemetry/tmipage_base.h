@@ -24,6 +24,7 @@
 // from this record gives "n/a" in every column. The time column (field 3)
 // gives the getStrDateTime text only; the milliseconds are field 200's.
 
+#include "telemetry/zor_tmi_ext.h"
 #include "telemetry/zor_tmi_table.h"
 
 #include <QByteArray>
@@ -50,6 +51,9 @@ public:
     QString getStrFormat() const;
 
     int lastField() const { return nLastField; }
+    // The flag of the constructor that takes a field-set string (the CSV
+    // export adds a column for it).
+    bool getFlag() const { return bFlag; }
     // Bytes one record of the field set takes.
     int recordSize() const { return nRecordSize; }
     // Present in this record: set in the field set and decoded.
@@ -67,8 +71,9 @@ public:
     int missingBytes() const { return nMissingBytes; }
     void getPagePacket(QByteArray& packet) const;
 
-    int getFormatType() const { return nFormatType; }
-    int getVersionType() const { return nVersionType; }
+    // From the extended record when the object was built from one.
+    int getFormatType() const { return bExt ? extRecord.FormatType : nFormatType; }
+    int getVersionType() const { return bExt ? extRecord.VersionType : nVersionType; }
     quint32 getNumberTmiPage() const;
     quint16 getCode() const;
 
@@ -114,6 +119,37 @@ public:
     QString userParamText(int n, const QString& type) const;
 
 protected:
+    // Extended record (versions 2 and 3 make these public) ------------------
+    void setExtTMI(const szExtTMI_KITE3* ext);
+    bool isExt() const { return bExt; }
+    const szExtTMI_KITE3& getExtTMI() const { return extRecord; }
+    quint16 getCode_Ext() const;
+    qint32 getLatitude_Ext() const;
+    qint32 getLongitude_Ext() const;
+    QString getStrLatitude_Ext() const;
+    QString getStrLongitude_Ext() const;
+    QDateTime getDateTime_Ext() const;
+    QDateTime getDateTimeUTC_Ext() const;
+    QDateTime getDateTimeUTC_Offset_Ext() const;
+    QString getStrDateTime_Ext() const;
+    // Bytes of the visible and the hidden block together.
+    int getDynamicDataSize_Ext() const;
+    // NaviAlt (field 74) in metres.
+    float getNaviAltitude() const;
+
+    // Everything the constructors of the record classes take.
+    struct Init
+    {
+        int lastField;
+        QString format;
+        bool flag = false;
+        int formatType = 0;
+        int versionType = 0;
+        const void* block = nullptr;  // a value block of the version's size
+        const szExtTMI_KITE3* ext = nullptr;
+    };
+    TmiPage_Base(const Init& init, QObject* parent);
+
     TmiPage_Base(int lastField, QObject* parent);
     void setTypes(int formatType, int versionType);
     // Copies a decoded value block (of this version's size) in.
@@ -126,6 +162,9 @@ protected:
     unsigned char arrBlock[sizeof(szCurrentTMI_KITE3)] = {};
     int nUtcOffset = 0;
     QByteArray baPacket;
+    szExtTMI_KITE3 extRecord = {};
+    bool bExt = false;
+    bool bFlag = false;
 
 private:
     struct Run
@@ -142,5 +181,21 @@ private:
     int nCutField = ZorTmi::FieldCount + 1;
     QVector<Run> plan;
 };
+
+// The extended-record members that versions 2 and 3 offer.
+#define ZOR_TMI_EXT_MEMBERS                      \
+    using TmiPage_Base::setExtTMI;               \
+    using TmiPage_Base::getExtTMI;               \
+    using TmiPage_Base::getCode_Ext;             \
+    using TmiPage_Base::getLatitude_Ext;         \
+    using TmiPage_Base::getLongitude_Ext;        \
+    using TmiPage_Base::getStrLatitude_Ext;      \
+    using TmiPage_Base::getStrLongitude_Ext;     \
+    using TmiPage_Base::getDateTime_Ext;         \
+    using TmiPage_Base::getDateTimeUTC_Ext;      \
+    using TmiPage_Base::getDateTimeUTC_Offset_Ext; \
+    using TmiPage_Base::getStrDateTime_Ext;      \
+    using TmiPage_Base::getDynamicDataSize_Ext;  \
+    using TmiPage_Base::getNaviAltitude;
 
 #endif

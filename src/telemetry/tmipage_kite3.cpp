@@ -3,25 +3,24 @@
 #include <cstring>
 
 TmiPage_Kite3::TmiPage_Kite3(const QString& format, bool flag, QObject* parent)
-    : TmiPage_Base(ZorTmi::FieldCount, parent)
-    , bFlag(flag)
+    : TmiPage_Base(Init{ZorTmi::FieldCount, format, flag}, parent)
 {
-    setPageFormat(format);
 }
 
 TmiPage_Kite3::TmiPage_Kite3(int formatType, int versionType, const QString& format,
                              const szCurrentTMI_KITE3* tmi, QObject* parent)
-    : TmiPage_Base(ZorTmi::FieldCount, parent)
+    : TmiPage_Base(Init{ZorTmi::FieldCount, format, false, formatType, versionType, tmi}, parent)
 {
-    setTypes(formatType, versionType);
-    setPageFormat(format);
-    setValueBlock(tmi, sizeof(szCurrentTMI_KITE3));
 }
 
 TmiPage_Kite3::TmiPage_Kite3(const szCurrentTMI_KITE3* tmi, QObject* parent)
-    : TmiPage_Base(ZorTmi::FieldCount, parent)
+    : TmiPage_Base(Init{ZorTmi::FieldCount, QString(), false, 0, 0, tmi}, parent)
 {
-    setValueBlock(tmi, sizeof(szCurrentTMI_KITE3));
+}
+
+TmiPage_Kite3::TmiPage_Kite3(const szExtTMI_KITE3* ext, QObject* parent)
+    : TmiPage_Base(Init{ZorTmi::FieldCount, QString(), false, 0, 0, nullptr, ext}, parent)
+{
 }
 
 szCurrentTMI_KITE3 TmiPage_Kite3::getCurrentTMI() const

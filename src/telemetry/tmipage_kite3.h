@@ -19,20 +19,18 @@ public:
                   QObject* parent = nullptr);
     // An already decoded value block; the field set is empty.
     explicit TmiPage_Kite3(const szCurrentTMI_KITE3* tmi, QObject* parent = nullptr);
+    // An extended record; the format and version type and the record
+    // number then come from it.
+    explicit TmiPage_Kite3(const szExtTMI_KITE3* ext, QObject* parent = nullptr);
 
     QString getStrFormatKite3() const { return getStrFormat(); }
-    bool getFlag() const { return bFlag; }
     szCurrentTMI_KITE3 getCurrentTMI() const;
-
-    // NaviAlt in metres.
-    float getNaviAltitude() const { return float(getNaviAlt()) / 1000.0f; }
+    bool IsKite3Ext() const { return isExt(); }
+    ZOR_TMI_EXT_MEMBERS
 
 #define ZOR_TMI_LAST_FIELD 255
 #include "telemetry/zor_tmi_accessors.inc"
 #undef ZOR_TMI_LAST_FIELD
-
-private:
-    bool bFlag = false;
 };
 
 #endif
