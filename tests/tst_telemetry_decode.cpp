@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include <cstring>
+#include <memory>
 
 class TestTelemetryDecode : public QObject
 {
@@ -23,6 +24,9 @@ private slots:
     void emptyFieldSetShowsNaEverywhere();
     void absentFieldsKeepTheirMembers();
     void packetIsKeptAsGiven();
+    void shortRecordKeepsWholeFieldsOnly_data();
+    void shortRecordKeepsWholeFieldsOnly();
+    void completeRecordAfterShortOneDecodesAll();
 };
 
 void TestTelemetryDecode::recordSizeFollowsFieldSet_data()
@@ -178,6 +182,67 @@ void TestTelemetryDecode::packetIsKeptAsGiven()
     QCOMPARE(packet, rec.left(4));
     QCOMPARE(page.getNumPage(), quint32(42));
     QCOMPARE(page.getStrNumPage(), QStringLiteral("42"));
+}
+
+void TestTelemetryDecode::shortRecordKeepsWholeFieldsOnly_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("firstAbsent");
+    const QString full = ZorTmiRecordWriter::fullFormat();
+    QTest::newRow("nothing") << full << 0 << 1;
+    QTest::newRow("inside the first field") << full << 3 << 1;
+    QTest::newRow("first field exactly") << full << 4 << 2;
+    QTest::newRow("one byte into Code") << full << 5 << 2;
+    QTest::newRow("one byte short") << full << 733 << 255;
+    QTest::newRow("inside LBS") << ZorTmiRecordWriter::formatOf({1, 77, 78}) << 4 + 36 << 77;
+    QTest::newRow("after LBS") << ZorTmiRecordWriter::formatOf({1, 77, 78}) << 4 + 37 << 78;
+}
+
+void TestTelemetryDecode::shortRecordKeepsWholeFieldsOnly()
+{
+    QFETCH(QString, format);
+    QFETCH(int, length);
+    QFETCH(int, firstAbsent);
+    ZorTmiRecordWriter w;
+    w.fillPattern(5);
+    const QByteArray rec = w.record(format);
+    // Exactly `length` bytes on the heap, so a read past them is caught by
+    // the sanitizer build.
+    std::unique_ptr<unsigned char[]> data(new unsigned char[size_t(qMax(length, 1))]);
+    std::memcpy(data.get(), rec.constData(), size_t(length));
+
+    TmiPage_Kite3 page(format);
+    QVERIFY(!page.setCurrentTMI(data.get(), length));
+    QCOMPARE(page.missingBytes(), rec.size() - length);
+    for (int n = 1; n <= 255; ++n) {
+        if (format.at(n - 1) != QLatin1Char('1'))
+            continue;
+        const ZorTmi::FieldInfo& f = ZorTmi::field(n);
+        const bool decoded = n < firstAbsent;
+        QCOMPARE(page.isUseParam(n), decoded);
+        QVERIFY(page.isInFormat(n));
+        const QByteArray expected = decoded ? w.fieldBytes(n) : QByteArray(f.width, '\0');
+        QVERIFY2(std::memcmp(page.fieldBytes(n), expected.constData(), f.width) == 0, f.name);
+    }
+    QByteArray packet;
+    page.getPagePacket(packet);
+    QCOMPARE(packet, rec.left(length));
+}
+
+void TestTelemetryDecode::completeRecordAfterShortOneDecodesAll()
+{
+    ZorTmiRecordWriter w;
+    w.fillPattern(9);
+    const QString format = ZorTmiRecordWriter::fullFormat();
+    const QByteArray rec = w.record(format);
+    TmiPage_Kite3 page(format);
+    QVERIFY(!page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), 100));
+    QCOMPARE(page.getStrUser8Byte3(), QStringLiteral("n/a"));
+    QVERIFY(page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size() + 0));
+    QCOMPARE(page.missingBytes(), 0);
+    QVERIFY(page.isUseParamUser8Byte3());
+    QVERIFY(std::memcmp(page.valueBlock(), w.block(), 734) == 0);
 }
 
 QTEST_GUILESS_MAIN(TestTelemetryDecode)
