@@ -17,6 +17,16 @@ const unsigned char* bytes(const QByteArray& a)
     return reinterpret_cast<const unsigned char*>(a.constData());
 }
 
+// The text of one column of a full record carrying the writer's values.
+QString columnTextOf(const ZorTmiRecordWriter& w, int column)
+{
+    const QString format = ZorTmiRecordWriter::fullFormat();
+    const QByteArray rec = w.record(format);
+    TmiPage_Kite3 page(format);
+    page.setCurrentTMI(bytes(rec), rec.size());
+    return page.columnText(column);
+}
+
 } // namespace
 
 class TestTelemetryTexts : public QObject
@@ -142,11 +152,7 @@ void TestTelemetryTexts::valueTexts()
     QFETCH(QString, text);
     ZorTmiRecordWriter w;
     w.set(column, value);
-    const QString format = ZorTmiRecordWriter::fullFormat();
-    const QByteArray rec = w.record(format);
-    TmiPage_Kite3 page(format);
-    QVERIFY(page.setCurrentTMI(bytes(rec), rec.size()));
-    QCOMPARE(page.columnText(column), text);
+    QCOMPARE(columnTextOf(w, column), text);
 }
 
 void TestTelemetryTexts::floatTexts_data()
@@ -171,11 +177,7 @@ void TestTelemetryTexts::floatTexts()
     QFETCH(QString, text);
     ZorTmiRecordWriter w;
     w.setFloat(column, value);
-    const QString format = ZorTmiRecordWriter::fullFormat();
-    const QByteArray rec = w.record(format);
-    TmiPage_Kite3 page(format);
-    page.setCurrentTMI(bytes(rec), rec.size());
-    QCOMPARE(page.columnText(column), text);
+    QCOMPARE(columnTextOf(w, column), text);
 }
 
 void TestTelemetryTexts::namedGettersReachTheirBytes()

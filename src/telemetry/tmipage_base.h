@@ -182,6 +182,42 @@ private:
     QVector<Run> plan;
 };
 
+// The constructors and value-block copy every record class has:
+//   Class(format, flag)  field set from its text form; values zero, format
+//                        and version type 0; the flag is kept for the CSV
+//                        export (its extra column);
+//   Class(formatType, versionType, format, block)  the same with the type
+//                        bytes and a decoded value block;
+//   Class(block)         a decoded value block, empty field set;
+//   getCurrentTMI()      a copy of the value block.
+#define ZOR_TMI_RECORD_MEMBERS(Class, Block)                                                 \
+    explicit Class(const QString& format, bool flag = false, QObject* parent = nullptr);     \
+    Class(int formatType, int versionType, const QString& format, const Block* tmi,          \
+          QObject* parent = nullptr);                                                        \
+    explicit Class(const Block* tmi, QObject* parent = nullptr);                             \
+    Block getCurrentTMI() const;
+
+#define ZOR_TMI_RECORD_MEMBERS_IMPL(Class, Block, LastField)                                 \
+    Class::Class(const QString& format, bool flag, QObject* parent)                          \
+        : TmiPage_Base(Init{LastField, format, flag}, parent)                                \
+    {                                                                                        \
+    }                                                                                        \
+    Class::Class(int formatType, int versionType, const QString& format, const Block* tmi,   \
+                 QObject* parent)                                                            \
+        : TmiPage_Base(Init{LastField, format, false, formatType, versionType, tmi}, parent) \
+    {                                                                                        \
+    }                                                                                        \
+    Class::Class(const Block* tmi, QObject* parent)                                          \
+        : TmiPage_Base(Init{LastField, QString(), false, 0, 0, tmi}, parent)                 \
+    {                                                                                        \
+    }                                                                                        \
+    Block Class::getCurrentTMI() const                                                       \
+    {                                                                                        \
+        Block tmi;                                                                           \
+        std::memcpy(&tmi, valueBlock(), sizeof tmi);                                         \
+        return tmi;                                                                          \
+    }
+
 // The extended-record members that versions 2 and 3 offer.
 #define ZOR_TMI_EXT_MEMBERS                      \
     using TmiPage_Base::setExtTMI;               \

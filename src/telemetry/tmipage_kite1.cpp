@@ -29,33 +29,12 @@ const unsigned char kF8Mask[9] = {0xFB, 0xFF, 0xFE, 0x0A, 0xFF, 0xFF, 0x0F, 0xFF
 
 } // namespace
 
-TmiPage_Kite1::TmiPage_Kite1(const QString& format, bool flag, QObject* parent)
-    : TmiPage_Base(Init{ZorTmi::LastFieldKite1, format, flag}, parent)
-{
-}
-
-TmiPage_Kite1::TmiPage_Kite1(int formatType, int versionType, const QString& format,
-                             const szCurrentTMI_KITE1* tmi, QObject* parent)
-    : TmiPage_Base(Init{ZorTmi::LastFieldKite1, format, false, formatType, versionType, tmi}, parent)
-{
-}
-
-TmiPage_Kite1::TmiPage_Kite1(const szCurrentTMI_KITE1* tmi, QObject* parent)
-    : TmiPage_Base(Init{ZorTmi::LastFieldKite1, QString(), false, 0, 0, tmi}, parent)
-{
-}
+ZOR_TMI_RECORD_MEMBERS_IMPL(TmiPage_Kite1, szCurrentTMI_KITE1, ZorTmi::LastFieldKite1)
 
 TmiPage_Kite1::TmiPage_Kite1(const unsigned char* data, int length, QObject* parent)
     : TmiPage_Base(ZorTmi::LastFieldKite1, parent)
 {
     setCurrentTMI_From_F8(data, length);
-}
-
-szCurrentTMI_KITE1 TmiPage_Kite1::getCurrentTMI() const
-{
-    szCurrentTMI_KITE1 tmi;
-    std::memcpy(&tmi, valueBlock(), sizeof tmi);
-    return tmi;
 }
 
 QByteArray TmiPage_Kite1::f8Format()

@@ -17,15 +17,11 @@ public:
     static constexpr int F8FormatType = 176;
     static constexpr int F8VersionType = 10;
 
-    explicit TmiPage_Kite1(const QString& format, bool flag = false, QObject* parent = nullptr);
-    TmiPage_Kite1(int formatType, int versionType, const QString& format, const szCurrentTMI_KITE1* tmi,
-                  QObject* parent = nullptr);
-    explicit TmiPage_Kite1(const szCurrentTMI_KITE1* tmi, QObject* parent = nullptr);
+    ZOR_TMI_RECORD_MEMBERS(TmiPage_Kite1, szCurrentTMI_KITE1)
     // A record built from an F8 record.
     TmiPage_Kite1(const unsigned char* data, int length, QObject* parent = nullptr);
 
     QString getStrFormatKite1() const { return getStrFormat(); }
-    szCurrentTMI_KITE1 getCurrentTMI() const;
 
     // Fills the value block, the type bytes and the fixed field set of a
     // converted F8 record (fields 1-69 less those the F8 record lacks).
