@@ -47,6 +47,7 @@ private slots:
     void userParamTypes();
     void userParamFieldsUseTheirWidth();
     void columnTextsFollowCaptions();
+    void lineTextsFollowTheColumnDefiningRecord();
 };
 
 void TestTelemetryTexts::initTestCase()
@@ -377,6 +378,30 @@ void TestTelemetryTexts::columnTextsFollowCaptions()
         for (int i = 0; i < count; ++i)
             QVERIFY2(!TmiPage_Base::csvColumnCaption(n, i).isEmpty(), ZorTmi::field(n).name);
     }
+}
+
+void TestTelemetryTexts::lineTextsFollowTheColumnDefiningRecord()
+{
+    ZorTmiRecordWriter w;
+    w.set(ZorTmi::Col_NumPage, 42).set(ZorTmi::Col_GSM, 31).set(ZorTmi::Col_State, 0x05);
+    const QString recordFormat = ZorTmiRecordWriter::formatOf({1, 4});
+    const QByteArray rec = w.record(recordFormat);
+    TmiPage_Kite3 record(recordFormat);
+    record.setCurrentTMI(bytes(rec), rec.size());
+
+    const TmiPage_Kite3 columns(ZorTmiRecordWriter::formatOf({1, 4, 7}));
+    QByteArray line;
+    record.appendColumnTexts(columns, line, "", ";");
+    QCOMPARE(line, QByteArray("42;1;0;1;0;0;0;0;n/a;"));
+
+    QByteArray perField;
+    for (int n : {1, 4, 7})
+        record.appendColumnTexts(n, perField, "", ";");
+    QCOMPARE(perField, line);
+
+    QByteArray none("keep");
+    record.appendColumnTexts(TmiPage_Kite3(QString()), none, "=\"", "\";");
+    QCOMPARE(none, QByteArray("keep"));
 }
 
 QTEST_GUILESS_MAIN(TestTelemetryTexts)

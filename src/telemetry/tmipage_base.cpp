@@ -18,14 +18,6 @@ QString notAvailable()
     return QStringLiteral("n/a");
 }
 
-// The level fields RS485_1..6 (38-43) decide whether the temperatures
-// TempRS485_1..6 (78-83) are shown: older firmware sent the temperature
-// only together with the level, and the texts have always followed that.
-int presenceField(int n)
-{
-    return (n >= 78 && n <= 83) ? n - 40 : n;
-}
-
 QString typedUserText(quint64 value, int bytes, const QString& type)
 {
     const int bits = bytes * 8;
@@ -217,11 +209,9 @@ quint16 TmiPage_Base::getCode() const
 QString TmiPage_Base::columnText(int columnId) const
 {
     const ZorTmi::Column& c = ZorTmi::column(columnId);
-    if (!isUseParam(presenceField(c.field)))
+    if (!isUseParam(ZorTmi::presenceField(c.field)))
         return notAvailable();
-    QString s;
-    ZorTmi::appendText(s, c, fieldBytes(c.field));
-    return s;
+    return ZorTmi::text(c, fieldBytes(c.field));
 }
 
 int TmiPage_Base::csvColumnCount(int n)
@@ -240,20 +230,23 @@ QString TmiPage_Base::csvColumnCaption(int n, int i)
 
 void TmiPage_Base::appendColumnTexts(int n, QString& out, QLatin1String before, QLatin1String after) const
 {
-    const int count = csvColumnCount(n);
-    if (!count)
-        return;
-    const ZorTmi::FieldInfo& f = ZorTmi::field(n);
-    const quint16* cols = ZorTmi::csvColumns() + f.firstCsv;
-    for (int i = 0; i < count; ++i) {
-        const ZorTmi::Column& c = ZorTmi::column(cols[i]);
-        out.append(before);
-        if (isUseParam(presenceField(c.field)))
-            ZorTmi::appendText(out, c, fieldBytes(c.field));
-        else
-            out.append(QLatin1String("n/a"));
-        out.append(after);
-    }
+    QByteArray utf8;
+    appendColumnTexts(n, utf8, QByteArray(before.data(), before.size()), QByteArray(after.data(), after.size()));
+    out.append(QString::fromUtf8(utf8));
+}
+
+void TmiPage_Base::appendColumnTexts(int n, QByteArray& out, const QByteArray& before,
+                                     const QByteArray& after) const
+{
+    if (csvColumnCount(n))
+        ZorTmi::appendColumns(out, n, arrBlock, ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after);
+}
+
+void TmiPage_Base::appendColumnTexts(const TmiPage_Base& columns, QByteArray& out, const QByteArray& before,
+                                     const QByteArray& after) const
+{
+    ZorTmi::appendColumns(out, columns.arrMask, columns.nLastField, arrBlock,
+                          ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after);
 }
 
 // ---- date and time ---------------------------------------------------------
@@ -390,9 +383,7 @@ QString coordinateText(qint32 v)
     unsigned char bytes[4];
     qToLittleEndian(v, bytes);
     const ZorTmi::Column& c = ZorTmi::column(ZorTmi::Col_Latitude);
-    QString s;
-    ZorTmi::appendText(s, c, bytes);
-    return s;
+    return ZorTmi::text(c, bytes);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 // the value blocks, field offsets and widths, the column list with its text
 // forms, and the decoding plan of a field set.
 
+#include <QByteArray>
 #include <QString>
 #include <QtEndian>
 #include <QtGlobal>
@@ -221,9 +222,37 @@ inline void setMaskBit(unsigned char* mask, int n, bool on)
         mask[(n - 1) >> 3] &= static_cast<unsigned char>(~bit);
 }
 
-// Appends the text of column c of a present field whose bytes start at p.
-// Absence ("n/a") is the caller's business.
-void appendText(QString& out, const Column& c, const unsigned char* p);
+// Appends the text of column c of a present field whose bytes start at p,
+// UTF-8 encoded. Absence ("n/a") is the caller's business.
+void appendText(QByteArray& out, const Column& c, const unsigned char* p);
+QString text(const Column& c, const unsigned char* p);
+
+// Which fields a record carries: set in the field set, within the
+// version's fields, and before the first field a short record cut off.
+struct Presence
+{
+    const unsigned char* mask;
+    int lastField;
+    int cutField;
+    bool has(int n) const { return n >= 1 && n <= lastField && n < cutField && maskBit(mask, n); }
+};
+
+// The field whose presence decides whether a column of field n is shown:
+// n itself, except that the level fields RS485_1..6 (38-43) decide for the
+// temperatures TempRS485_1..6 (78-83) - older firmware sent the temperature
+// only together with the level, and the texts have always followed that.
+inline int presenceField(int n)
+{
+    return (n >= 78 && n <= 83) ? n - 40 : n;
+}
+
+// Appends the texts of the CSV columns of field n (UTF-8), each as
+// before + text + after; "n/a" for a field the record does not carry.
+void appendColumns(QByteArray& out, int n, const unsigned char* block, const Presence& presence,
+                   const QByteArray& before, const QByteArray& after);
+// The same for every field 1..lastField set in columnMask, in field order.
+void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastField, const unsigned char* block,
+                   const Presence& presence, const QByteArray& before, const QByteArray& after);
 
 // Reads a column as a number (float columns are truncated); used by the
 // writer of test records and by texts that need the number.
