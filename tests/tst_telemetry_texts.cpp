@@ -250,6 +250,17 @@ void TestTelemetryTexts::dateTimeWithOffset()
     QCOMPARE(page.getDateTimeUTC_Offset().toSecsSinceEpoch(), qint64(1700000000 - 19800));
     QCOMPARE(page.getStrMiliSec(), QStringLiteral(".45"));
     QCOMPARE(page.getStrLastDateTimeUTC_Offset(), QStringLiteral("n/a"));
+    QCOMPARE(page.getStrLbsDateTimeUTC_Offset(), QStringLiteral("n/a"));
+
+    w.set(ZorTmi::Col_LbsTime, 3600).set(ZorTmi::Col_LastTime, 7200);
+    const QString withLbs = ZorTmiRecordWriter::formatOf({9, 77});
+    const QByteArray rec2 = w.record(withLbs);
+    TmiPage_Kite3 lbs(withLbs);
+    lbs.setCurrentTMI(bytes(rec2), rec2.size());
+    lbs.setDateTimeOffset(10800);
+    QCOMPARE(lbs.getStrLbsDateTimeUTC_Offset(), QStringLiteral("04:00:00 01.01.1970 (UTC +3)"));
+    QCOMPARE(lbs.getStrLastDateTimeUTC_Offset(), QStringLiteral("05:00:00 01.01.1970 (UTC +3)"));
+    QCOMPARE(lbs.getLbsDateTimeUTC().toSecsSinceEpoch(), qint64(3600));
 }
 
 void TestTelemetryTexts::rs485TemperatureFollowsLevelPresence()

@@ -291,14 +291,30 @@ QString TmiPage_Base::getStrDateTimeUTC_Offset() const
              getStrUtcZone(nUtcOffset));
 }
 
-QString TmiPage_Base::getStrLastDateTimeUTC_Offset() const
+QString TmiPage_Base::shiftedTimeText(int field, const QDateTime& t) const
 {
-    if (!isUseParam(kLastTimeField))
+    if (!isUseParam(field))
         return notAvailable();
-    const QDateTime t = getLastDateTimeUTC_Offset();
     return QStringLiteral("%1 %2 %3")
         .arg(t.toString(QStringLiteral("hh:mm:ss")), t.toString(QStringLiteral("dd.MM.yyyy")),
              getStrUtcZone(nUtcOffset));
+}
+
+QString TmiPage_Base::getStrLastDateTimeUTC_Offset() const
+{
+    return shiftedTimeText(kLastTimeField, getLastDateTimeUTC_Offset());
+}
+
+QDateTime TmiPage_Base::getLbsDateTime() const { return timeValue(ZorTmi::Col_LbsTime, Qt::LocalTime, 0); }
+QDateTime TmiPage_Base::getLbsDateTimeUTC() const { return timeValue(ZorTmi::Col_LbsTime, Qt::UTC, 0); }
+QDateTime TmiPage_Base::getLbsDateTimeUTC_Offset() const
+{
+    return timeValue(ZorTmi::Col_LbsTime, Qt::UTC, nUtcOffset);
+}
+
+QString TmiPage_Base::getStrLbsDateTimeUTC_Offset() const
+{
+    return shiftedTimeText(ZorTmi::column(ZorTmi::Col_LbsTime).field, getLbsDateTimeUTC_Offset());
 }
 
 QString TmiPage_Base::getStrUtcZone(int seconds)

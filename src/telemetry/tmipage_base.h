@@ -142,6 +142,11 @@ protected:
     int getDynamicDataSize_Ext() const;
     // NaviAlt (field 74) in metres.
     float getNaviAltitude() const;
+    // The time of the LBS data (field 77) as local, UTC and shifted UTC.
+    QDateTime getLbsDateTime() const;
+    QDateTime getLbsDateTimeUTC() const;
+    QDateTime getLbsDateTimeUTC_Offset() const;
+    QString getStrLbsDateTimeUTC_Offset() const;
 
     // Everything the constructors of the record classes take.
     struct Init
@@ -161,6 +166,8 @@ protected:
     // Copies a decoded value block (of this version's size) in.
     void setValueBlock(const void* block, int size);
     QDateTime timeValue(int columnId, Qt::TimeSpec spec, int shift) const;
+    // "hh:mm:ss dd.MM.yyyy (UTC ...)" of a shifted time, "n/a" without the field.
+    QString shiftedTimeText(int field, const QDateTime& t) const;
 
     quint8 nFormatType = 0;
     quint8 nVersionType = 0;
@@ -224,7 +231,8 @@ private:
         return tmi;                                                                          \
     }
 
-// The extended-record members that versions 2 and 3 offer.
+// The members that versions 2 and 3 offer beyond version 1: the extended
+// record and the helpers of fields above 69.
 #define ZOR_TMI_EXT_MEMBERS                      \
     using TmiPage_Base::setExtTMI;               \
     using TmiPage_Base::getExtTMI;               \
@@ -238,6 +246,10 @@ private:
     using TmiPage_Base::getDateTimeUTC_Offset_Ext; \
     using TmiPage_Base::getStrDateTime_Ext;      \
     using TmiPage_Base::getDynamicDataSize_Ext;  \
-    using TmiPage_Base::getNaviAltitude;
+    using TmiPage_Base::getNaviAltitude;          \
+    using TmiPage_Base::getLbsDateTime;           \
+    using TmiPage_Base::getLbsDateTimeUTC;        \
+    using TmiPage_Base::getLbsDateTimeUTC_Offset; \
+    using TmiPage_Base::getStrLbsDateTimeUTC_Offset;
 
 #endif

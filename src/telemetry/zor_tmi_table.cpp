@@ -105,6 +105,8 @@ public:
 
     void append(const char* s, int n)
     {
+        if (n <= 0)
+            return;
         if (len + n > cap)
             grow(n);
         std::memcpy(base + len, s, size_t(n));
