@@ -410,6 +410,22 @@ void TestTelemetryTexts::lineTextsFollowTheColumnDefiningRecord()
         record.appendColumnTexts(n, perField, "", ";");
     QCOMPARE(perField, line);
 
+    ZorTmi::LineOptions options;
+    options.codeText = "Ignition";
+    options.timeWithMiliSec = true;
+    w.set(ZorTmi::Col_Time, 0).set(ZorTmi::Col_MiliSec, 7).set(ZorTmi::Col_Code, 12);
+    const QString timed = ZorTmiRecordWriter::formatOf({2, 3, 200});
+    const QByteArray rec2 = w.record(timed);
+    TmiPage_Kite3 record2(timed);
+    record2.setCurrentTMI(bytes(rec2), rec2.size());
+    QByteArray line2;
+    record2.appendColumnTexts(TmiPage_Kite3(ZorTmiRecordWriter::formatOf({2, 3})), line2, "", ";", options);
+    QCOMPARE(line2, QByteArray("Ignition;01.01.1970 0:00:00.7;"));
+    options.codeText.clear();
+    line2.clear();
+    record.appendColumnTexts(TmiPage_Kite3(ZorTmiRecordWriter::formatOf({2, 3})), line2, "", ";", options);
+    QCOMPARE(line2, QByteArray("n/a;n/an/a;"));
+
     QByteArray none("keep");
     record.appendColumnTexts(TmiPage_Kite3(QString()), none, "=\"", "\";");
     QCOMPARE(none, QByteArray("keep"));

@@ -243,10 +243,10 @@ void TmiPage_Base::appendColumnTexts(int n, QByteArray& out, const QByteArray& b
 }
 
 void TmiPage_Base::appendColumnTexts(const TmiPage_Base& columns, QByteArray& out, const QByteArray& before,
-                                     const QByteArray& after) const
+                                     const QByteArray& after, const ZorTmi::LineOptions& line) const
 {
     ZorTmi::appendColumns(out, columns.arrMask, columns.nLastField, arrBlock,
-                          ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after);
+                          ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after, line);
 }
 
 // ---- date and time ---------------------------------------------------------

@@ -22,9 +22,12 @@
 // appendColumnTexts(n, out, before, after) appends the texts of all columns
 // of field n to out, each wrapped as before + text + after (a QString, or
 // UTF-8 bytes in a QByteArray, which is several times faster for files);
-// appendColumnTexts(columns, out, before, after) does it for a whole line. A field absent
+// appendColumnTexts(columns, out, before, after, line) does it for a whole
+// line: the event-code override and the time cell with milliseconds of the
+// CSV export are its LineOptions. A field absent
 // from this record gives "n/a" in every column. The time column (field 3)
-// gives the getStrDateTime text only; the milliseconds are field 200's.
+// gives the getStrDateTime text (plus milliseconds only through
+// LineOptions); the event-code column gives getStrCode.
 
 #include "telemetry/zor_tmi_ext.h"
 #include "telemetry/zor_tmi_table.h"
@@ -91,7 +94,8 @@ public:
     // record) has in its field set, in field order, with this record's
     // texts: one CSV data line without its line end.
     void appendColumnTexts(const TmiPage_Base& columns, QByteArray& out, const QByteArray& before,
-                           const QByteArray& after) const;
+                           const QByteArray& after,
+                           const ZorTmi::LineOptions& line = ZorTmi::LineOptions()) const;
 
     // Date and time -------------------------------------------------------
     void setDateTimeOffset(int seconds) { nUtcOffset = seconds; }

@@ -522,17 +522,32 @@ QString text(const Column& c, const unsigned char* p)
 
 namespace {
 
+const int kCodeField = 2;
+const int kTimeField = 3;
+const int kMiliSecField = 200;
+
+void appendColumnText(Sink& sink, const Tables& t, const Column& c, const unsigned char* block,
+                      const Presence& presence)
+{
+    if (presence.has(presenceField(c.field)))
+        appendTo(sink, c, block + t.fields[c.field].offset);
+    else
+        sink.append(kNotAvailable, 3);
+}
+
 void appendFieldColumns(Sink& sink, const Tables& t, int n, const unsigned char* block, const Presence& presence,
-                        const QByteArray& before, const QByteArray& after)
+                        const QByteArray& before, const QByteArray& after, const LineOptions* line = nullptr)
 {
     const FieldInfo& f = t.fields[n];
     for (int i = 0; i < f.csvCount; ++i) {
         const Column& c = kColumns[t.csv[f.firstCsv + i]];
         sink.append(before);
-        if (presence.has(presenceField(c.field)))
-            appendTo(sink, c, block + t.fields[c.field].offset);
+        if (line && n == kCodeField && !line->codeText.isEmpty())
+            sink.append(line->codeText);
         else
-            sink.append(kNotAvailable, 3);
+            appendColumnText(sink, t, c, block, presence);
+        if (line && n == kTimeField && line->timeWithMiliSec)
+            appendColumnText(sink, t, kColumns[Col_MiliSec], block, presence);
         sink.append(after);
     }
 }
@@ -548,14 +563,15 @@ void appendColumns(QByteArray& out, int n, const unsigned char* block, const Pre
 }
 
 void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastField, const unsigned char* block,
-                   const Presence& presence, const QByteArray& before, const QByteArray& after)
+                   const Presence& presence, const QByteArray& before, const QByteArray& after,
+                   const LineOptions& line)
 {
     refreshCaptions();
     const Tables& t = tables();
     Sink sink(out);
     for (int n = 1; n <= lastField; ++n)
         if (maskBit(columnMask, n))
-            appendFieldColumns(sink, t, n, block, presence, before, after);
+            appendFieldColumns(sink, t, n, block, presence, before, after, &line);
 }
 
 } // namespace ZorTmi

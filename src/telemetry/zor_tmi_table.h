@@ -250,9 +250,20 @@ inline int presenceField(int n)
 // before + text + after; "n/a" for a field the record does not carry.
 void appendColumns(QByteArray& out, int n, const unsigned char* block, const Presence& presence,
                    const QByteArray& before, const QByteArray& after);
+// What a whole line may show differently from the plain column texts.
+struct LineOptions
+{
+    // Replaces the text of the event-code column (field 2) when not empty.
+    QByteArray codeText;
+    // The time column (field 3) followed directly by the milliseconds text
+    // of field 200 (".45", or "n/a" when the record lacks it).
+    bool timeWithMiliSec = false;
+};
+
 // The same for every field 1..lastField set in columnMask, in field order.
 void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastField, const unsigned char* block,
-                   const Presence& presence, const QByteArray& before, const QByteArray& after);
+                   const Presence& presence, const QByteArray& before, const QByteArray& after,
+                   const LineOptions& line = LineOptions());
 
 // Reads a column as a number (float columns are truncated); used by the
 // writer of test records and by texts that need the number.
