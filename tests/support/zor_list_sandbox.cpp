@@ -1,0 +1,66 @@
+#include "zor_list_sandbox.h"
+
+#include "module/zor_global.h"
+#include "store/zor_dialog_xmllist.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QXmlStreamWriter>
+
+ZorListSandbox::ZorListSandbox()
+{
+    setAppDataDirectory(dir.path());
+    ZOR_Dialog_XmlList::setAnswerer([this](QMessageBox::Icon, const QString& qsTitle,
+                                           const QString& qsText, const QStringList&) {
+        asked << qsTitle + QLatin1Char('|') + qsText;
+        return answers.isEmpty() ? 0 : answers.takeFirst();
+    });
+}
+
+ZorListSandbox::~ZorListSandbox()
+{
+    ZOR_Dialog_XmlList::setAnswerer(nullptr);
+    setAppDataDirectory(QString());
+}
+
+QString ZorListSandbox::path(const QString& qsSubPath) const
+{
+    return dir.path() + qsSubPath;
+}
+
+void ZorListSandbox::write(const QString& qsSubPath, const QByteArray& content) const
+{
+    QDir().mkpath(QFileInfo(path(qsSubPath)).absolutePath());
+    QFile file(path(qsSubPath));
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        file.write(content);
+}
+
+QByteArray ZorListSandbox::read(const QString& qsSubPath) const
+{
+    QFile file(path(qsSubPath));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool ZorListSandbox::exists(const QString& qsSubPath) const
+{
+    return QFileInfo::exists(path(qsSubPath));
+}
+
+QByteArray ZorListSandbox::listXml(const QString& qsRoot, const QString& qsRecord,
+                                   const QStringList& attributes, const QList<QStringList>& rows)
+{
+    QByteArray content;
+    QXmlStreamWriter writer(&content);
+    writer.writeStartDocument();
+    writer.writeStartElement(qsRoot);
+    for (const QStringList& row : rows) {
+        writer.writeEmptyElement(qsRecord);
+        for (int i = 0; i < attributes.size() && i < row.size(); ++i)
+            writer.writeAttribute(attributes[i], row[i]);
+    }
+    writer.writeEndElement();
+    writer.writeEndDocument();
+    return content;
+}
