@@ -3,6 +3,7 @@
 // what is written back, and what happens to a user file that is broken.
 
 #include "module/zor_global.h"
+#include "module/zor_language.h"
 #include "store/zor_dialog_gsm_operators.h"
 #include "store/zor_dialog_servers.h"
 #include "zor_list_sandbox.h"
@@ -322,7 +323,7 @@ void TestLists::duplicateNamesBlockTheSave()
 
     QVERIFY(!dialog.writeFile());
     QCOMPARE(sandbox->asked.size(), 1);
-    QCOMPARE(sandbox->asked.first(), QStringLiteral("wrd_005!|cfgt1_198 (A)"));
+    QCOMPARE(sandbox->asked.first(), zorTr("wrd_005") + "!|" + zorTr("cfgt1_198") + " (A)");
     QCOMPARE(sandbox->read(kServersUser), original);
 }
 
@@ -345,7 +346,7 @@ void TestLists::deleteAsksAndSparesDefaultRows()
     sandbox->answers = {1};
     pressDelete();
     QCOMPARE(column(tree, 1), (QStringList{"A", "B"}));
-    QCOMPARE(sandbox->asked, QStringList{"wrd_005!|cfgt1_163"});
+    QCOMPARE(sandbox->asked, QStringList{zorTr("wrd_005") + "!|" + zorTr("cfgt1_163")});
 
     sandbox->answers = {0};
     pressDelete();

@@ -1,6 +1,7 @@
 #include "zor_list_sandbox.h"
 
 #include "module/zor_global.h"
+#include "module/zor_language.h"
 #include "store/zor_dialog_xmllist.h"
 
 #include <QDir>
@@ -10,7 +11,16 @@
 
 ZorListSandbox::ZorListSandbox()
 {
+    // The built language files come along, so messages carry their real
+    // texts with the placeholders filled in.
+    const QString qsLang = QStringLiteral("/Localization/Lang/");
+    QDir().mkpath(dir.path() + qsLang);
+    for (const QString& qsLanguage : {QStringLiteral("ru"), QStringLiteral("en")}) {
+        const QString qsFile = QStringLiteral("zor_") + qsLanguage + QStringLiteral(".lang");
+        QFile::copy(appDataDirectory() + qsLang + qsFile, dir.path() + qsLang + qsFile);
+    }
     setAppDataDirectory(dir.path());
+    ZOR_Language::instance().reload();
     ZOR_Dialog_XmlList::setAnswerer([this](QMessageBox::Icon, const QString& qsTitle,
                                            const QString& qsText, const QStringList&) {
         asked << qsTitle + QLatin1Char('|') + qsText;
@@ -22,6 +32,7 @@ ZorListSandbox::~ZorListSandbox()
 {
     ZOR_Dialog_XmlList::setAnswerer(nullptr);
     setAppDataDirectory(QString());
+    ZOR_Language::instance().reload();
 }
 
 QString ZorListSandbox::path(const QString& qsSubPath) const
