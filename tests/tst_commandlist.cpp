@@ -33,14 +33,8 @@ QList<QStringList> rowsNamed(const QStringList& names)
 // [name, command] pairs of the user's file, in file order.
 QList<QStringList> userFile(const ZorListSandbox& sandbox)
 {
-    QList<QStringList> rows;
-    QXmlStreamReader reader(sandbox.read(kCommandsUser));
-    while (!reader.atEnd()) {
-        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == QLatin1String("COMMAND"))
-            rows << QStringList{reader.attributes().value(QLatin1String("name")).toString(),
-                                reader.attributes().value(QLatin1String("cmnd")).toString()};
-    }
-    return rows;
+    return sandbox.records(kCommandsUser, QStringLiteral("COMMAND"),
+                           {QStringLiteral("name"), QStringLiteral("cmnd")});
 }
 
 } // namespace

@@ -63,11 +63,8 @@ QStringList column(QTreeWidget* tree, int nColumn)
 QStringList userServerNames(const ZorListSandbox& sandbox)
 {
     QStringList list;
-    QXmlStreamReader reader(sandbox.read(kServersUser));
-    while (!reader.atEnd()) {
-        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == QLatin1String("SERVER"))
-            list << reader.attributes().value(QLatin1String("name")).toString();
-    }
+    for (const QStringList& row : sandbox.records(kServersUser, QStringLiteral("SERVER"), {QStringLiteral("name")}))
+        list << row.first();
     return list;
 }
 

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 ZorListSandbox::ZorListSandbox()
@@ -74,4 +75,20 @@ QByteArray ZorListSandbox::listXml(const QString& qsRoot, const QString& qsRecor
     writer.writeEndElement();
     writer.writeEndDocument();
     return content;
+}
+
+QList<QStringList> ZorListSandbox::records(const QString& qsSubPath, const QString& qsRecord,
+                                           const QStringList& attributes) const
+{
+    QList<QStringList> rows;
+    QXmlStreamReader reader(read(qsSubPath));
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement || reader.name() != qsRecord)
+            continue;
+        QStringList row;
+        for (const QString& attribute : attributes)
+            row << reader.attributes().value(attribute).toString();
+        rows << row;
+    }
+    return rows;
 }

@@ -24,6 +24,10 @@ public:
     static QByteArray listXml(const QString& qsRoot, const QString& qsRecord,
                               const QStringList& attributes, const QList<QStringList>& rows);
 
+    // The given attributes of every record element of a list file, in order.
+    QList<QStringList> records(const QString& qsSubPath, const QString& qsRecord,
+                               const QStringList& attributes) const;
+
     // Answers given to the next questions in turn; when they run out the
     // first button (0) is pressed.
     QList<int> answers;
