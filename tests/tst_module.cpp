@@ -8,8 +8,11 @@
 #include "zor_host_recorder.h"
 
 #include <QLibrary>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QtTest>
 
+#include <algorithm>
 #include <cstring>
 
 class TestModule : public QObject
@@ -18,6 +21,7 @@ class TestModule : public QObject
 private slots:
     void initTestCase();
     void init();
+    void cleanup();
     void infoRecordHasTheFixedLayout();
     void messagesBeforeInitializeSendNothing();
     void menuEntryIsAddedThenDisabled();
@@ -68,6 +72,20 @@ void TestModule::initTestCase()
 void TestModule::init()
 {
     host.clear();
+}
+
+// Whatever a test made the module send, it is a message of the host table
+// and carries the module object as sender.
+void TestModule::cleanup()
+{
+    int count = 0;
+    const ZOR_Commands::HostMessage* table = ZOR_Commands::hostMessages(&count);
+    for (const ZOR_HostRecord& record : host.records) {
+        QCOMPARE(record.lpSender, lpModule);
+        QVERIFY(std::any_of(table, table + count, [&](const ZOR_Commands::HostMessage& m) {
+            return m.nMessage == record.nMessage;
+        }));
+    }
 }
 
 void TestModule::infoRecordHasTheFixedLayout()
@@ -161,8 +179,8 @@ void TestModule::consoleOpenedAfterConnectIsConnected()
     ZOR_Form_Commands* form = lpGlobalLib->getFormCommands();
     QVERIFY(form);
     QVERIFY(form->isVisible());
-    QVERIFY(form->form()->pushButton_Send_Cmd_Any->isEnabled());
-    QCOMPARE(form->form()->lineEdit_Balance_USSD->text(), QStringLiteral("*102#"));
+    QVERIFY(form->findChild<QPushButton*>("pushButton_Send_Cmd_Any")->isEnabled());
+    QCOMPARE(form->findChild<QLineEdit*>("lineEdit_Balance_USSD")->text(), QStringLiteral("*102#"));
     ZOR_Model_Log* log = form->logModel();
     QCOMPARE(log->text(log->rowCount() - 1, ZOR_Model_Log::ColumnData), QStringLiteral("CONNECT"));
 }
@@ -176,7 +194,7 @@ void TestModule::receivedDataIsLoggedByTheConsole()
     send(2056, 0);
     QCOMPARE(log->rowCount(), rows + 1);
     QCOMPARE(log->text(rows, ZOR_Model_Log::ColumnDirection), QStringLiteral("IN"));
-    QCOMPARE(lpGlobalLib->getFormCommands()->form()->lineEdit_IccId_Sim_1->text(),
+    QCOMPARE(lpGlobalLib->getFormCommands()->findChild<QLineEdit*>("lineEdit_IccId_Sim_1")->text(),
              QStringLiteral("8970101234567890123"));
     QVERIFY(host.records.isEmpty());
 }

@@ -4,6 +4,7 @@
 #include "module/zor_commands.h"
 #include "module/zor_cp1251.h"
 #include "module/zor_language.h"
+#include "ui_zor_form_commands.h"
 
 #include <QAction>
 #include <QDateTime>
@@ -47,98 +48,102 @@ int hexDigit(QChar c)
 
 } // namespace
 
-ZOR_Form_Commands::ZOR_Form_Commands(QWidget* parent) : QDialog(parent)
+ZOR_Form_Commands::ZOR_Form_Commands(QWidget* parent)
+    : QDialog(parent), ui(new Ui::ZOR_Form_Commands)
 {
     initForm();
 }
 
-ZOR_Form_Commands::~ZOR_Form_Commands() = default;
+ZOR_Form_Commands::~ZOR_Form_Commands()
+{
+    delete ui;
+}
 
 void ZOR_Form_Commands::initForm()
 {
-    ui.setupUi(this);
+    ui->setupUi(this);
     setWindowFlags(windowFlags() | Qt::WindowMaximizeButtonHint | Qt::WindowMinimizeButtonHint);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 
     modelLog = new ZOR_Model_Log(this);
-    ui.treeWidget->setModel(modelLog);
-    ui.treeWidget->verticalHeader()->setVisible(false);
-    ui.treeWidget->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    ui.treeWidget->verticalHeader()->setDefaultSectionSize(
-        ui.treeWidget->fontMetrics().height() + 4);
-    ui.treeWidget->horizontalHeader()->setStretchLastSection(false);
-    ui.treeWidget->horizontalHeader()->setTextElideMode(Qt::ElideNone);
+    ui->treeWidget->setModel(modelLog);
+    ui->treeWidget->verticalHeader()->setVisible(false);
+    ui->treeWidget->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    ui->treeWidget->verticalHeader()->setDefaultSectionSize(
+        ui->treeWidget->fontMetrics().height() + 4);
+    ui->treeWidget->horizontalHeader()->setStretchLastSection(false);
+    ui->treeWidget->horizontalHeader()->setTextElideMode(Qt::ElideNone);
     for (int column = 0; column < ZOR_Model_Log::ColumnCount; ++column)
-        ui.treeWidget->setColumnWidth(column, ZOR_Model_Log::initialWidth(column));
+        ui->treeWidget->setColumnWidth(column, ZOR_Model_Log::initialWidth(column));
 
     for (const NmeaRate& rate : kNmeaRates)
-        ui.comboBox_Ravel_Cmd_3_Freq->addItem(QString::fromUtf8(rate.qsCaption));
-    ui.radioButton_Ravel_Cmd_1_PZ->setText(QStringLiteral("ПЗ-90.11"));
-    ui.radioButton_Ravel_Cmd_1_WGS->setText(QStringLiteral("WGS-84"));
-    ui.radioButton_Ravel_Cmd_2_GPS->setText(QStringLiteral("GPS"));
-    ui.radioButton_Ravel_Cmd_2_GLONASS->setText(QStringLiteral("ГЛОНАСС"));
-    ui.radioButton_Ravel_Cmd_2_GPSGLONASS->setText(QStringLiteral("ГЛОНАСС+GPS"));
-    ui.radioButton_Ravel_Cmd_1_WGS->setChecked(true);
-    ui.radioButton_Ravel_Cmd_2_GPSGLONASS->setChecked(true);
+        ui->comboBox_Ravel_Cmd_3_Freq->addItem(QString::fromUtf8(rate.qsCaption));
+    ui->radioButton_Ravel_Cmd_1_PZ->setText(QStringLiteral("ПЗ-90.11"));
+    ui->radioButton_Ravel_Cmd_1_WGS->setText(QStringLiteral("WGS-84"));
+    ui->radioButton_Ravel_Cmd_2_GPS->setText(QStringLiteral("GPS"));
+    ui->radioButton_Ravel_Cmd_2_GLONASS->setText(QStringLiteral("ГЛОНАСС"));
+    ui->radioButton_Ravel_Cmd_2_GPSGLONASS->setText(QStringLiteral("ГЛОНАСС+GPS"));
+    ui->radioButton_Ravel_Cmd_1_WGS->setChecked(true);
+    ui->radioButton_Ravel_Cmd_2_GPSGLONASS->setChecked(true);
 
-    ui.toolButton_ListCommands_Edit->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/edit.png")));
-    ui.toolButton_ListCommands_Add->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/add.png")));
-    ui.toolButton_Clear->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/clear.png")));
+    ui->toolButton_ListCommands_Edit->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/edit.png")));
+    ui->toolButton_ListCommands_Add->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/add.png")));
+    ui->toolButton_Clear->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/clear.png")));
     actionSave = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save.png")), QString(), this);
     actionSaveAs = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save_as.png")), QString(), this);
     auto* menu = new QMenu(this);
     menu->addAction(actionSave);
     menu->addAction(actionSaveAs);
-    ui.toolButton_ListCommands_Add->setMenu(menu);
+    ui->toolButton_ListCommands_Add->setMenu(menu);
 
     // Fixed commands: one button, one text.
     const std::pair<QAbstractButton*, std::function<QString()>> fixedCommands[] = {
-        {ui.pushButton_Send_Ravel_Cmd_1, [this] { return commandCoordSystem(); }},
-        {ui.pushButton_Send_Ravel_Cmd_2, [this] { return commandSatSystems(); }},
-        {ui.pushButton_Send_Ravel_Cmd_3, [this] { return commandNmeaRate(); }},
-        {ui.pushButton_Send_Ravel_Cmd_4,
-         [this] { return QStringLiteral("*!UC GPS,PMTK311,%1").arg(ui.spinBox_Ravel_Cmd_4_Angle->value()); }},
-        {ui.pushButton_Send_Ravel_Cmd_5, [] { return QStringLiteral("*!UC GPS,PMTK104"); }},
-        {ui.pushButton_TmiSms_On, [] { return QStringLiteral("*!EDIT PHONES:MODE(1)"); }},
-        {ui.pushButton_TmiSms_Off, [] { return QStringLiteral("*!EDIT PHONES:MODE(0)"); }},
-        {ui.pushButton_Balance,
-         [this] { return QStringLiteral("*?USSD:%1").arg(ui.lineEdit_Balance_USSD->text()); }},
-        {ui.pushButton_IccId, [this] { return commandIccId(); }},
+        {ui->pushButton_Send_Ravel_Cmd_1, [this] { return commandCoordSystem(); }},
+        {ui->pushButton_Send_Ravel_Cmd_2, [this] { return commandSatSystems(); }},
+        {ui->pushButton_Send_Ravel_Cmd_3, [this] { return commandNmeaRate(); }},
+        {ui->pushButton_Send_Ravel_Cmd_4,
+         [this] { return QStringLiteral("*!UC GPS,PMTK311,%1").arg(ui->spinBox_Ravel_Cmd_4_Angle->value()); }},
+        {ui->pushButton_Send_Ravel_Cmd_5, [] { return QStringLiteral("*!UC GPS,PMTK104"); }},
+        {ui->pushButton_TmiSms_On, [] { return QStringLiteral("*!EDIT PHONES:MODE(1)"); }},
+        {ui->pushButton_TmiSms_Off, [] { return QStringLiteral("*!EDIT PHONES:MODE(0)"); }},
+        {ui->pushButton_Balance,
+         [this] { return QStringLiteral("*?USSD:%1").arg(ui->lineEdit_Balance_USSD->text()); }},
+        {ui->pushButton_IccId, [this] { return commandIccId(); }},
     };
     for (const auto& command : fixedCommands) {
         const std::function<QString()> text = command.second;
         connect(command.first, &QAbstractButton::clicked, this,
                 [this, text] { sendCommandText(text()); });
     }
-    connect(ui.pushButton_Send_Cmd_Any, &QAbstractButton::clicked, this,
-            [this] { sendCommand(getUniCommand(ui.lineEdit_Cmd_Any->text())); });
-    connect(ui.lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui.pushButton_Send_Cmd_Any,
+    connect(ui->pushButton_Send_Cmd_Any, &QAbstractButton::clicked, this,
+            [this] { sendCommand(getUniCommand(ui->lineEdit_Cmd_Any->text())); });
+    connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any,
             &QAbstractButton::click);
-    connect(ui.toolButton_Clear, &QAbstractButton::clicked, modelLog, &ZOR_Model_Log::clear);
+    connect(ui->toolButton_Clear, &QAbstractButton::clicked, modelLog, &ZOR_Model_Log::clear);
 
-    connect(ui.checkBox_IccId_Sim_1, &QAbstractButton::toggled, this,
+    connect(ui->checkBox_IccId_Sim_1, &QAbstractButton::toggled, this,
             &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_1);
-    connect(ui.checkBox_IccId_Sim_2, &QAbstractButton::toggled, this,
+    connect(ui->checkBox_IccId_Sim_2, &QAbstractButton::toggled, this,
             &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_2);
 
-    connect(ui.comboBox_ListCommands, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+    connect(ui->comboBox_ListCommands, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands);
-    connect(ui.lineEdit_Cmd_Any, &QLineEdit::textChanged, this,
+    connect(ui->lineEdit_Cmd_Any, &QLineEdit::textChanged, this,
             &ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any);
     connect(actionSave, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_Save);
     connect(actionSaveAs, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_SaveAs);
-    connect(ui.toolButton_ListCommands_Edit, &QAbstractButton::clicked, this,
+    connect(ui->toolButton_ListCommands_Edit, &QAbstractButton::clicked, this,
             &ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit);
 
     connect(this, &QDialog::finished, this, &ZOR_Form_Commands::slot_finished_Form);
 
     const bool bRavel = lpGlobalLib && lpGlobalLib->getConfiguratorMode() == kRavelMode;
-    ui.groupBox_Ravel->setVisible(bRavel);
-    ui.groupBox_Cmd_Main->setVisible(!bRavel);
+    ui->groupBox_Ravel->setVisible(bRavel);
+    ui->groupBox_Cmd_Main->setVisible(!bRavel);
 
     // Nothing can be sent before the host reports a terminal.
-    ui.pushButton_Send_Cmd_Any->setEnabled(false);
-    ui.groupBox_Ravel->setEnabled(false);
+    ui->pushButton_Send_Cmd_Any->setEnabled(false);
+    ui->groupBox_Ravel->setEnabled(false);
 
     translateForm();
     setListCommands(QStringList());
@@ -153,44 +158,44 @@ void ZOR_Form_Commands::translateForm()
     setWindowTitle(qsWindowTitle);
 
     const std::pair<QAbstractButton*, const char*> buttons[] = {
-        {ui.pushButton_Send_Cmd_Any, "cons_001"},
-        {ui.pushButton_Send_Ravel_Cmd_1, "cons_001"},
-        {ui.pushButton_Send_Ravel_Cmd_2, "cons_001"},
-        {ui.pushButton_Send_Ravel_Cmd_3, "cons_001"},
-        {ui.pushButton_Send_Ravel_Cmd_4, "cons_001"},
-        {ui.pushButton_Send_Ravel_Cmd_5, "cons_023"},
-        {ui.pushButton_TmiSms_On, "cons_010"},
-        {ui.pushButton_TmiSms_Off, "cons_011"},
-        {ui.pushButton_Balance, "cons_013"},
-        {ui.checkBox_IccId_Sim_1, "cons_015"},
-        {ui.checkBox_IccId_Sim_2, "cons_016"},
-        {ui.pushButton_IccId, "cons_017"},
+        {ui->pushButton_Send_Cmd_Any, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_1, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_2, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_3, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_4, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_5, "cons_023"},
+        {ui->pushButton_TmiSms_On, "cons_010"},
+        {ui->pushButton_TmiSms_Off, "cons_011"},
+        {ui->pushButton_Balance, "cons_013"},
+        {ui->checkBox_IccId_Sim_1, "cons_015"},
+        {ui->checkBox_IccId_Sim_2, "cons_016"},
+        {ui->pushButton_IccId, "cons_017"},
     };
     for (const auto& button : buttons)
         button.first->setText(zorTr(QLatin1String(button.second)));
     const std::pair<QLabel*, const char*> labels[] = {
-        {ui.label_Ravel_Cmd_1, "cons_004"}, {ui.label_Ravel_Cmd_2, "cons_005"},
-        {ui.label_Ravel_Cmd_3, "cons_006"}, {ui.label_Ravel_Cmd_4, "cons_007"},
-        {ui.label_Ravel_Cmd_5, "cons_008"}, {ui.label_TmiSms, "cons_009"},
-        {ui.label_Balance, "cons_012"},     {ui.label_IccId, "cons_014"},
-        {ui.label_Log, "cons_018"},
+        {ui->label_Ravel_Cmd_1, "cons_004"}, {ui->label_Ravel_Cmd_2, "cons_005"},
+        {ui->label_Ravel_Cmd_3, "cons_006"}, {ui->label_Ravel_Cmd_4, "cons_007"},
+        {ui->label_Ravel_Cmd_5, "cons_008"}, {ui->label_TmiSms, "cons_009"},
+        {ui->label_Balance, "cons_012"},     {ui->label_IccId, "cons_014"},
+        {ui->label_Log, "cons_018"},
     };
     for (const auto& label : labels)
         label.first->setText(zorTr(QLatin1String(label.second)));
     const std::pair<QWidget*, const char*> toolTips[] = {
-        {ui.toolButton_Clear, "cons_019"},
-        {ui.toolButton_ListCommands_Edit, "cons_020"},
-        {ui.toolButton_ListCommands_Add, "cons_021"},
-        {ui.lineEdit_Cmd_Any, "cons_022"},
+        {ui->toolButton_Clear, "cons_019"},
+        {ui->toolButton_ListCommands_Edit, "cons_020"},
+        {ui->toolButton_ListCommands_Add, "cons_021"},
+        {ui->lineEdit_Cmd_Any, "cons_022"},
     };
     for (const auto& toolTip : toolTips)
         toolTip.first->setToolTip(zorTr(QLatin1String(toolTip.second)));
-    ui.groupBox_Ravel->setTitle(zorTr(QStringLiteral("cons_002")));
-    ui.groupBox_Cmd_Main->setTitle(zorTr(QStringLiteral("cons_003")));
+    ui->groupBox_Ravel->setTitle(zorTr(QStringLiteral("cons_002")));
+    ui->groupBox_Cmd_Main->setTitle(zorTr(QStringLiteral("cons_003")));
 
-    if (ui.comboBox_ListCommands->count() > 0)
-        ui.comboBox_ListCommands->setItemText(0, zorTr(QStringLiteral("mdln_041")));
-    actionSave->setText(zorTr(QLatin1String(ui.comboBox_ListCommands->currentIndex() > 0 ? "wrd_039" : "wrd_038")));
+    if (ui->comboBox_ListCommands->count() > 0)
+        ui->comboBox_ListCommands->setItemText(0, zorTr(QStringLiteral("mdln_041")));
+    actionSave->setText(zorTr(QLatin1String(ui->comboBox_ListCommands->currentIndex() > 0 ? "wrd_039" : "wrd_038")));
     actionSaveAs->setText(zorTr(QStringLiteral("wrd_042")));
 }
 
@@ -201,22 +206,22 @@ void ZOR_Form_Commands::showForm()
         szConfigParam param;
         lpGlobalLib->getDeviceConfigParam(param);
         param.szUssdBalance[sizeof(param.szUssdBalance) - 1] = '\0';
-        ui.lineEdit_Balance_USSD->setText(QString::fromLatin1(param.szUssdBalance));
+        ui->lineEdit_Balance_USSD->setText(QString::fromLatin1(param.szUssdBalance));
     }
     {
-        const QSignalBlocker block1(ui.checkBox_IccId_Sim_1);
-        const QSignalBlocker block2(ui.checkBox_IccId_Sim_2);
-        ui.checkBox_IccId_Sim_1->setChecked(false);
-        ui.checkBox_IccId_Sim_2->setChecked(false);
+        const QSignalBlocker block1(ui->checkBox_IccId_Sim_1);
+        const QSignalBlocker block2(ui->checkBox_IccId_Sim_2);
+        ui->checkBox_IccId_Sim_1->setChecked(false);
+        ui->checkBox_IccId_Sim_2->setChecked(false);
     }
     slot_toggled_CheckBox_IccId_Sim_1(false);
     slot_toggled_CheckBox_IccId_Sim_2(false);
 
-    if (ui.comboBox_ListCommands->currentIndex() == 0)
+    if (ui->comboBox_ListCommands->currentIndex() == 0)
         slot_currentIndexChanged_ComboBox_ListCommands(0);
     else
-        ui.comboBox_ListCommands->setCurrentIndex(0);
-    ui.toolButton_ListCommands_Add->setEnabled(false);
+        ui->comboBox_ListCommands->setCurrentIndex(0);
+    ui->toolButton_ListCommands_Add->setEnabled(false);
 
     show();
     raise();
@@ -231,15 +236,15 @@ void ZOR_Form_Commands::slot_finished_Form(int)
 
 void ZOR_Form_Commands::deviceConnect()
 {
-    ui.pushButton_Send_Cmd_Any->setEnabled(true);
-    ui.groupBox_Ravel->setEnabled(true);
+    ui->pushButton_Send_Cmd_Any->setEnabled(true);
+    ui->groupBox_Ravel->setEnabled(true);
     setData(-1, QByteArrayLiteral("CONNECT"));
 }
 
 void ZOR_Form_Commands::deviceDisconnect()
 {
-    ui.pushButton_Send_Cmd_Any->setEnabled(false);
-    ui.groupBox_Ravel->setEnabled(false);
+    ui->pushButton_Send_Cmd_Any->setEnabled(false);
+    ui->groupBox_Ravel->setEnabled(false);
     setData(-1, QByteArrayLiteral("DISCONNECT"));
 }
 
@@ -274,7 +279,7 @@ void ZOR_Form_Commands::scrollLogLater()
         this,
         [this] {
             bScrollPending = false;
-            ui.treeWidget->scrollToBottom();
+            ui->treeWidget->scrollToBottom();
         },
         Qt::QueuedConnection);
 }
@@ -294,8 +299,8 @@ void ZOR_Form_Commands::sendCommandText(const QString& qsText)
 
 QString ZOR_Form_Commands::commandCoordSystem() const
 {
-    const bool bPz = ui.radioButton_Ravel_Cmd_1_PZ->isChecked();
-    if (!bPz && !ui.radioButton_Ravel_Cmd_1_WGS->isChecked())
+    const bool bPz = ui->radioButton_Ravel_Cmd_1_PZ->isChecked();
+    if (!bPz && !ui->radioButton_Ravel_Cmd_1_WGS->isChecked())
         return QString();
     ZOR_RAVEL_CMND_COORDSYSTEM coordSystem{0};
     if (lpGlobalLib)
@@ -308,16 +313,16 @@ QString ZOR_Form_Commands::commandCoordSystem() const
 
 QString ZOR_Form_Commands::commandSatSystems() const
 {
-    if (ui.radioButton_Ravel_Cmd_2_GPS->isChecked())
+    if (ui->radioButton_Ravel_Cmd_2_GPS->isChecked())
         return QStringLiteral("*!UC GPS,PMTK353,1,0,0,0,0");
-    if (ui.radioButton_Ravel_Cmd_2_GLONASS->isChecked())
+    if (ui->radioButton_Ravel_Cmd_2_GLONASS->isChecked())
         return QStringLiteral("*!UC GPS,PMTK353,0,1,0,0,0");
     return QStringLiteral("*!UC GPS,PMTK353,1,1,0,0,0");
 }
 
 QString ZOR_Form_Commands::commandNmeaRate() const
 {
-    const int index = ui.comboBox_Ravel_Cmd_3_Freq->currentIndex();
+    const int index = ui->comboBox_Ravel_Cmd_3_Freq->currentIndex();
     const bool bKnown = index >= 0 && index < int(std::size(kNmeaRates));
     return QStringLiteral("*!UC GPS,PMTK220,%1")
         .arg(QLatin1String(kNmeaRates[bKnown ? index : 0].qsPeriodMs));
@@ -325,8 +330,8 @@ QString ZOR_Form_Commands::commandNmeaRate() const
 
 QString ZOR_Form_Commands::commandIccId() const
 {
-    const int mask = (ui.checkBox_IccId_Sim_1->isChecked() ? 1 : 0)
-        + (ui.checkBox_IccId_Sim_2->isChecked() ? 2 : 0);
+    const int mask = (ui->checkBox_IccId_Sim_1->isChecked() ? 1 : 0)
+        + (ui->checkBox_IccId_Sim_2->isChecked() ? 2 : 0);
     return QStringLiteral("*?ICCID %1").arg(mask);
 }
 
@@ -397,14 +402,14 @@ void ZOR_Form_Commands::setReceiveCommand(QByteArray* data)
         return;
     switch (mask) {
     case 1:
-        ui.lineEdit_IccId_Sim_1->setText(getIccIdType(fields.value(1)));
+        ui->lineEdit_IccId_Sim_1->setText(getIccIdType(fields.value(1)));
         break;
     case 2:
-        ui.lineEdit_IccId_Sim_2->setText(getIccIdType(fields.value(1)));
+        ui->lineEdit_IccId_Sim_2->setText(getIccIdType(fields.value(1)));
         break;
     case 3:
-        ui.lineEdit_IccId_Sim_1->setText(getIccIdType(fields.value(1)));
-        ui.lineEdit_IccId_Sim_2->setText(getIccIdType(fields.value(2)));
+        ui->lineEdit_IccId_Sim_1->setText(getIccIdType(fields.value(1)));
+        ui->lineEdit_IccId_Sim_2->setText(getIccIdType(fields.value(2)));
         break;
     default:
         break;
@@ -414,8 +419,8 @@ void ZOR_Form_Commands::setReceiveCommand(QByteArray* data)
 void ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_1(bool bChecked)
 {
     if (!bChecked)
-        ui.lineEdit_IccId_Sim_1->clear();
-    ui.lineEdit_IccId_Sim_1->setEnabled(bChecked);
+        ui->lineEdit_IccId_Sim_1->clear();
+    ui->lineEdit_IccId_Sim_1->setEnabled(bChecked);
     updateIccIdButton();
 }
 
@@ -424,61 +429,61 @@ void ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_1(bool bChecked)
 void ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_2(bool bChecked)
 {
     if (!bChecked)
-        ui.lineEdit_IccId_Sim_1->clear();
-    ui.lineEdit_IccId_Sim_2->setEnabled(bChecked);
+        ui->lineEdit_IccId_Sim_1->clear();
+    ui->lineEdit_IccId_Sim_2->setEnabled(bChecked);
     updateIccIdButton();
 }
 
 void ZOR_Form_Commands::updateIccIdButton()
 {
-    ui.pushButton_IccId->setEnabled(ui.checkBox_IccId_Sim_1->isChecked()
-                                    || ui.checkBox_IccId_Sim_2->isChecked());
+    ui->pushButton_IccId->setEnabled(ui->checkBox_IccId_Sim_1->isChecked()
+                                    || ui->checkBox_IccId_Sim_2->isChecked());
 }
 
 // ---- Saved command list --------------------------------------------------
 
 void ZOR_Form_Commands::setListCommands(const QStringList& names)
 {
-    const QString qsText = ui.lineEdit_Cmd_Any->text();
-    ui.comboBox_ListCommands->clear();
-    ui.comboBox_ListCommands->addItem(zorTr(QStringLiteral("mdln_041")));
-    ui.comboBox_ListCommands->addItems(names);
+    const QString qsText = ui->lineEdit_Cmd_Any->text();
+    ui->comboBox_ListCommands->clear();
+    ui->comboBox_ListCommands->addItem(zorTr(QStringLiteral("mdln_041")));
+    ui->comboBox_ListCommands->addItems(names);
     // Matched against the entry names, not the command texts.
-    ui.comboBox_ListCommands->setCurrentText(qsText);
+    ui->comboBox_ListCommands->setCurrentText(qsText);
 }
 
 void ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands(int index)
 {
     if (index < 0)
         return;
-    setParamCommandType(index == 0 ? QString() : ui.comboBox_ListCommands->itemText(index));
+    setParamCommandType(index == 0 ? QString() : ui->comboBox_ListCommands->itemText(index));
 }
 
 void ZOR_Form_Commands::setParamCommandType(const QString& qsName)
 {
-    const bool bSaved = ui.comboBox_ListCommands->currentIndex() > 0;
+    const bool bSaved = ui->comboBox_ListCommands->currentIndex() > 0;
     actionSave->setText(zorTr(QLatin1String(bSaved ? "wrd_039" : "wrd_038")));
     actionSaveAs->setEnabled(bSaved);
     const QString qsText = bSaved ? savedCommandText(qsName) : QString();
     qsLoadedCommand = qsText;
-    ui.lineEdit_Cmd_Any->setText(qsText);
-    ui.toolButton_ListCommands_Add->setEnabled(false);
+    ui->lineEdit_Cmd_Any->setText(qsText);
+    ui->toolButton_ListCommands_Add->setEnabled(false);
 }
 
 void ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any(const QString& text)
 {
-    ui.toolButton_ListCommands_Add->setEnabled(text != qsLoadedCommand);
+    ui->toolButton_ListCommands_Add->setEnabled(text != qsLoadedCommand);
 }
 
 void ZOR_Form_Commands::setTypeCommandType(const QString& qsText)
 {
-    const int index = ui.comboBox_ListCommands->findText(savedCommandName(qsText));
+    const int index = ui->comboBox_ListCommands->findText(savedCommandName(qsText));
     if (index > 0) {
-        ui.comboBox_ListCommands->setCurrentIndex(index);
+        ui->comboBox_ListCommands->setCurrentIndex(index);
         return;
     }
-    ui.comboBox_ListCommands->setCurrentIndex(0);
-    ui.lineEdit_Cmd_Any->setText(qsText);
+    ui->comboBox_ListCommands->setCurrentIndex(0);
+    ui->lineEdit_Cmd_Any->setText(qsText);
 }
 
 QString ZOR_Form_Commands::savedCommandText(const QString&) const
@@ -493,7 +498,7 @@ QString ZOR_Form_Commands::savedCommandName(const QString&) const
 
 void ZOR_Form_Commands::slot_triggered_Action_Save()
 {
-    if (ui.comboBox_ListCommands->currentIndex() <= 0)
+    if (ui->comboBox_ListCommands->currentIndex() <= 0)
         saveCommandAsNew();
 }
 

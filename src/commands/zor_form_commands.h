@@ -6,8 +6,6 @@
 // every block that goes out or comes in. Created once by the module object
 // and kept, hidden, after closing.
 
-#include "ui_zor_form_commands.h"
-
 #include <QByteArray>
 #include <QDialog>
 #include <QString>
@@ -15,6 +13,9 @@
 
 class QAction;
 class ZOR_Model_Log;
+namespace Ui {
+class ZOR_Form_Commands;
+}
 
 class ZOR_Form_Commands : public QDialog
 {
@@ -50,7 +51,6 @@ public:
     void saveCommandAsNew();
 
     ZOR_Model_Log* logModel() const { return modelLog; }
-    Ui::ZOR_Form_Commands* form() { return &ui; }
 
 private slots:
     void slot_currentIndexChanged_ComboBox_ListCommands(int index);
@@ -79,7 +79,7 @@ private:
     QString savedCommandText(const QString& qsName) const;
     QString savedCommandName(const QString& qsText) const;
 
-    Ui::ZOR_Form_Commands ui;
+    Ui::ZOR_Form_Commands* ui;
     ZOR_Model_Log* modelLog = nullptr;
     QAction* actionSave = nullptr;
     QAction* actionSaveAs = nullptr;
