@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QIcon>
 
 namespace {
@@ -52,6 +53,8 @@ bool ZOR_HostModule::load(const QString& qsPath, int nConfiguratorMode)
 {
     if (lpHost && lpHost != this)
         return fail(tr("another module is loaded already"));
+    if (!QFileInfo(qsPath).isFile())
+        return fail(tr("the module library %1 does not exist").arg(qsPath));
     m_library.setFileName(qsPath);
     if (!m_library.load())
         return fail(tr("cannot load the module %1: %2").arg(qsPath, m_library.errorString()));

@@ -10,6 +10,7 @@
 // the host of a loaded module.
 
 #include "module/zor_host_link.h"
+#include "zor_terminal_link.h"
 
 #include <QHash>
 #include <QLibrary>
@@ -17,7 +18,6 @@
 #include <QPointer>
 
 class QAction;
-class ZOR_TerminalLink;
 
 class ZOR_HostModule : public QObject
 {

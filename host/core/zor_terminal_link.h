@@ -15,6 +15,11 @@ class ZOR_TerminalLink : public QObject
 public:
     using QObject::QObject;
 
+    // A new, unopened link from its command-line form: "simulator",
+    // "serial:PORT" or "serial:PORT:BAUD" (115200 when left out). Null when
+    // the text is none of these.
+    static ZOR_TerminalLink* fromSpec(const QString& qsSpec);
+
     // False when the link could not be opened; errorString() says why.
     virtual bool open() = 0;
     virtual void close() = 0;

@@ -2,6 +2,7 @@
 
 ZOR_TerminalLink_Serial::ZOR_TerminalLink_Serial(const QString& qsPort, qint32 nBaud, QObject* parent)
     : ZOR_TerminalLink(parent)
+    , m_qsPort(qsPort)
 {
     m_port.setPortName(qsPort);
     m_port.setBaudRate(nBaud);
@@ -36,7 +37,7 @@ void ZOR_TerminalLink_Serial::write(const QByteArray& bytes)
 
 QString ZOR_TerminalLink_Serial::description() const
 {
-    return QStringLiteral("%1, %2").arg(m_port.portName()).arg(m_port.baudRate());
+    return QStringLiteral("%1, %2").arg(m_qsPort).arg(m_port.baudRate());
 }
 
 void ZOR_TerminalLink_Serial::slot_errorOccurred(QSerialPort::SerialPortError error)

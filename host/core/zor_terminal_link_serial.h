@@ -23,6 +23,7 @@ public:
 private:
     void slot_errorOccurred(QSerialPort::SerialPortError error);
 
+    QString m_qsPort;
     QSerialPort m_port;
 };
 
