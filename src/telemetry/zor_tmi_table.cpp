@@ -1,0 +1,577 @@
+#include "telemetry/zor_tmi_table.h"
+
+#include "module/zor_language.h"
+
+#include <QHash>
+
+#include <ctime>
+
+#include <cmath>
+#include <cstring>
+
+namespace ZorTmi {
+
+namespace {
+
+const Column kColumns[] = {
+#define ZOR_TMI_VALUE(n, G, T, off, sh, bits, Text, cap, key) \
+    {n, Type_##T, off, sh, bits, Text_##Text, #G, cap, key},
+#define ZOR_TMI_PART(n, G, T, off, sh, bits, Text, cap, key) \
+    {n, Type_##T, off, sh, bits, Text_##Text, #G, cap, key},
+#include "telemetry/zor_tmi_fields.def"
+};
+static_assert(sizeof(kColumns) / sizeof(kColumns[0]) == ColumnCount, "one column per row");
+
+// The member offsets of the value block are the field offsets: checked here
+// once for every field, so the table and the struct cannot drift apart.
+constexpr int kWidths[] = {
+    0,
+#define ZOR_TMI_FIELD(n, Name, bytes) bytes,
+#include "telemetry/zor_tmi_fields.def"
+};
+static_assert(sizeof(kWidths) / sizeof(kWidths[0]) == FieldCount + 1, "fields 1-255, in order");
+
+constexpr int offsetOf(int n)
+{
+    int sum = 0;
+    for (int i = 1; i < n; ++i)
+        sum += kWidths[i];
+    return sum;
+}
+#define ZOR_TMI_FIELD(n, Name, bytes) \
+    static_assert(offsetof(szCurrentTMI_KITE3, Name) == offsetOf(n), "field " #n " out of order");
+#include "telemetry/zor_tmi_fields.def"
+
+const char* const kNames[] = {
+    "",
+#define ZOR_TMI_FIELD(n, Name, bytes) #Name,
+#include "telemetry/zor_tmi_fields.def"
+};
+
+struct Tables
+{
+    FieldInfo fields[FieldCount + 1];
+    quint16 csv[ColumnCount];
+    int blockSize[FieldCount + 1];
+
+    Tables()
+    {
+        int offset = 0;
+        int col = 0;
+        int csvCount = 0;
+        blockSize[0] = 0;
+        fields[0] = FieldInfo{"", 0, 0, 0, 0, 0, 0};
+        for (int n = 1; n <= FieldCount; ++n) {
+            FieldInfo& f = fields[n];
+            f.name = kNames[n];
+            f.offset = quint16(offset);
+            f.width = quint8(kWidths[n]);
+            f.firstColumn = quint16(col);
+            f.firstCsv = quint16(csvCount);
+            while (col < ColumnCount && kColumns[col].field == n) {
+                if (*kColumns[col].caption)
+                    csv[csvCount++] = quint16(col);
+                ++col;
+            }
+            f.rowCount = quint16(col - f.firstColumn);
+            f.csvCount = quint16(csvCount - f.firstCsv);
+            offset += kWidths[n];
+            blockSize[n] = offset;
+        }
+    }
+};
+
+const Tables& tables()
+{
+    static const Tables t;
+    return t;
+}
+
+const char kNotAvailable[] = "n/a";
+
+// Appends to a QByteArray through a raw cursor: one size check per piece
+// instead of a detach check and a possible reallocation per append.
+class Sink
+{
+public:
+    explicit Sink(QByteArray& b)
+        : buf(b)
+        , len(b.size())
+    {
+    }
+    ~Sink() { buf.resize(len); }
+    Sink(const Sink&) = delete;
+    Sink& operator=(const Sink&) = delete;
+
+    void append(const char* s, int n)
+    {
+        if (n <= 0)
+            return;
+        if (len + n > cap)
+            grow(n);
+        std::memcpy(base + len, s, size_t(n));
+        len += n;
+    }
+    void append(char c)
+    {
+        if (len + 1 > cap)
+            grow(1);
+        base[len++] = c;
+    }
+    void append(const char* s) { append(s, int(std::strlen(s))); }
+    void append(const QByteArray& a) { append(a.constData(), a.size()); }
+
+private:
+    void grow(int n)
+    {
+        cap = qMax(cap * 2, len + n + 1024);
+        buf.resize(cap);
+        base = buf.data();
+    }
+
+    QByteArray& buf;
+    int len;
+    int cap = 0;
+    char* base = nullptr;
+};
+
+// Fixed-point text: `scaled` holds the value times 10^decimals.
+void appendFixed(Sink& out, qint64 scaled, int decimals)
+{
+    char buf[32];
+    char* end = buf + sizeof buf;
+    char* p = end;
+    const bool negative = scaled < 0;
+    quint64 u = negative ? quint64(0) - quint64(scaled) : quint64(scaled);
+    for (int i = 0; i < decimals; ++i) {
+        *--p = char('0' + u % 10);
+        u /= 10;
+    }
+    if (decimals > 0)
+        *--p = '.';
+    do {
+        *--p = char('0' + u % 10);
+        u /= 10;
+    } while (u);
+    if (negative)
+        *--p = '-';
+    out.append(p, int(end - p));
+}
+
+void appendUnsigned(Sink& out, quint64 v)
+{
+    char buf[24];
+    char* end = buf + sizeof buf;
+    char* p = end;
+    do {
+        *--p = char('0' + v % 10);
+        v /= 10;
+    } while (v);
+    out.append(p, int(end - p));
+}
+
+// value * mul / div, rounded half away from zero.
+qint64 scale(qint64 v, qint64 mul, qint64 div)
+{
+    const qint64 num = v * mul;
+    if (div == 1)
+        return num;
+    return num >= 0 ? (num * 2 + div) / (2 * div) : -((-num * 2 + div) / (2 * div));
+}
+
+// Captions by key, cached per language: a record's texts look up the same
+// few units hundreds of times. The public entry points check the language
+// once (refreshCaptions), the lookups below only read the cache.
+struct CaptionCache
+{
+    QString language;
+    QHash<quintptr, QByteArray> texts;
+};
+
+CaptionCache& captionCache()
+{
+    static CaptionCache cache;
+    return cache;
+}
+
+void refreshCaptions()
+{
+    ZOR_Language& lang = ZOR_Language::instance();
+    lang.contains(QString());  // makes language() current after a reload
+    CaptionCache& cache = captionCache();
+    if (lang.language() != cache.language) {
+        cache.language = lang.language();
+        cache.texts.clear();
+    }
+}
+
+const QByteArray& caption(const char* key)
+{
+    QHash<quintptr, QByteArray>& texts = captionCache().texts;
+    auto it = texts.find(quintptr(key));
+    if (it == texts.end())
+        it = texts.insert(quintptr(key), zorTr(QLatin1String(key)).toUtf8());
+    return *it;
+}
+
+void appendUnit(Sink& out, const char* key)
+{
+    out.append(' ');
+    out.append(caption(key));
+}
+
+void appendFloat(Sink& out, float f, int decimals)
+{
+    static const double kPow[] = {1.0, 10.0, 100.0, 1000.0};
+    const double scaled = double(f) * kPow[decimals];
+    if (std::isfinite(scaled) && std::fabs(scaled) < 9.0e18)
+        appendFixed(out, std::llround(scaled), decimals);
+    else
+        out.append(QByteArray::number(double(f), 'f', decimals));
+}
+
+void appendCoordinate(Sink& out, qint64 v, qint64 perDegree, int decimals)
+{
+    const qint64 degrees = v / perDegree;
+    appendFixed(out, degrees, 0);
+    out.append(' ');
+    appendFixed(out, v - degrees * perDegree, decimals);
+    out.append('\'');
+}
+
+template <int N>
+void appendCaptionByValue(Sink& out, qint64 v, const char* const (&keys)[N])
+{
+    if (v >= 0 && v < N)
+        out.append(caption(keys[v]));
+    else
+        appendFixed(out, v, 0);
+}
+
+const char* const kDispKeys[] = {"tmikte_055", "tmikte_056", "tmikte_057", "tmikte_058",
+                                 "tmikte_059", "tmikte_060", "tmikte_061", "tmikte_062"};
+const char* const kFfsModeKeys[] = {"tmikte_093", "tmikte_094", "tmikte_095", "tmikte_096"};
+const char* const kFfsPowerKeys[] = {"tmikte_097", "tmikte_098"};
+const char* const kRefrEngineKeys[] = {"tmikte_108", "tmikte_109", "tmikte_110"};
+const char* const kCanEventKeys[] = {"tmikte_113", "tmikte_114", "tmikte_115", "tmikte_116",
+                                     "tmikte_117", "tmikte_118", "tmikte_119", "tmikte_120"};
+
+char* put2(char* p, int v)
+{
+    p[0] = char('0' + v / 10);
+    p[1] = char('0' + v % 10);
+    return p + 2;
+}
+
+// Local time as "dd.MM.yyyy H:mm:ss" or "hh:mm:ss dd.MM.yyyy", the texts
+// QDateTime gives for these formats, without its cost per call.
+void appendLocalTime(Sink& out, quint32 secs, bool dateFirst)
+{
+    const time_t t = time_t(secs);
+    struct tm tm;
+    if (!localtime_r(&t, &tm)) {
+        appendUnsigned(out, secs);
+        return;
+    }
+    char buf[32];
+    char* p = buf;
+    auto date = [&] {
+        p = put2(p, tm.tm_mday);
+        *p++ = '.';
+        p = put2(p, tm.tm_mon + 1);
+        *p++ = '.';
+        const int year = tm.tm_year + 1900;
+        p = put2(p, year / 100);
+        p = put2(p, year % 100);
+    };
+    if (dateFirst) {
+        date();
+        *p++ = ' ';
+        if (tm.tm_hour >= 10)
+            *p++ = char('0' + tm.tm_hour / 10);
+        *p++ = char('0' + tm.tm_hour % 10);
+    } else {
+        p = put2(p, tm.tm_hour);
+    }
+    *p++ = ':';
+    p = put2(p, tm.tm_min);
+    *p++ = ':';
+    p = put2(p, tm.tm_sec);
+    if (!dateFirst) {
+        *p++ = ' ';
+        date();
+    }
+    out.append(buf, int(p - buf));
+}
+
+} // namespace
+
+const Column& column(int id)
+{
+    return kColumns[id];
+}
+
+const FieldInfo& field(int n)
+{
+    return tables().fields[n];
+}
+
+int blockSize(int lastField)
+{
+    return tables().blockSize[qBound(0, lastField, FieldCount)];
+}
+
+const quint16* csvColumns()
+{
+    return tables().csv;
+}
+
+qint64 readInteger(const Column& c, const unsigned char* p)
+{
+    p += c.offset;
+    qint64 v = 0;
+    switch (c.type) {
+    case Type_U8:
+    case Type_U8Tenths: v = *p; break;
+    case Type_I8: v = qint8(*p); break;
+    case Type_U16: v = qFromLittleEndian<quint16>(p); break;
+    case Type_I16: v = qFromLittleEndian<qint16>(p); break;
+    case Type_U32: v = qFromLittleEndian<quint32>(p); break;
+    case Type_I32: v = qFromLittleEndian<qint32>(p); break;
+    case Type_U64:
+    case Type_I64: v = qFromLittleEndian<qint64>(p); break;
+    case Type_F32: v = qint64(readWire<float>(p)); break;
+    }
+    if (c.bits)
+        v = qint64((quint64(v) >> c.shift) & ((quint64(1) << c.bits) - 1));
+    return v;
+}
+
+namespace {
+
+void appendTo(Sink& out, const Column& c, const unsigned char* p)
+{
+    if (c.type == Type_F32) {
+        const float f = readWire<float>(p + c.offset);
+        switch (c.text) {
+        case Text_KmhF1: appendFloat(out, f, 1); appendUnit(out, "abbr_024"); return;
+        case Text_KmF2NoNeg:
+        case Text_LitresF2:
+            if (f < 0) {
+                out.append(kNotAvailable);
+                return;
+            }
+            appendFloat(out, f, 2);
+            appendUnit(out, c.text == Text_LitresF2 ? "abbr_026" : "abbr_023");
+            return;
+        case Text_KmF2: appendFloat(out, f, 2); appendUnit(out, "abbr_023"); return;
+        default: appendFloat(out, f, 2); return;
+        }
+    }
+    const qint64 v = readInteger(c, p);
+    switch (c.text) {
+    case Text_Dec:
+    case Text_KmhF1:
+    case Text_KmF2:
+    case Text_KmF2NoNeg:
+    case Text_LitresF2:
+    case Text_F2:
+    case TextFormCount:
+        if (c.type == Type_U64 && !c.bits)
+            appendUnsigned(out, quint64(v));
+        else
+            appendFixed(out, v, 0);
+        return;
+    case Text_SimNo: appendFixed(out, v + 1, 0); return;
+    case Text_DateTime: appendLocalTime(out, quint32(v), true); return;
+    case Text_TimeDate: appendLocalTime(out, quint32(v), false); return;
+    case Text_Coord4: appendCoordinate(out, v, 600000, 4); return;
+    case Text_Coord7: appendCoordinate(out, v, Q_INT64_C(600000000), 7); return;
+    case Text_Decimetres: appendFixed(out, v / 10, 0); return;
+    case Text_Gsm:
+        if (v == 99)
+            out.append(caption("tmikte_027"));
+        else
+            appendFixed(out, v * 322 / 100, 0);
+        return;
+    case Text_Temp:
+        if (v == -128)
+            return;
+        appendFixed(out, v, 0);
+        appendUnit(out, "abbr_017");
+        return;
+    case Text_CelsiusDec: appendFixed(out, v, 0); appendUnit(out, "abbr_017"); return;
+    case Text_CanLevel:
+    case Text_CanLevelPercent:
+    case Text_CanLevelLitres: {
+        const qint64 level = v & 0x7FFF;
+        if (level == 0x7FFF) {
+            out.append(kNotAvailable);
+            return;
+        }
+        const bool percent = (v & 0x8000) != 0;
+        if (percent && c.text != Text_CanLevelLitres) {
+            appendFixed(out, level, 0);
+            out.append(" %");
+        } else if (!percent && c.text != Text_CanLevelPercent) {
+            appendFixed(out, level, 1);
+            appendUnit(out, "abbr_026");
+        }
+        return;
+    }
+    case Text_CanTimeTO:
+        if (v == 0xFFFF) {
+            out.append(kNotAvailable);
+            return;
+        }
+        appendFixed(out, v * 5, 0);
+        appendUnit(out, "abbr_023");
+        return;
+    case Text_CanSpeed:
+        if (v == 255) {
+            out.append(kNotAvailable);
+            return;
+        }
+        appendFixed(out, v, 0);
+        appendUnit(out, "abbr_024");
+        return;
+    case Text_Volts: appendFixed(out, v, 3); appendUnit(out, "abbr_012"); return;
+    case Text_VoltsDec: appendFixed(out, v, 0); appendUnit(out, "abbr_012"); return;
+    case Text_Amps: appendFixed(out, v, 0); appendUnit(out, "abbr_027"); return;
+    case Text_Hours: appendFixed(out, scale(v, 100, 3600), 2); appendUnit(out, "abbr_001"); return;
+    case Text_Hours100: appendFixed(out, v, 2); appendUnit(out, "abbr_001"); return;
+    case Text_Tonnes: appendFixed(out, v, 0); appendUnit(out, "abbr_009"); return;
+    case Text_Percent: appendFixed(out, v, 0); out.append(" %"); return;
+    case Text_Tenths: appendFixed(out, v, 1); return;
+    case Text_Hundredths: appendFixed(out, v, 2); return;
+    case Text_Milli3: appendFixed(out, v, 3); return;
+    case Text_Milli3NoData:
+    case Text_AccelLinear:
+        if (v == -32768) {
+            out.append(kNotAvailable);
+            return;
+        }
+        appendFixed(out, v, 3);
+        if (c.text == Text_AccelLinear)
+            appendUnit(out, "tmikte_072");
+        return;
+    case Text_AccelDelta: appendFixed(out, v, 2); appendUnit(out, "tmikte_071"); return;
+    case Text_Quarters: appendFixed(out, v * 25, 2); return;
+    case Text_Roll: appendFixed(out, v * 15, 1); return;
+    case Text_PreciseTemp:
+        if (v == -32768) {
+            out.append(kNotAvailable);
+            return;
+        }
+        appendFixed(out, v * 5, 2);
+        appendUnit(out, "abbr_017");
+        return;
+    case Text_Humidity: appendFixed(out, v * 5, 1); appendUnit(out, "abbr_008"); return;
+    case Text_Celsius100: appendFixed(out, v, 2); appendUnit(out, "abbr_017"); return;
+    case Text_Rpm: appendFixed(out, v, 0); appendUnit(out, "abbr_018"); return;
+    case Text_Dbm: appendFixed(out, v, 0); out.append(" dBm"); return;
+    case Text_TyreTemp:
+        if (v == qint8(0x81)) {
+            out.append(kNotAvailable);
+            return;
+        }
+        appendFixed(out, v, 0);
+        return;
+    case Text_MiliSec: out.append('.'); appendFixed(out, v, 0); return;
+    case Text_Hex:
+        out.append("0x");
+        out.append(QByteArray::number(quint32(v), 16).toUpper().rightJustified(8, '0'));
+        return;
+    case Text_OnOff: out.append(caption(v ? "wrd_001" : "wrd_002")); return;
+    case Text_TahoMode: {
+        static const char* const keys[] = {"tmikte_044", "tmikte_045", "tmikte_047", "tmikte_048"};
+        out.append(caption(v >= 0 && v < 4 ? keys[v] : "tmikte_014"));
+        return;
+    }
+    case Text_DispState: appendCaptionByValue(out, v, kDispKeys); return;
+    case Text_FfsMode: appendCaptionByValue(out, v, kFfsModeKeys); return;
+    case Text_FfsPower: appendCaptionByValue(out, v, kFfsPowerKeys); return;
+    case Text_RefrEngineMode: appendCaptionByValue(out, v, kRefrEngineKeys); return;
+    case Text_CanEvent: appendCaptionByValue(out, v, kCanEventKeys); return;
+    case Text_ThermoKing: {
+        static const char* const codes[] = {"INVAL", "COOL", "NULL", "HEAT", "DFRST", "SHTDN", "LKCOL", "FACOL"};
+        if (v >= 0 && v < 8)
+            out.append(codes[v]);
+        else
+            appendFixed(out, v, 0);
+        return;
+    }
+    }
+}
+
+} // namespace
+
+void appendText(QByteArray& out, const Column& c, const unsigned char* p)
+{
+    refreshCaptions();
+    Sink sink(out);
+    appendTo(sink, c, p);
+}
+
+QString text(const Column& c, const unsigned char* p)
+{
+    QByteArray utf8;
+    appendText(utf8, c, p);
+    return QString::fromUtf8(utf8);
+}
+
+namespace {
+
+const int kCodeField = 2;
+const int kTimeField = 3;
+const int kMiliSecField = 200;
+
+void appendColumnText(Sink& sink, const Tables& t, const Column& c, const unsigned char* block,
+                      const Presence& presence)
+{
+    if (presence.has(presenceField(c.field)))
+        appendTo(sink, c, block + t.fields[c.field].offset);
+    else
+        sink.append(kNotAvailable, 3);
+}
+
+void appendFieldColumns(Sink& sink, const Tables& t, int n, const unsigned char* block, const Presence& presence,
+                        const QByteArray& before, const QByteArray& after, const LineOptions* line = nullptr)
+{
+    const FieldInfo& f = t.fields[n];
+    for (int i = 0; i < f.csvCount; ++i) {
+        const Column& c = kColumns[t.csv[f.firstCsv + i]];
+        sink.append(before);
+        if (line && n == kCodeField && !line->codeText.isEmpty())
+            sink.append(line->codeText);
+        else
+            appendColumnText(sink, t, c, block, presence);
+        if (line && n == kTimeField && line->timeWithMiliSec)
+            appendColumnText(sink, t, kColumns[Col_MiliSec], block, presence);
+        sink.append(after);
+    }
+}
+
+} // namespace
+
+void appendColumns(QByteArray& out, int n, const unsigned char* block, const Presence& presence,
+                   const QByteArray& before, const QByteArray& after)
+{
+    refreshCaptions();
+    Sink sink(out);
+    appendFieldColumns(sink, tables(), n, block, presence, before, after);
+}
+
+void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastField, const unsigned char* block,
+                   const Presence& presence, const QByteArray& before, const QByteArray& after,
+                   const LineOptions& line)
+{
+    refreshCaptions();
+    const Tables& t = tables();
+    Sink sink(out);
+    for (int n = 1; n <= lastField; ++n)
+        if (maskBit(columnMask, n))
+            appendFieldColumns(sink, t, n, block, presence, before, after, &line);
+}
+
+} // namespace ZorTmi

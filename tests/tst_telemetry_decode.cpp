@@ -1,0 +1,249 @@
+// Decoding of telemetry records: field sets, offsets, the value block and
+// the short-record guard, checked against records built from the table.
+
+#include "telemetry/tmipage_kite3.h"
+#include "zor_tmi_record_writer.h"
+
+#include <QtTest>
+
+#include <cstring>
+#include <memory>
+
+class TestTelemetryDecode : public QObject
+{
+    Q_OBJECT
+private slots:
+    void recordSizeFollowsFieldSet_data();
+    void recordSizeFollowsFieldSet();
+    void formatTextKeepsOnlyOnes_data();
+    void formatTextKeepsOnlyOnes();
+    void maskBitOrderIsTopBitFirst();
+    void fullRecordDecodesFieldByField();
+    void sparseFieldSetsDecodeTheirFields_data();
+    void sparseFieldSetsDecodeTheirFields();
+    void emptyFieldSetShowsNaEverywhere();
+    void absentFieldsKeepTheirMembers();
+    void packetIsKeptAsGiven();
+    void shortRecordKeepsWholeFieldsOnly_data();
+    void shortRecordKeepsWholeFieldsOnly();
+    void completeRecordAfterShortOneDecodesAll();
+};
+
+void TestTelemetryDecode::recordSizeFollowsFieldSet_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<int>("size");
+    QTest::newRow("empty") << QString() << 0;
+    QTest::newRow("all zeros") << QString(255, QLatin1Char('0')) << 0;
+    QTest::newRow("full") << ZorTmiRecordWriter::fullFormat() << 734;
+    QTest::newRow("256th character ignored") << QString(256, QLatin1Char('1')) << 734;
+    QTest::newRow("\"1\" is NumPage") << QStringLiteral("1") << 4;
+    QTest::newRow("\"01\" is Code") << QStringLiteral("01") << 2;
+    QTest::newRow("versions 1 fields") << ZorTmiRecordWriter::fullFormat(69) << 146;
+    QTest::newRow("version 2 fields") << ZorTmiRecordWriter::fullFormat(122) << 404;
+    QTest::newRow("letters and blanks are absent") << QStringLiteral("1 a2x1") << 4 + 1;
+    QTest::newRow("LBS alone") << ZorTmiRecordWriter::formatOf({77}) << 37;
+    QTest::newRow("last field alone") << ZorTmiRecordWriter::formatOf({255}) << 8;
+}
+
+void TestTelemetryDecode::recordSizeFollowsFieldSet()
+{
+    QFETCH(QString, format);
+    QFETCH(int, size);
+    TmiPage_Kite3 page(format);
+    QCOMPARE(page.recordSize(), size);
+    ZorTmiRecordWriter w;
+    w.fillPattern();
+    const QByteArray rec = w.record(format);
+    QCOMPARE(rec.size(), size);
+    QVERIFY(page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size()));
+    QCOMPARE(page.missingBytes(), 0);
+}
+
+void TestTelemetryDecode::formatTextKeepsOnlyOnes_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("padded") << QStringLiteral("1") << QStringLiteral("1") + QString(254, QLatin1Char('0'));
+    QTest::newRow("non-ones become zeros")
+        << QStringLiteral("1x2 1") << QStringLiteral("10001") + QString(250, QLatin1Char('0'));
+    QTest::newRow("cut at 255") << QString(300, QLatin1Char('1')) << QString(255, QLatin1Char('1'));
+}
+
+void TestTelemetryDecode::formatTextKeepsOnlyOnes()
+{
+    QFETCH(QString, format);
+    QFETCH(QString, expected);
+    QCOMPARE(TmiPage_Kite3(format).getStrFormatKite3(), expected);
+}
+
+void TestTelemetryDecode::maskBitOrderIsTopBitFirst()
+{
+    TmiPage_Kite3 page(ZorTmiRecordWriter::formatOf({1, 8, 9, 255}));
+    QByteArray mask;
+    page.getPageFormat(mask);
+    QCOMPARE(mask.size(), 32);
+    QCOMPARE(quint8(mask[0]), quint8(0x81));
+    QCOMPARE(quint8(mask[1]), quint8(0x80));
+    QCOMPARE(quint8(mask[31]), quint8(0x02));
+
+    unsigned char bytes[32];
+    int count = 0;
+    TmiPage_Base::getArrSzFormat(QStringLiteral("0000000011"), bytes, count);
+    QCOMPARE(count, 32);
+    QCOMPARE(int(bytes[0]), 0);
+    QCOMPARE(int(bytes[1]), 0xC0);
+}
+
+void TestTelemetryDecode::fullRecordDecodesFieldByField()
+{
+    ZorTmiRecordWriter w;
+    w.fillPattern(3);
+    const QByteArray rec = w.record(ZorTmiRecordWriter::fullFormat());
+    TmiPage_Kite3 page(ZorTmiRecordWriter::fullFormat());
+    QVERIFY(page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size()));
+    for (int n = 1; n <= 255; ++n) {
+        const ZorTmi::FieldInfo& f = ZorTmi::field(n);
+        QVERIFY2(std::memcmp(page.fieldBytes(n), w.block() + f.offset, f.width) == 0, f.name);
+        QVERIFY2(page.isUseParam(n), f.name);
+    }
+    const szCurrentTMI_KITE3 tmi = page.getCurrentTMI();
+    QVERIFY(std::memcmp(&tmi, w.block(), sizeof tmi) == 0);
+}
+
+void TestTelemetryDecode::sparseFieldSetsDecodeTheirFields_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::newRow("odd fields") << [] {
+        QString s(255, QLatin1Char('0'));
+        for (int i = 0; i < 255; i += 2)
+            s[i] = QLatin1Char('1');
+        return s;
+    }();
+    QTest::newRow("every seventh") << [] {
+        QString s(255, QLatin1Char('0'));
+        for (int i = 6; i < 255; i += 7)
+            s[i] = QLatin1Char('1');
+        return s;
+    }();
+    QTest::newRow("head and tail") << ZorTmiRecordWriter::formatOf({1, 2, 3, 77, 94, 97, 204, 253, 254, 255});
+}
+
+void TestTelemetryDecode::sparseFieldSetsDecodeTheirFields()
+{
+    QFETCH(QString, format);
+    ZorTmiRecordWriter w;
+    w.fillPattern(11);
+    const QByteArray rec = w.record(format);
+    TmiPage_Kite3 page(format);
+    QVERIFY(page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size()));
+    for (int n = 1; n <= 255; ++n) {
+        const ZorTmi::FieldInfo& f = ZorTmi::field(n);
+        const bool present = format.at(n - 1) == QLatin1Char('1');
+        QCOMPARE(page.isUseParam(n), present);
+        const QByteArray expected = present ? w.fieldBytes(n) : QByteArray(f.width, '\0');
+        QVERIFY2(std::memcmp(page.fieldBytes(n), expected.constData(), f.width) == 0, f.name);
+    }
+}
+
+void TestTelemetryDecode::emptyFieldSetShowsNaEverywhere()
+{
+    TmiPage_Kite3 page(QString(), false);
+    QVERIFY(page.setCurrentTMI(nullptr, 0));
+    for (int id = 0; id < ZorTmi::ColumnCount; ++id)
+        QCOMPARE(page.columnText(id), QStringLiteral("n/a"));
+    QCOMPARE(page.getStrDateTime(), QStringLiteral("n/a"));
+    QCOMPARE(page.getStrUser4Byte_Type_1(QStringLiteral("h")), QStringLiteral("n/a"));
+    QVERIFY(!page.isUseParamNumPage());
+}
+
+void TestTelemetryDecode::absentFieldsKeepTheirMembers()
+{
+    ZorTmiRecordWriter w;
+    w.set(ZorTmi::Col_NumPage, 7).set(ZorTmi::Col_Code, 9);
+    TmiPage_Kite3 page(QStringLiteral("11"));
+    QByteArray rec = w.record(QStringLiteral("11"));
+    page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size());
+    page.setPageFormat(QStringLiteral("01"));
+    rec = QByteArray("\x05\x00", 2);
+    page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size());
+    QCOMPARE(page.getCode(), quint16(5));
+    QCOMPARE(page.getNumPage(), quint32(7));
+    QCOMPARE(page.getStrNumPage(), QStringLiteral("n/a"));
+}
+
+void TestTelemetryDecode::packetIsKeptAsGiven()
+{
+    TmiPage_Kite3 page(QStringLiteral("1"));
+    const QByteArray rec("\x2a\x00\x00\x00\xff\xff", 6);
+    page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size());
+    QByteArray packet("old");
+    page.getPagePacket(packet);
+    QCOMPARE(packet, rec.left(4));
+    QCOMPARE(page.getNumPage(), quint32(42));
+    QCOMPARE(page.getStrNumPage(), QStringLiteral("42"));
+}
+
+void TestTelemetryDecode::shortRecordKeepsWholeFieldsOnly_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("firstAbsent");
+    const QString full = ZorTmiRecordWriter::fullFormat();
+    QTest::newRow("nothing") << full << 0 << 1;
+    QTest::newRow("inside the first field") << full << 3 << 1;
+    QTest::newRow("first field exactly") << full << 4 << 2;
+    QTest::newRow("one byte into Code") << full << 5 << 2;
+    QTest::newRow("one byte short") << full << 733 << 255;
+    QTest::newRow("inside LBS") << ZorTmiRecordWriter::formatOf({1, 77, 78}) << 4 + 36 << 77;
+    QTest::newRow("after LBS") << ZorTmiRecordWriter::formatOf({1, 77, 78}) << 4 + 37 << 78;
+}
+
+void TestTelemetryDecode::shortRecordKeepsWholeFieldsOnly()
+{
+    QFETCH(QString, format);
+    QFETCH(int, length);
+    QFETCH(int, firstAbsent);
+    ZorTmiRecordWriter w;
+    w.fillPattern(5);
+    const QByteArray rec = w.record(format);
+    // Exactly `length` bytes on the heap, so a read past them is caught by
+    // the sanitizer build.
+    std::unique_ptr<unsigned char[]> data(new unsigned char[size_t(qMax(length, 1))]);
+    std::memcpy(data.get(), rec.constData(), size_t(length));
+
+    TmiPage_Kite3 page(format);
+    QVERIFY(!page.setCurrentTMI(data.get(), length));
+    QCOMPARE(page.missingBytes(), rec.size() - length);
+    for (int n = 1; n <= 255; ++n) {
+        if (format.at(n - 1) != QLatin1Char('1'))
+            continue;
+        const ZorTmi::FieldInfo& f = ZorTmi::field(n);
+        const bool decoded = n < firstAbsent;
+        QCOMPARE(page.isUseParam(n), decoded);
+        QVERIFY(page.isInFormat(n));
+        const QByteArray expected = decoded ? w.fieldBytes(n) : QByteArray(f.width, '\0');
+        QVERIFY2(std::memcmp(page.fieldBytes(n), expected.constData(), f.width) == 0, f.name);
+    }
+    QByteArray packet;
+    page.getPagePacket(packet);
+    QCOMPARE(packet, rec.left(length));
+}
+
+void TestTelemetryDecode::completeRecordAfterShortOneDecodesAll()
+{
+    ZorTmiRecordWriter w;
+    w.fillPattern(9);
+    const QString format = ZorTmiRecordWriter::fullFormat();
+    const QByteArray rec = w.record(format);
+    TmiPage_Kite3 page(format);
+    QVERIFY(!page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), 100));
+    QCOMPARE(page.getStrUser8Byte3(), QStringLiteral("n/a"));
+    QVERIFY(page.setCurrentTMI(reinterpret_cast<const unsigned char*>(rec.constData()), rec.size() + 0));
+    QCOMPARE(page.missingBytes(), 0);
+    QVERIFY(page.isUseParamUser8Byte3());
+    QVERIFY(std::memcmp(page.valueBlock(), w.block(), 734) == 0);
+}
+
+QTEST_GUILESS_MAIN(TestTelemetryDecode)
+#include "tst_telemetry_decode.moc"
