@@ -56,6 +56,8 @@ private slots:
     void commandTextsSurviveSaveAndReload_data();
     void commandTextsSurviveSaveAndReload();
     void editorSaveWritesOnlyUserRows();
+    void consoleSaveActions_data();
+    void consoleSaveActions();
     void shippedListsAreReadable_data();
     void shippedListsAreReadable();
 
@@ -188,6 +190,69 @@ void TestCommandList::editorSaveWritesOnlyUserRows()
     QCOMPARE(changed.count(), 1);
     QCOMPARE(userFile(*sandbox), (QList<QStringList>{{"Own", "*?EDITED"}}));
     QCOMPARE(dialog.getCommand4Name("Own")->getCommand(), QStringLiteral("*?EDITED"));
+}
+
+void TestCommandList::consoleSaveActions_data()
+{
+    // selected: the saved command chosen in the console ("" = save as).
+    // textAnswers: names typed (null = cancel); answers: buttons pressed.
+    QTest::addColumn<QString>("selected");
+    QTest::addColumn<QStringList>("textAnswers");
+    QTest::addColumn<QList<int>>("answers");
+    QTest::addColumn<QString>("savedAs");
+    QTest::addColumn<QList<QStringList>>("userFile");
+    QTest::addColumn<int>("questions");
+
+    const QList<QStringList> untouched{{"Own", "*?OWN"}};
+    QTest::newRow("save as: proposed name taken")
+        << "" << QStringList{} << QList<int>{} << "Command1"
+        << QList<QStringList>{{"Own", "*?OWN"}, {"Command1", "TEXT"}} << 0;
+    QTest::newRow("save as: typed name, blanks trimmed")
+        << "" << QStringList{"  Mine "} << QList<int>{} << "Mine"
+        << QList<QStringList>{{"Own", "*?OWN"}, {"Mine", "TEXT"}} << 0;
+    QTest::newRow("save as: cancelled") << "" << QStringList{QString()} << QList<int>{} << ""
+                                        << untouched << 0;
+    QTest::newRow("save as: user name confirmed")
+        << "" << QStringList{"Own"} << QList<int>{0} << "Own"
+        << QList<QStringList>{{"Own", "TEXT"}} << 1;
+    QTest::newRow("save as: user name, box closed")
+        << "" << QStringList{"Own"} << QList<int>{-1} << "" << untouched << 1;
+    QTest::newRow("save as: default name, give up")
+        << "" << QStringList{"Shipped"} << QList<int>{1} << "" << untouched << 1;
+    QTest::newRow("save as: default name, choose another")
+        << "" << QStringList{"Shipped", "Other"} << QList<int>{0} << "Other"
+        << QList<QStringList>{{"Own", "*?OWN"}, {"Other", "TEXT"}} << 1;
+    QTest::newRow("save: user command, yes")
+        << "Own" << QStringList{} << QList<int>{0} << "Own" << QList<QStringList>{{"Own", "TEXT"}} << 1;
+    QTest::newRow("save: user command, no") << "Own" << QStringList{} << QList<int>{1} << ""
+                                            << untouched << 1;
+    QTest::newRow("save: default command turns to save as")
+        << "Shipped" << QStringList{"Copy"} << QList<int>{} << "Copy"
+        << QList<QStringList>{{"Own", "*?OWN"}, {"Copy", "TEXT"}} << 0;
+}
+
+void TestCommandList::consoleSaveActions()
+{
+    QFETCH(QString, selected);
+    QFETCH(QStringList, textAnswers);
+    QFETCH(QList<int>, answers);
+    QFETCH(QString, savedAs);
+    QFETCH(QList<QStringList>, userFile);
+    QFETCH(int, questions);
+    sandbox->write(kCommands, commandsXml({{"Shipped", "*?SHIPPED"}}));
+    sandbox->write(kCommandsUser, commandsXml({{"Own", "*?OWN"}}));
+    sandbox->textAnswers = textAnswers;
+    sandbox->answers = answers;
+    ZOR_Dialog_Commands dialog;
+
+    const QString result = selected.isEmpty() ? dialog.saveCommandAs(nullptr, "TEXT")
+                                              : dialog.saveCommand(nullptr, selected, "TEXT");
+
+    QCOMPARE(result, savedAs);
+    QCOMPARE(::userFile(*sandbox), userFile);
+    QCOMPARE(sandbox->asked.size(), questions);
+    QVERIFY(sandbox->answers.isEmpty() && sandbox->textAnswers.isEmpty());
+    QCOMPARE(dialog.getCommand4Name("Shipped")->getCommand(), QStringLiteral("*?SHIPPED"));
 }
 
 void TestCommandList::shippedListsAreReadable_data()

@@ -96,6 +96,7 @@ private slots:
     void keepsBrokenUserFileBeforeWritingOverIt_data();
     void keepsBrokenUserFileBeforeWritingOverIt();
     void duplicateNamesBlockTheSave();
+    void closingWithoutSavingDropsEdits();
     void deleteAsksAndSparesDefaultRows();
     void addServerProposesUniqueCurrentServer();
     void movedPresetPortIsCorrectedOnRead();
@@ -322,6 +323,19 @@ void TestLists::duplicateNamesBlockTheSave()
     QCOMPARE(sandbox->asked.size(), 1);
     QCOMPARE(sandbox->asked.first(), zorTr("wrd_005") + "!|" + zorTr("cfgt1_198") + " (A)");
     QCOMPARE(sandbox->read(kServersUser), original);
+}
+
+void TestLists::closingWithoutSavingDropsEdits()
+{
+    sandbox->write(kServersUser, serversXml(serverRows({"A"})));
+    ZOR_Dialog_Servers dialog;
+    dialog.addServer(QStringLiteral("h"), 1);
+    dialog.treeWidget()->topLevelItem(0)->setText(1, QStringLiteral("Edited"));
+
+    dialog.reject();
+
+    QCOMPARE(column(dialog.treeWidget(), 1), QStringList{"A"});
+    QCOMPARE(userServerNames(*sandbox), QStringList{"A"});
 }
 
 void TestLists::deleteAsksAndSparesDefaultRows()

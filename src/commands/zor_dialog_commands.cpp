@@ -122,6 +122,55 @@ bool ZOR_Dialog_Commands::updateCommand(const QString& qsName, const QString& qs
     return commitChange();
 }
 
+QString ZOR_Dialog_Commands::saveCommand(QWidget* parent, const QString& qsName,
+                                         const QString& qsCommand)
+{
+    const ZOR_Command* command = getCommand4Name(qsName);
+    if (!command || command->isDefault())
+        return saveCommandAs(parent, qsCommand);
+    if (ask(parent, QMessageBox::Question, QStringLiteral("%1!").arg(zorTr(QStringLiteral("wrd_005"))),
+            zorTr(QStringLiteral("mdln_046")),
+            {zorTr(QStringLiteral("wrd_001")), zorTr(QStringLiteral("wrd_002"))})
+        == 1)
+        return QString();
+    updateCommand(qsName, qsCommand);
+    return qsName;
+}
+
+QString ZOR_Dialog_Commands::saveCommandAs(QWidget* parent, const QString& qsCommand)
+{
+    const QString qsTitle = QStringLiteral("%1!").arg(zorTr(QStringLiteral("wrd_005")));
+    QString qsName = getNameNewCommand();
+    for (;;) {
+        if (!askText(parent, zorTr(QStringLiteral("mdln_043")),
+                     QStringLiteral("%1:").arg(zorTr(QStringLiteral("mdln_044"))), qsName))
+            return QString();
+        qsName = qsName.trimmed();
+        if (qsName.isEmpty()) {
+            qsName = getNameNewCommand();
+            continue;
+        }
+        const ZOR_Command* existing = getCommand4Name(qsName);
+        if (!existing) {
+            setNewCommand(qsName, qsCommand);
+            return qsName;
+        }
+        if (existing->isDefault()) {
+            if (ask(parent, QMessageBox::Question, qsTitle, zorTr(QStringLiteral("mdln_176")),
+                    {zorTr(QStringLiteral("wrd_001")), zorTr(QStringLiteral("wrd_002"))})
+                == 0)
+                continue;
+            return QString();
+        }
+        if (ask(parent, QMessageBox::Warning, qsTitle, zorTr(QStringLiteral("mdln_049")),
+                {zorTr(QStringLiteral("wrd_003"))})
+            != 0)
+            return QString();
+        updateCommand(qsName, qsCommand);
+        return qsName;
+    }
+}
+
 bool ZOR_Dialog_Commands::commitChange()
 {
     const bool bWritten = writeFileList();

@@ -33,6 +33,16 @@ public:
     bool setNewCommand(const QString& qsName, const QString& qsCommand);
     bool updateCommand(const QString& qsName, const QString& qsCommand);
 
+    // The console's save actions with their questions. Both return the name
+    // the text was saved under, or "" when nothing was saved.
+    // saveCommand: replace the text of this saved command after asking; a
+    // default command is never overwritten, it is saved as a new one instead.
+    QString saveCommand(QWidget* parent, const QString& qsName, const QString& qsCommand);
+    // saveCommandAs: ask for a name (proposing a free one) and save under it;
+    // an existing user command is replaced after a warning, a default
+    // command's name sends the user back to choose another.
+    QString saveCommandAs(QWidget* parent, const QString& qsCommand);
+
     const QVector<ZOR_Command*>& commands() const { return vCommands; }
     void translateForm() override;
 

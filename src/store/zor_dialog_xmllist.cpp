@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSet>
@@ -21,6 +22,12 @@ const int kDefaultRole = Qt::UserRole + 1;
 ZOR_Dialog_XmlList::Answerer& answerer()
 {
     static ZOR_Dialog_XmlList::Answerer hook;
+    return hook;
+}
+
+ZOR_Dialog_XmlList::TextAnswerer& textAnswerer()
+{
+    static ZOR_Dialog_XmlList::TextAnswerer hook;
     return hook;
 }
 
@@ -447,8 +454,13 @@ void ZOR_Dialog_XmlList::slot_pressed_Btn_Save()
 
 void ZOR_Dialog_XmlList::slot_pressed_Btn_Cancel()
 {
-    readFile();
     reject();
+}
+
+void ZOR_Dialog_XmlList::reject()
+{
+    readFile();
+    QDialog::reject();
 }
 
 // --- message boxes ---------------------------------------------------------
@@ -471,6 +483,24 @@ int ZOR_Dialog_XmlList::ask(QWidget* parent, QMessageBox::Icon icon, const QStri
 void ZOR_Dialog_XmlList::setAnswerer(const Answerer& hook)
 {
     answerer() = hook;
+}
+
+bool ZOR_Dialog_XmlList::askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel,
+                                 QString& qsValue)
+{
+    if (textAnswerer())
+        return textAnswerer()(qsTitle, qsLabel, qsValue);
+    bool bOk = false;
+    const QString qsText = QInputDialog::getText(parent, qsTitle, qsLabel, QLineEdit::Normal,
+                                                 qsValue, &bOk);
+    if (bOk)
+        qsValue = qsText;
+    return bOk;
+}
+
+void ZOR_Dialog_XmlList::setTextAnswerer(const TextAnswerer& hook)
+{
+    textAnswerer() = hook;
 }
 
 // --- default hooks -----------------------------------------------------------

@@ -81,6 +81,17 @@ public:
     static int ask(QWidget* parent, QMessageBox::Icon icon, const QString& qsTitle,
                    const QString& qsText, const QStringList& buttons);
     static void setAnswerer(const Answerer& answerer);
+    // The same for a line of text: false when cancelled, else qsValue holds
+    // the text entered (it comes in as the proposal).
+    using TextAnswerer = std::function<bool(const QString& qsTitle, const QString& qsLabel,
+                                            QString& qsValue)>;
+    static bool askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel,
+                        QString& qsValue);
+    static void setTextAnswerer(const TextAnswerer& answerer);
+
+public slots:
+    // Closing without saving drops the edits of the tree.
+    void reject() override;
 
 signals:
     void signal_List_Change();

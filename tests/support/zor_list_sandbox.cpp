@@ -27,11 +27,23 @@ ZorListSandbox::ZorListSandbox()
         asked << qsTitle + QLatin1Char('|') + qsText;
         return answers.isEmpty() ? 0 : answers.takeFirst();
     });
+    ZOR_Dialog_XmlList::setTextAnswerer([this](const QString& qsTitle, const QString& qsLabel,
+                                               QString& qsValue) {
+        askedText << qsTitle + QLatin1Char('|') + qsLabel + QLatin1Char('|') + qsValue;
+        if (textAnswers.isEmpty())
+            return true;
+        const QString qsAnswer = textAnswers.takeFirst();
+        if (qsAnswer.isNull())
+            return false;
+        qsValue = qsAnswer;
+        return true;
+    });
 }
 
 ZorListSandbox::~ZorListSandbox()
 {
     ZOR_Dialog_XmlList::setAnswerer(nullptr);
+    ZOR_Dialog_XmlList::setTextAnswerer(nullptr);
     setAppDataDirectory(QString());
     ZOR_Language::instance().reload();
 }

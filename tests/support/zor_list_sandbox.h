@@ -33,6 +33,11 @@ public:
     QList<int> answers;
     // "title|text" of every message box asked.
     QStringList asked;
+    // Texts entered into the next text questions in turn; a null QString
+    // cancels; when they run out the proposal is taken as it is.
+    QStringList textAnswers;
+    // "title|label|proposal" of every text question.
+    QStringList askedText;
 
 private:
     QTemporaryDir dir;
