@@ -1,0 +1,91 @@
+#ifndef ZOR_FORM_COMMANDS_H
+#define ZOR_FORM_COMMANDS_H
+
+// The commands console: a free command line, fixed commands for the GNSS
+// receiver of RAVEL terminals and for the SIM (balance, ICCID), and a log of
+// every block that goes out or comes in. Created once by the module object
+// and kept, hidden, after closing.
+
+#include <QByteArray>
+#include <QDialog>
+#include <QString>
+#include <QStringList>
+
+class QAction;
+class ZOR_Model_Log;
+namespace Ui {
+class ZOR_Form_Commands;
+}
+
+class ZOR_Form_Commands : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit ZOR_Form_Commands(QWidget* parent = nullptr);
+    ~ZOR_Form_Commands() override;
+
+    void showForm();
+    void initForm();
+    void translateForm();
+    QString getWindowTitle() const { return qsWindowTitle; }
+
+    void deviceConnect();
+    void deviceDisconnect();
+    void deviceReceive(QByteArray* data);
+    void deviceReceive(const QString& text);
+
+    // One log row: direction 0 "OUT", 1 "IN", anything else none.
+    void setData(int direction, const QByteArray& data);
+    void setReceiveCommand(QByteArray* data);
+
+    // The free command line as bytes: "\hh" is the byte hh, "\\" one
+    // backslash; anything else, and a malformed escape, goes as typed.
+    static QByteArray getUniCommand(const QString& qsCommand);
+    static QString getStrVisibleData(const QByteArray* data);
+    static QString getIccIdType(const QString& qsField);
+
+    // Link to the saved command list.
+    void setListCommands(const QStringList& names);
+    void setParamCommandType(const QString& qsName);
+    void setTypeCommandType(const QString& qsText);
+    void saveCommandAsNew();
+
+    ZOR_Model_Log* logModel() const { return modelLog; }
+
+private slots:
+    void slot_currentIndexChanged_ComboBox_ListCommands(int index);
+    void slot_textChanged_LineEdit_Cmd_Any(const QString& text);
+    void slot_triggered_Action_Save();
+    void slot_triggered_Action_SaveAs();
+    void slot_pressed_ToolButton_ListCommands_Edit();
+    void slot_toggled_CheckBox_IccId_Sim_1(bool bChecked);
+    void slot_toggled_CheckBox_IccId_Sim_2(bool bChecked);
+    void slot_finished_Form(int result);
+
+private:
+    void sendCommand(const QByteArray& bytes);
+    void sendCommandText(const QString& qsText);
+    void scrollLogLater();
+    void updateIccIdButton();
+
+    // Fixed commands; an empty text means "send nothing".
+    QString commandCoordSystem() const;
+    QString commandSatSystems() const;
+    QString commandNmeaRate() const;
+    QString commandIccId() const;
+
+    // The command list is kept by the list dialog; until it is attached
+    // there are no saved commands.
+    QString savedCommandText(const QString& qsName) const;
+    QString savedCommandName(const QString& qsText) const;
+
+    Ui::ZOR_Form_Commands* ui;
+    ZOR_Model_Log* modelLog = nullptr;
+    QAction* actionSave = nullptr;
+    QAction* actionSaveAs = nullptr;
+    QString qsLoadedCommand;
+    QString qsWindowTitle;
+    bool bScrollPending = false;
+};
+
+#endif
