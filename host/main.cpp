@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QMessageBox>
+#include <QStatusBar>
 
 #include <cstdio>
 
@@ -56,7 +57,7 @@ int main(int argc, char** argv)
     ZOR_HostWindow window(&module);
     window.show();
     if (!window.connectTerminal(parser.value(connectTo)) && bScripted) {
-        std::fprintf(stderr, "zor-host: %s\n", module.errorString().toLocal8Bit().constData());
+        std::fprintf(stderr, "zor-host: %s\n", window.statusBar()->currentMessage().toLocal8Bit().constData());
         return 1;
     }
     if (!bScripted)

@@ -145,8 +145,8 @@ void ZOR_HostDemo::finish()
             cells << lpModel->index(nRow, nColumn).data().toString();
         print(cells.join(QStringLiteral(" | ")));
     }
-    print(QStringLiteral("ICCID SIM 1: %1").arg(console<QLineEdit>("lineEdit_IccId_Sim_1")->text()));
-    print(QStringLiteral("ICCID SIM 2: %1").arg(console<QLineEdit>("lineEdit_IccId_Sim_2")->text()));
+    print(QStringLiteral("ICCID SIM 1: %1").arg(console<QLineEdit>("lineEdit_IccId_Sim_1")->text().trimmed()));
+    print(QStringLiteral("ICCID SIM 2: %1").arg(console<QLineEdit>("lineEdit_IccId_Sim_2")->text().trimmed()));
     std::fflush(stdout);
     if (!m_qsScreenshot.isEmpty() && !saveScreenshot())
         return fail(QStringLiteral("cannot save the picture %1").arg(m_qsScreenshot));
