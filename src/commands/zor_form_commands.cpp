@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QIcon>
 #include <QMenu>
+#include <QTimer>
 
 #include <functional>
 #include <iterator>
@@ -19,6 +20,8 @@
 namespace {
 
 const int kRavelMode = 5;
+// Often enough to look live, rare enough to cost little.
+const int kLogRefreshMs = 40;
 
 // Dialect of the GNSS receiver (as answered by the host) x coordinate system.
 const char* const kCoordSystemCommands[2][2] = {
@@ -66,6 +69,10 @@ void ZOR_Form_Commands::initForm()
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 
     modelLog = new ZOR_Model_Log(this);
+    timerScroll = new QTimer(this);
+    timerScroll->setSingleShot(true);
+    timerScroll->setInterval(kLogRefreshMs);
+    connect(timerScroll, &QTimer::timeout, this, &ZOR_Form_Commands::showNewLogRows);
     ui->treeWidget->setModel(modelLog);
     ui->treeWidget->verticalHeader()->setVisible(false);
     ui->treeWidget->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -268,20 +275,24 @@ void ZOR_Form_Commands::setData(int direction, const QByteArray& data)
     scrollLogLater();
 }
 
-// Scrolling after every row makes a busy log quadratic; one scroll per
-// turn of the event loop keeps the newest row in view at a fraction of it.
+// A row shows at once when the log is quiet. Under a stream of blocks the
+// rows are shown, and the log scrolled to the newest, once per
+// kLogRefreshMs: the view repaints whenever its row count changes, and a
+// repaint per block costs far more than the block.
 void ZOR_Form_Commands::scrollLogLater()
 {
-    if (bScrollPending)
+    if (timerScroll->isActive())
         return;
-    bScrollPending = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            bScrollPending = false;
-            ui->treeWidget->scrollToBottom();
-        },
-        Qt::QueuedConnection);
+    showNewLogRows();
+    timerScroll->start();
+}
+
+void ZOR_Form_Commands::showNewLogRows()
+{
+    if (!modelLog->publish())
+        return;
+    ui->treeWidget->scrollToBottom();
+    timerScroll->start();
 }
 
 void ZOR_Form_Commands::sendCommand(const QByteArray& bytes)

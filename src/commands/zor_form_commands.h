@@ -12,6 +12,7 @@
 #include <QStringList>
 
 class QAction;
+class QTimer;
 class ZOR_Model_Log;
 namespace Ui {
 class ZOR_Form_Commands;
@@ -66,6 +67,7 @@ private:
     void sendCommand(const QByteArray& bytes);
     void sendCommandText(const QString& qsText);
     void scrollLogLater();
+    void showNewLogRows();
     void updateIccIdButton();
 
     // Fixed commands; an empty text means "send nothing".
@@ -85,7 +87,7 @@ private:
     QAction* actionSaveAs = nullptr;
     QString qsLoadedCommand;
     QString qsWindowTitle;
-    bool bScrollPending = false;
+    QTimer* timerScroll = nullptr;
 };
 
 #endif

@@ -41,10 +41,17 @@ ZOR_Model_Log::ZOR_Model_Log(QObject* parent)
 
 void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsSinceEpoch)
 {
-    const int row = rows.size();
-    beginInsertRows(QModelIndex(), row, row);
     rows.append(Row{nMSecsSinceEpoch, direction, data});
+}
+
+bool ZOR_Model_Log::publish()
+{
+    if (nPublished == rows.size())
+        return false;
+    beginInsertRows(QModelIndex(), nPublished, rows.size() - 1);
+    nPublished = rows.size();
     endInsertRows();
+    return true;
 }
 
 void ZOR_Model_Log::clear()
@@ -52,6 +59,7 @@ void ZOR_Model_Log::clear()
     beginResetModel();
     rows.clear();
     rows.squeeze();
+    nPublished = 0;
     endResetModel();
 }
 
@@ -94,7 +102,7 @@ int ZOR_Model_Log::initialWidth(int column)
 
 int ZOR_Model_Log::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : rows.size();
+    return parent.isValid() ? 0 : nPublished;
 }
 
 int ZOR_Model_Log::columnCount(const QModelIndex& parent) const
