@@ -65,7 +65,7 @@ private:
     QString lastLogText(int column) const
     {
         const ZOR_Model_Log* log = form->logModel();
-        return log->text(log->size() - 1, column);
+        return log->text(log->rowCount() - 1, column);
     }
     void setIccIdResults(const QString& sim1, const QString& sim2);
 
@@ -214,12 +214,12 @@ void TestConsole::fixedCommands()
 void TestConsole::unknownDialectSendsNothing()
 {
     form->deviceConnect();
-    const int rows = form->logModel()->size();
+    const int rows = form->logModel()->rowCount();
     host.nCoordSystem = 2;
     host.clear();
     child<QPushButton>("pushButton_Send_Ravel_Cmd_1")->click();
     QCOMPARE(host.codes(), QList<int>({ZOR_MSG_GET_COORDSYSTEM}));
-    QCOMPARE(form->logModel()->size(), rows);
+    QCOMPARE(form->logModel()->rowCount(), rows);
 }
 
 void TestConsole::iccIdReplies_data()
@@ -251,12 +251,12 @@ void TestConsole::iccIdReplies()
     QFETCH(QString, sim1);
     QFETCH(QString, sim2);
     setIccIdResults(QStringLiteral("old 1"), QStringLiteral("old 2"));
-    const int rows = form->logModel()->size();
+    const int rows = form->logModel()->rowCount();
     form->deviceReceive(&reply);
     QCOMPARE(child<QLineEdit>("lineEdit_IccId_Sim_1")->text(), sim1);
     QCOMPARE(child<QLineEdit>("lineEdit_IccId_Sim_2")->text(), sim2);
     // Every reply is logged as received, recognised or not.
-    QCOMPARE(form->logModel()->size(), rows + 1);
+    QCOMPARE(form->logModel()->rowCount(), rows + 1);
     QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QStringLiteral("IN"));
 }
 
@@ -368,7 +368,7 @@ void TestConsole::newestRowIsInView()
     auto* view = child<QTableView>("treeWidget");
     for (int i = 0; i < 500; ++i)
         form->setData(1, QByteArray::number(i));
-    // Rows of a burst are shown together a moment later.
+    // The rows of a burst are in view a moment later.
     const auto lastRowShown = [view] {
         const QModelIndex last = view->model()->index(499, 0);
         return last.isValid() && view->viewport()->rect().intersects(view->visualRect(last));
@@ -383,9 +383,9 @@ void TestConsole::clearEmptiesTheLog()
     form->setData(0, "a");
     form->setData(1, "b");
     child<QToolButton>("toolButton_Clear")->click();
-    QCOMPARE(form->logModel()->size(), 0);
+    QCOMPARE(form->logModel()->rowCount(), 0);
     form->setData(1, "c");
-    QCOMPARE(form->logModel()->size(), 1);
+    QCOMPARE(form->logModel()->rowCount(), 1);
 }
 
 void TestConsole::connectAndDisconnectRows()

@@ -182,17 +182,17 @@ void TestModule::consoleOpenedAfterConnectIsConnected()
     QVERIFY(form->findChild<QPushButton*>("pushButton_Send_Cmd_Any")->isEnabled());
     QCOMPARE(form->findChild<QLineEdit*>("lineEdit_Balance_USSD")->text(), QStringLiteral("*102#"));
     ZOR_Model_Log* log = form->logModel();
-    QCOMPARE(log->text(log->size() - 1, ZOR_Model_Log::ColumnData), QStringLiteral("CONNECT"));
+    QCOMPARE(log->text(log->rowCount() - 1, ZOR_Model_Log::ColumnData), QStringLiteral("CONNECT"));
 }
 
 void TestModule::receivedDataIsLoggedByTheConsole()
 {
     ZOR_Model_Log* log = lpGlobalLib->getFormCommands()->logModel();
-    const int rows = log->size();
+    const int rows = log->rowCount();
     QByteArray data("*#ICCID 1,8970101234567890123");
     send(2056, reinterpret_cast<unsigned long>(&data));
     send(2056, 0);
-    QCOMPARE(log->size(), rows + 1);
+    QCOMPARE(log->rowCount(), rows + 1);
     QCOMPARE(log->text(rows, ZOR_Model_Log::ColumnDirection), QStringLiteral("IN"));
     QCOMPARE(lpGlobalLib->getFormCommands()->findChild<QLineEdit*>("lineEdit_IccId_Sim_1")->text(),
              QStringLiteral("8970101234567890123"));

@@ -75,6 +75,9 @@ void ZOR_Form_Commands::initForm()
     connect(timerScroll, &QTimer::timeout, this, &ZOR_Form_Commands::showNewLogRows);
     ui->treeWidget->setModel(modelLog);
     ui->treeWidget->verticalHeader()->setVisible(false);
+    // Per-item scrolling looks up the row position from the first row on
+    // each layout, which makes a long log slower with every row.
+    ui->treeWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     ui->treeWidget->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     ui->treeWidget->verticalHeader()->setDefaultSectionSize(
         ui->treeWidget->fontMetrics().height() + 4);
@@ -276,21 +279,24 @@ void ZOR_Form_Commands::setData(int direction, const QByteArray& data)
 }
 
 // A row shows at once when the log is quiet. Under a stream of blocks the
-// rows are shown, and the log scrolled to the newest, once per
-// kLogRefreshMs: the view repaints whenever its row count changes, and a
-// repaint per block costs far more than the block.
+// view repaints, and scrolls to the newest row, once per kLogRefreshMs:
+// it would repaint whole on every new row otherwise, and that costs far
+// more than the row itself (scrolling per row also grows with the log).
 void ZOR_Form_Commands::scrollLogLater()
 {
-    if (timerScroll->isActive())
+    if (timerScroll->isActive()) {
+        ui->treeWidget->setUpdatesEnabled(false);
         return;
-    showNewLogRows();
+    }
+    ui->treeWidget->scrollToBottom();
     timerScroll->start();
 }
 
 void ZOR_Form_Commands::showNewLogRows()
 {
-    if (!modelLog->publish())
+    if (ui->treeWidget->updatesEnabled())
         return;
+    ui->treeWidget->setUpdatesEnabled(true);
     ui->treeWidget->scrollToBottom();
     timerScroll->start();
 }

@@ -8,7 +8,7 @@
 #include <QAbstractTableModel>
 #include <QByteArray>
 #include <QFont>
-#include <QVector>
+#include <vector>
 
 class ZOR_Model_Log : public QAbstractTableModel
 {
@@ -20,14 +20,8 @@ public:
     explicit ZOR_Model_Log(QObject* parent = nullptr);
 
     // direction: 0 "OUT", 1 "IN", anything else no direction text.
-    // Views see appended rows only when they are published: a view
-    // repaints on every change of the row count, so a busy log publishes
-    // its rows in batches.
     void append(int direction, const QByteArray& data, qint64 nMSecsSinceEpoch);
-    bool publish();
     void clear();
-    // Rows logged, published or not; text() reads any of them.
-    int size() const { return rows.size(); }
 
     QString text(int row, int column) const;
     static int initialWidth(int column);
@@ -46,8 +40,7 @@ private:
         int nDirection;
         QByteArray data;
     };
-    QVector<Row> rows;
-    int nPublished = 0;
+    std::vector<Row> rows;
     QFont rowFont;
 };
 
