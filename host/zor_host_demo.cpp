@@ -72,12 +72,21 @@ void ZOR_HostDemo::start()
         m_lpConsole = findConsole();
         if (!m_lpConsole)
             return fail(QStringLiteral("the console did not open"));
-        m_lpHostWindow->setGeometry(0, 0, 1000, 700);
-        m_lpConsole->move(160, 90);
+        // Side by side: on a bare X server there are no window frames to
+        // tell two overlapping windows apart.
+        m_lpHostWindow->setGeometry(0, 0, 400, 720);
+        m_lpConsole->setGeometry(410, 0, 860, 720);
         next();
     };
     for (const char* command : kCommands)
         m_steps << [this, command] { type(QLatin1String(command)); };
+    m_steps << [this] {
+        auto* lpBalance = console<QAbstractButton>("pushButton_Balance");
+        if (!lpBalance)
+            return fail(QStringLiteral("the console has no balance button"));
+        lpBalance->click();
+        QTimer::singleShot(kStepMs, this, [this] { next(); });
+    };
     m_steps << [this] {
         for (const char* name : {"checkBox_IccId_Sim_1", "checkBox_IccId_Sim_2", "pushButton_IccId"}) {
             auto* lpButton = console<QAbstractButton>(name);

@@ -55,7 +55,7 @@ bool ZOR_HostWindow::connectTerminal(const QString& qsSpec)
 {
     ZOR_TerminalLink* lpLink = ZOR_TerminalLink::fromSpec(qsSpec);
     if (!lpLink) {
-        ui->statusbar->showMessage(tr("unknown terminal link: %1").arg(qsSpec));
+        ui->statusbar->showMessage(tr("Неизвестная связь с терминалом: %1").arg(qsSpec));
         return false;
     }
     return m_lpModule->connectLink(lpLink);

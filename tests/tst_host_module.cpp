@@ -273,7 +273,7 @@ void TestHostModule::linkSpecs_data()
 {
     QTest::addColumn<QString>("spec");
     QTest::addColumn<QString>("description");
-    QTest::newRow("simulator") << QStringLiteral("simulator") << QStringLiteral("simulator");
+    QTest::newRow("simulator") << QStringLiteral("simulator") << QStringLiteral("симулятор терминала");
     QTest::newRow("port, default baud") << QStringLiteral("serial:ttyUSB0") << QStringLiteral("ttyUSB0, 115200");
     QTest::newRow("path and baud") << QStringLiteral("serial:/dev/pts/3:9600") << QStringLiteral("/dev/pts/3, 9600");
     QTest::newRow("no port") << QStringLiteral("serial:") << QString();

@@ -169,7 +169,7 @@ bool ZOR_HostModule::connectLink(ZOR_TerminalLink* lpLink)
 {
     disconnectLink();
     if (!lpLink->open()) {
-        m_qsError = tr("cannot open %1: %2").arg(lpLink->description(), lpLink->errorString());
+        m_qsError = tr("Не удаётся открыть %1: %2").arg(lpLink->description(), lpLink->errorString());
         delete lpLink;
         emit signal_Status(m_qsError);
         return false;
@@ -178,7 +178,7 @@ bool ZOR_HostModule::connectLink(ZOR_TerminalLink* lpLink)
     m_lpLink = lpLink;
     connect(lpLink, &ZOR_TerminalLink::signal_Received, this, &ZOR_HostModule::slot_Received);
     connect(lpLink, &ZOR_TerminalLink::signal_Lost, this, &ZOR_HostModule::slot_Lost);
-    emit signal_Status(tr("connected: %1").arg(lpLink->description()));
+    emit signal_Status(tr("Подключено: %1").arg(lpLink->description()));
     send(ZOR_MSG_DEVICE_CONNECTED);
     return true;
 }
@@ -191,7 +191,7 @@ void ZOR_HostModule::disconnectLink()
     m_lpLink = nullptr;
     lpLink->close();
     lpLink->deleteLater();
-    emit signal_Status(tr("disconnected"));
+    emit signal_Status(tr("Отключено"));
     send(ZOR_MSG_DEVICE_DISCONNECTED);
 }
 
@@ -211,5 +211,5 @@ void ZOR_HostModule::slot_Received(const QByteArray& bytes)
 void ZOR_HostModule::slot_Lost(const QString& qsReason)
 {
     disconnectLink();
-    emit signal_Status(tr("link lost: %1").arg(qsReason));
+    emit signal_Status(tr("Связь потеряна: %1").arg(qsReason));
 }

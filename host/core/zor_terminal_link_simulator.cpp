@@ -32,7 +32,7 @@ void ZOR_TerminalLink_Simulator::write(const QByteArray& bytes)
 
 QString ZOR_TerminalLink_Simulator::description() const
 {
-    return QStringLiteral("simulator");
+    return QStringLiteral("симулятор терминала");
 }
 
 void ZOR_TerminalLink_Simulator::deliver(const QByteArray& replies)
