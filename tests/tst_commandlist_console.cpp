@@ -19,12 +19,6 @@
 namespace {
 const QString kCommands = QStringLiteral("/Localization/Temp/commands.xml");
 const QString kCommandsUser = QStringLiteral("/Localization/Temp/commands_user.xml");
-
-QByteArray commandsXml(const QList<QStringList>& rows)
-{
-    return ZorListSandbox::listXml(QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
-                                   {QStringLiteral("name"), QStringLiteral("cmnd")}, rows);
-}
 } // namespace
 
 class TestCommandListConsole : public QObject
@@ -68,7 +62,7 @@ private:
 void TestCommandListConsole::init()
 {
     sandbox.reset(new ZorListSandbox);
-    sandbox->write(kCommands, commandsXml({{"Shipped", "*?SHIPPED"}}));
+    sandbox->write(kCommands, ZorListSandbox::commandsXml({{"Shipped", "*?SHIPPED"}}));
     form.reset(new ZOR_Form_Commands);
     form->showForm();
 }
@@ -127,7 +121,7 @@ void TestCommandListConsole::savedCommandIsFoundAgainEditedAndKept()
 void TestCommandListConsole::freeEntryIsNeverAStoredCommand()
 {
     const QString free = zorTr("mdln_041");
-    sandbox->write(kCommandsUser, commandsXml({{free, "*?STORED"}}));
+    sandbox->write(kCommandsUser, ZorListSandbox::commandsXml({{free, "*?STORED"}}));
     form.reset(new ZOR_Form_Commands);
     QCOMPARE(entries(), (QStringList{free, "Shipped", free}));
 
