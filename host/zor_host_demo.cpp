@@ -18,6 +18,7 @@
 #include <QWidget>
 
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
@@ -26,7 +27,28 @@ namespace {
 const int kStepMs = 300;
 const int kIccidTimeoutMs = 5000;
 
-const char* const kCommands[] = {"*?V", "*?S", "*?PING 1", "*!EDIT PHONES:MODE(1)", "*?HELLO"};
+// The demo's script. Type: type the text into the free command line and
+// send it. Press: click the button (a check box or radio button only when
+// not checked yet). PressRavel: the same, only in the RAVEL layout.
+enum class Act { Type, Press, PressRavel };
+const struct {
+    Act act;
+    const char* what;
+} kScript[] = {
+    {Act::Type, "*?V"},
+    {Act::Type, "*?S"},
+    {Act::Type, "*?PING 1"},
+    {Act::Type, "*!EDIT PHONES:MODE(1)"},
+    {Act::Type, "*?HELLO"},
+    {Act::Press, "pushButton_Balance"},
+    {Act::PressRavel, "radioButton_Ravel_Cmd_1_WGS"},
+    {Act::PressRavel, "pushButton_Send_Ravel_Cmd_1"},
+    {Act::PressRavel, "pushButton_Send_Ravel_Cmd_3"},
+    {Act::PressRavel, "pushButton_TmiSms_Off"},
+    {Act::Press, "checkBox_IccId_Sim_1"},
+    {Act::Press, "checkBox_IccId_Sim_2"},
+    {Act::Press, "pushButton_IccId"},
+};
 
 QWidget* findConsole()
 {
@@ -61,44 +83,48 @@ T* ZOR_HostDemo::console(const char* name) const
 
 void ZOR_HostDemo::start()
 {
-    m_steps << [this] {
-        if (!m_lpModule->link() && !m_lpModule->connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))))
-            return fail(m_lpModule->errorString());
-        const QList<QAction*> actions = m_lpModule->menuActions();
-        if (actions.isEmpty() || !actions.first()->isEnabled())
-            return fail(QStringLiteral("the module's menu entry is missing or disabled"));
-        print(QStringLiteral("menu: %1").arg(actions.first()->text()));
-        actions.first()->trigger();
-        m_lpConsole = findConsole();
-        if (!m_lpConsole)
-            return fail(QStringLiteral("the console did not open"));
-        // Side by side: on a bare X server there are no window frames to
-        // tell two overlapping windows apart.
-        m_lpHostWindow->setGeometry(0, 0, 400, 720);
-        m_lpConsole->setGeometry(410, 0, 860, 720);
-        next();
-    };
-    for (const char* command : kCommands)
-        m_steps << [this, command] { type(QLatin1String(command)); };
-    m_steps << [this] {
-        auto* lpBalance = console<QAbstractButton>("pushButton_Balance");
-        if (!lpBalance)
-            return fail(QStringLiteral("the console has no balance button"));
-        lpBalance->click();
-        QTimer::singleShot(kStepMs, this, [this] { next(); });
-    };
-    m_steps << [this] {
-        for (const char* name : {"checkBox_IccId_Sim_1", "checkBox_IccId_Sim_2", "pushButton_IccId"}) {
-            auto* lpButton = console<QAbstractButton>(name);
-            if (!lpButton)
-                return fail(QStringLiteral("the console has no %1").arg(QLatin1String(name)));
-            if (!lpButton->isCheckable() || !lpButton->isChecked())
-                lpButton->click();
-        }
-        QTimer::singleShot(kStepMs, this, [this] { next(); });
-    };
-    m_steps << [this] { waitForIccid(); };
-    QTimer::singleShot(0, this, [this] { next(); });
+    QTimer::singleShot(0, this, &ZOR_HostDemo::openConsole);
+}
+
+void ZOR_HostDemo::openConsole()
+{
+    if (!m_lpModule->link() && !m_lpModule->connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))))
+        return fail(m_lpModule->errorString());
+    const QList<QAction*> actions = m_lpModule->menuActions();
+    if (actions.isEmpty() || !actions.first()->isEnabled())
+        return fail(QStringLiteral("the module's menu entry is missing or disabled"));
+    print(QStringLiteral("menu: %1").arg(actions.first()->text()));
+    actions.first()->trigger();
+    m_lpConsole = findConsole();
+    if (!m_lpConsole)
+        return fail(QStringLiteral("the console did not open"));
+    // Side by side: on a bare X server there are no window frames to tell
+    // two overlapping windows apart.
+    m_lpHostWindow->setGeometry(0, 0, 400, 720);
+    m_lpConsole->setGeometry(410, 0, 860, 720);
+    runStep();
+}
+
+void ZOR_HostDemo::runStep()
+{
+    if (m_nStep == int(std::size(kScript)))
+        return waitForIccid();
+    const auto& step = kScript[m_nStep++];
+    int nWaitMs = kStepMs; // for the terminal's answer
+    if (step.act == Act::Type) {
+        if (!type(QLatin1String(step.what)))
+            return;
+    } else {
+        auto* lpButton = console<QAbstractButton>(step.what);
+        auto* lpRavel = console<QWidget>("groupBox_Ravel");
+        if (!lpButton || !lpRavel)
+            return fail(QStringLiteral("the console has no %1").arg(QLatin1String(step.what)));
+        if (lpButton->isCheckable() || (step.act == Act::PressRavel && !lpRavel->isVisible()))
+            nWaitMs = 0; // nothing is sent
+        if ((step.act == Act::Press || lpRavel->isVisible()) && !(lpButton->isCheckable() && lpButton->isChecked()))
+            lpButton->click();
+    }
+    QTimer::singleShot(nWaitMs, this, &ZOR_HostDemo::runStep);
 }
 
 void ZOR_HostDemo::waitForIccid()
@@ -113,18 +139,14 @@ void ZOR_HostDemo::waitForIccid()
     QTimer::singleShot(kStepMs, this, [this] { waitForIccid(); });
 }
 
-void ZOR_HostDemo::next()
-{
-    if (!m_steps.isEmpty())
-        m_steps.takeFirst()();
-}
-
-void ZOR_HostDemo::type(const QString& qsCommand)
+bool ZOR_HostDemo::type(const QString& qsCommand)
 {
     auto* lpLine = console<QLineEdit>("lineEdit_Cmd_Any");
     auto* lpSend = console<QAbstractButton>("pushButton_Send_Cmd_Any");
-    if (!lpLine || !lpSend)
-        return fail(QStringLiteral("the console has no command line"));
+    if (!lpLine || !lpSend) {
+        fail(QStringLiteral("the console has no command line"));
+        return false;
+    }
     lpLine->clear();
     lpLine->setFocus();
     // Key by key, as a user types, so the console sees its edit signals.
@@ -133,7 +155,7 @@ void ZOR_HostDemo::type(const QString& qsCommand)
         QApplication::sendEvent(lpLine, &press);
     }
     lpSend->click();
-    QTimer::singleShot(kStepMs, this, [this] { next(); });
+    return true;
 }
 
 void ZOR_HostDemo::fail(const QString& qsWhy)

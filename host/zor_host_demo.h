@@ -12,8 +12,6 @@
 #include <QPointer>
 #include <QString>
 
-#include <functional>
-
 class QWidget;
 class ZOR_HostModule;
 
@@ -30,11 +28,12 @@ signals:
     void signal_Finished(int nExitCode);
 
 private:
-    void next();
+    void openConsole();
+    void runStep();
     void waitForIccid();
     void fail(const QString& qsWhy);
     void finish();
-    void type(const QString& qsCommand);
+    bool type(const QString& qsCommand);
     template <class T>
     T* console(const char* name) const;
     bool saveScreenshot() const;
@@ -43,7 +42,7 @@ private:
     QWidget* m_lpHostWindow;
     QString m_qsScreenshot;
     QPointer<QWidget> m_lpConsole;
-    QList<std::function<void()>> m_steps;
+    int m_nStep = 0;
     int m_nWaitedMs = 0;
 };
 

@@ -22,6 +22,18 @@ check "demo shows ICCID of SIM 1" grep -qx 'ICCID SIM 1: 8970101234567890128' "$
 check "demo shows ICCID of SIM 2" grep -qx 'ICCID SIM 2: 8970201234567890127' "$tmp/out"
 check "demo logs the connect row" grep -qF 'CONNECT' "$tmp/out"
 
+"$bin/zor-host" --demo --language en >"$tmp/out" 2>/dev/null
+check "english menu caption" grep -qx 'menu: Commands' "$tmp/out"
+
+# The RAVEL layout asks the host for the GNSS dialect before it sends the
+# coordinate system; an unknown dialect sends nothing.
+"$bin/zor-host" --demo --ravel --dialect 1 >"$tmp/out" 2>/dev/null
+check "dialect 1: coordinate system sent" grep -qF '| OUT | 18 | *!UC.GPS,PMTK330,0 |' "$tmp/out"
+check "dialect 1: acknowledged" grep -qF '| IN | 20 | *@UC.GPS,PMTK330,0.. |' "$tmp/out"
+check "ravel: rate acknowledged" grep -qF '*@UC.GPS,PMTK220,1000..' "$tmp/out"
+"$bin/zor-host" --demo --ravel --dialect 2 >"$tmp/out" 2>/dev/null
+check "unknown dialect: no coordinate system" sh -c "! grep -q 'PMTK330\|PQPZ90' '$tmp/out'"
+
 "$bin/zor-host" --screenshot "$tmp/shot.png" >/dev/null 2>&1; rc=$?
 check "screenshot exits 0" test "$rc" = 0
 check "screenshot is a PNG" sh -c "head -c 8 '$tmp/shot.png' | od -An -tx1 | grep -q '89 50 4e 47'"

@@ -16,12 +16,6 @@ namespace {
 const QString kCommands = QStringLiteral("/Localization/Temp/commands.xml");
 const QString kCommandsUser = QStringLiteral("/Localization/Temp/commands_user.xml");
 
-QByteArray commandsXml(const QList<QStringList>& rows)
-{
-    return ZorListSandbox::listXml(QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
-                                   {QStringLiteral("name"), QStringLiteral("cmnd")}, rows);
-}
-
 QList<QStringList> rowsNamed(const QStringList& names)
 {
     QList<QStringList> rows;
@@ -87,15 +81,15 @@ void TestCommandList::titleCount()
 {
     QFETCH(QStringList, names);
     QFETCH(int, expected);
-    sandbox->write(kCommandsUser, commandsXml(rowsNamed(names)));
+    sandbox->write(kCommandsUser, ZorListSandbox::commandsXml(rowsNamed(names)));
     ZOR_Dialog_Commands dialog;
     QCOMPARE(dialog.getTitleCount(QStringLiteral("Command")), expected);
 }
 
 void TestCommandList::newCommandNameSkipsNamesInUse()
 {
-    sandbox->write(kCommands, commandsXml(rowsNamed({"Command1"})));
-    sandbox->write(kCommandsUser, commandsXml(rowsNamed({"Command7"})));
+    sandbox->write(kCommands, ZorListSandbox::commandsXml(rowsNamed({"Command1"})));
+    sandbox->write(kCommandsUser, ZorListSandbox::commandsXml(rowsNamed({"Command7"})));
     ZOR_Dialog_Commands dialog;
     QCOMPARE(dialog.getNameNewCommand(), QStringLiteral("Command8"));
 
@@ -110,7 +104,7 @@ void TestCommandList::newCommandNameSkipsNamesInUse()
 void TestCommandList::listStartsWithTheFreeCommandEntry()
 {
     const QString free = zorTr("mdln_041");
-    sandbox->write(kCommandsUser, commandsXml({{"B", "*?B"}, {free, "*?FREE"}}));
+    sandbox->write(kCommandsUser, ZorListSandbox::commandsXml({{"B", "*?B"}, {free, "*?FREE"}}));
     ZOR_Dialog_Commands dialog;
     QStringList list;
     dialog.getListCommandsName(list);
@@ -121,7 +115,7 @@ void TestCommandList::listStartsWithTheFreeCommandEntry()
 
 void TestCommandList::newCommandIsWrittenAtOnceWithoutDefaults()
 {
-    sandbox->write(kCommands, commandsXml(rowsNamed({"Version", "IMEI"})));
+    sandbox->write(kCommands, ZorListSandbox::commandsXml(rowsNamed({"Version", "IMEI"})));
     ZOR_Dialog_Commands dialog;
     QSignalSpy changed(&dialog, &ZOR_Dialog_Commands::signal_ListCommands_Change);
 
@@ -137,8 +131,8 @@ void TestCommandList::newCommandIsWrittenAtOnceWithoutDefaults()
 
 void TestCommandList::updateChangesUserCommandsOnly()
 {
-    sandbox->write(kCommands, commandsXml({{"Version", "*?VERSION"}}));
-    sandbox->write(kCommandsUser, commandsXml({{"Mine", "*?OLD"}}));
+    sandbox->write(kCommands, ZorListSandbox::commandsXml({{"Version", "*?VERSION"}}));
+    sandbox->write(kCommandsUser, ZorListSandbox::commandsXml({{"Mine", "*?OLD"}}));
     ZOR_Dialog_Commands dialog;
     QSignalSpy changed(&dialog, &ZOR_Dialog_Commands::signal_ListCommands_Change);
 
@@ -179,8 +173,8 @@ void TestCommandList::commandTextsSurviveSaveAndReload()
 
 void TestCommandList::editorSaveWritesOnlyUserRows()
 {
-    sandbox->write(kCommands, commandsXml(rowsNamed({"Default"})));
-    sandbox->write(kCommandsUser, commandsXml(rowsNamed({"Default", "Own"})));
+    sandbox->write(kCommands, ZorListSandbox::commandsXml(rowsNamed({"Default"})));
+    sandbox->write(kCommandsUser, ZorListSandbox::commandsXml(rowsNamed({"Default", "Own"})));
     ZOR_Dialog_Commands dialog;
     QSignalSpy changed(&dialog, &ZOR_Dialog_Commands::signal_ListCommands_Change);
     dialog.treeWidget()->topLevelItem(1)->setText(2, "*?EDITED");
@@ -239,8 +233,8 @@ void TestCommandList::consoleSaveActions()
     QFETCH(QString, savedAs);
     QFETCH(QList<QStringList>, userFile);
     QFETCH(int, questions);
-    sandbox->write(kCommands, commandsXml({{"Shipped", "*?SHIPPED"}}));
-    sandbox->write(kCommandsUser, commandsXml({{"Own", "*?OWN"}}));
+    sandbox->write(kCommands, ZorListSandbox::commandsXml({{"Shipped", "*?SHIPPED"}}));
+    sandbox->write(kCommandsUser, ZorListSandbox::commandsXml({{"Own", "*?OWN"}}));
     sandbox->textAnswers = textAnswers;
     sandbox->answers = answers;
     ZOR_Dialog_Commands dialog;

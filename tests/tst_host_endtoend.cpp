@@ -55,6 +55,7 @@ private slots:
     void carriesRequestsAndRepliesThroughAPty();
     void consoleShowsBothIccids_data();
     void consoleShowsBothIccids();
+    void languageSwitchRenamesTheEntry();
 
 private:
     // Starts zor-sim (and socat, for a pair); returns the port for the host.
@@ -210,6 +211,30 @@ void TestHostEndToEnd::consoleShowsBothIccids()
     lpConsole->close();
     QTRY_VERIFY(!host.isForwarding());
     host.disconnectLink();
+}
+
+void TestHostEndToEnd::languageSwitchRenamesTheEntry()
+{
+    // The caption the module should show, from the language file it reads.
+    auto caption = [](const char* language) {
+        QFile file(QStringLiteral(ZOR_BIN_DIR "/Localization/Lang/zor_%1.lang").arg(QLatin1String(language)));
+        if (file.open(QIODevice::ReadOnly)) {
+            for (const QByteArray& line : file.readAll().split('\n')) {
+                if (line.startsWith("mdln_001="))
+                    return QString::fromUtf8(line.mid(9)).trimmed();
+            }
+        }
+        return QString();
+    };
+    ZOR_HostModule host;
+    QVERIFY(host.load(QStringLiteral(ZOR_BIN_DIR "/libZOR_Commands.so")));
+    QAction* lpEntry = host.menuActions().first();
+    const QString qsEnglish = caption("en");
+    QVERIFY(!qsEnglish.isEmpty() && qsEnglish != caption("ru"));
+    host.setLanguage(QStringLiteral("en"));
+    QCOMPARE(lpEntry->text(), qsEnglish);
+    host.setLanguage(QStringLiteral("ru"));
+    QCOMPARE(lpEntry->text(), caption("ru"));
 }
 
 QTEST_MAIN(TestHostEndToEnd)

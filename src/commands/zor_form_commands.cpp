@@ -1,5 +1,6 @@
 #include "commands/zor_form_commands.h"
 
+#include "commands/zor_dialog_commands.h"
 #include "commands/zor_model_log.h"
 #include "module/zor_commands.h"
 #include "module/zor_cp1251.h"
@@ -144,6 +145,9 @@ void ZOR_Form_Commands::initForm()
     connect(actionSaveAs, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_SaveAs);
     connect(ui->toolButton_ListCommands_Edit, &QAbstractButton::clicked, this,
             &ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit);
+    lpDialogCommands = new ZOR_Dialog_Commands(this);
+    connect(lpDialogCommands, &ZOR_Dialog_Commands::signal_ListCommands_Change, this,
+            &ZOR_Form_Commands::slot_ListCommands_Change);
 
     connect(this, &QDialog::finished, this, &ZOR_Form_Commands::slot_finished_Form);
 
@@ -156,7 +160,7 @@ void ZOR_Form_Commands::initForm()
     ui->groupBox_Ravel->setEnabled(false);
 
     translateForm();
-    setListCommands(QStringList());
+    slot_ListCommands_Change();
     slot_toggled_CheckBox_IccId_Sim_1(false);
     slot_toggled_CheckBox_IccId_Sim_2(false);
 }
@@ -205,6 +209,12 @@ void ZOR_Form_Commands::translateForm()
 
     if (ui->comboBox_ListCommands->count() > 0)
         ui->comboBox_ListCommands->setItemText(0, zorTr(QStringLiteral("mdln_041")));
+    // The shipped list has a file per language; a change rereads it and
+    // refills the combo box through the list-change signal.
+    if (lpDialogCommands) {
+        lpDialogCommands->translateForm();
+        lpDialogCommands->reloadIfLanguageChanged();
+    }
     actionSave->setText(zorTr(QLatin1String(ui->comboBox_ListCommands->currentIndex() > 0 ? "wrd_039" : "wrd_038")));
     actionSaveAs->setText(zorTr(QStringLiteral("wrd_042")));
 }
@@ -503,20 +513,51 @@ void ZOR_Form_Commands::setTypeCommandType(const QString& qsText)
     ui->lineEdit_Cmd_Any->setText(qsText);
 }
 
-QString ZOR_Form_Commands::savedCommandText(const QString&) const
+QString ZOR_Form_Commands::savedCommandText(const QString& qsName) const
 {
-    return QString();
+    const ZOR_Command* command = lpDialogCommands->getCommand4Name(qsName);
+    return command ? command->getCommand() : QString();
 }
 
-QString ZOR_Form_Commands::savedCommandName(const QString&) const
+QString ZOR_Form_Commands::savedCommandName(const QString& qsText) const
 {
-    return QString();
+    const ZOR_Command* command = lpDialogCommands->getCommand4Command(qsText);
+    return command ? command->getName() : QString();
+}
+
+void ZOR_Form_Commands::slot_ListCommands_Change()
+{
+    QStringList names;
+    lpDialogCommands->getListCommandsName(names);
+    names.removeFirst(); // the free-command entry, which setListCommands adds itself
+    setListCommands(names);
+}
+
+// After a save the combo box has been refilled (and has fallen back to the
+// free command unless the line happened to equal a name); the command just
+// saved is what the user expects to see.
+void ZOR_Form_Commands::selectSavedCommand(const QString& qsName)
+{
+    if (qsName.isEmpty())
+        return;
+    const int index = ui->comboBox_ListCommands->findText(qsName, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (index <= 0)
+        return;
+    if (index == ui->comboBox_ListCommands->currentIndex())
+        setParamCommandType(qsName);
+    else
+        ui->comboBox_ListCommands->setCurrentIndex(index);
 }
 
 void ZOR_Form_Commands::slot_triggered_Action_Save()
 {
-    if (ui->comboBox_ListCommands->currentIndex() <= 0)
+    const int index = ui->comboBox_ListCommands->currentIndex();
+    if (index <= 0) {
         saveCommandAsNew();
+        return;
+    }
+    selectSavedCommand(lpDialogCommands->saveCommand(this, ui->comboBox_ListCommands->itemText(index),
+                                                     ui->lineEdit_Cmd_Any->text()));
 }
 
 void ZOR_Form_Commands::slot_triggered_Action_SaveAs()
@@ -526,8 +567,10 @@ void ZOR_Form_Commands::slot_triggered_Action_SaveAs()
 
 void ZOR_Form_Commands::saveCommandAsNew()
 {
+    selectSavedCommand(lpDialogCommands->saveCommandAs(this, ui->lineEdit_Cmd_Any->text()));
 }
 
 void ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit()
 {
+    lpDialogCommands->showForm();
 }

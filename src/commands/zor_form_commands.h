@@ -13,6 +13,7 @@
 
 class QAction;
 class QTimer;
+class ZOR_Dialog_Commands;
 class ZOR_Model_Log;
 namespace Ui {
 class ZOR_Form_Commands;
@@ -52,6 +53,7 @@ public:
     void saveCommandAsNew();
 
     ZOR_Model_Log* logModel() const { return modelLog; }
+    ZOR_Dialog_Commands* dialogCommands() const { return lpDialogCommands; }
 
 private slots:
     void slot_currentIndexChanged_ComboBox_ListCommands(int index);
@@ -59,6 +61,7 @@ private slots:
     void slot_triggered_Action_Save();
     void slot_triggered_Action_SaveAs();
     void slot_pressed_ToolButton_ListCommands_Edit();
+    void slot_ListCommands_Change();
     void slot_toggled_CheckBox_IccId_Sim_1(bool bChecked);
     void slot_toggled_CheckBox_IccId_Sim_2(bool bChecked);
     void slot_finished_Form(int result);
@@ -76,13 +79,14 @@ private:
     QString commandNmeaRate() const;
     QString commandIccId() const;
 
-    // The command list is kept by the list dialog; until it is attached
-    // there are no saved commands.
     QString savedCommandText(const QString& qsName) const;
     QString savedCommandName(const QString& qsText) const;
+    // Shows the command saved under this name (nothing for "").
+    void selectSavedCommand(const QString& qsName);
 
     Ui::ZOR_Form_Commands* ui;
     ZOR_Model_Log* modelLog = nullptr;
+    ZOR_Dialog_Commands* lpDialogCommands = nullptr;
     QAction* actionSave = nullptr;
     QAction* actionSaveAs = nullptr;
     QString qsLoadedCommand;

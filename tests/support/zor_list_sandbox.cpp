@@ -104,3 +104,9 @@ QList<QStringList> ZorListSandbox::records(const QString& qsSubPath, const QStri
     }
     return rows;
 }
+
+QByteArray ZorListSandbox::commandsXml(const QList<QStringList>& rows)
+{
+    return listXml(QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
+                   {QStringLiteral("name"), QStringLiteral("cmnd")}, rows);
+}

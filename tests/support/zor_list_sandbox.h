@@ -23,6 +23,8 @@ public:
     // A list file with one record element per row, attributes in order.
     static QByteArray listXml(const QString& qsRoot, const QString& qsRecord,
                               const QStringList& attributes, const QList<QStringList>& rows);
+    // The command list file with these [name, command] rows.
+    static QByteArray commandsXml(const QList<QStringList>& rows);
 
     // The given attributes of every record element of a list file, in order.
     QList<QStringList> records(const QString& qsSubPath, const QString& qsRecord,
