@@ -53,6 +53,7 @@ private slots:
     void cleanup();
     void carriesRequestsAndRepliesThroughAPty_data();
     void carriesRequestsAndRepliesThroughAPty();
+    void lostPortDisconnectsTheModule();
     void consoleShowsBothIccids_data();
     void consoleShowsBothIccids();
     void languageSwitchRenamesTheEntry();
@@ -162,6 +163,18 @@ void TestHostEndToEnd::carriesRequestsAndRepliesThroughAPty()
     const QByteArray expected = "*#ICCID 3," + ZOR_TerminalSimulator::iccid(1) + "," + ZOR_TerminalSimulator::iccid(2) + "\r\n";
     QTRY_COMPARE_WITH_TIMEOUT(receivedBytes(), expected, 5000);
     host.disconnectLink();
+}
+
+void TestHostEndToEnd::lostPortDisconnectsTheModule()
+{
+    SKIP_WITHOUT_SOCAT(QStringLiteral("socat"));
+    ZOR_HostModule host;
+    QVERIFY(host.load(m_fake.fileName()));
+    QVERIFY2(host.connectLink(ZOR_TerminalLink::fromSpec(linkSpec(QStringLiteral("socat")))), qPrintable(host.errorString()));
+    QSignalSpy status(&host, &ZOR_HostModule::signal_Status);
+    stop(m_socat); // the cable is pulled
+    QTRY_VERIFY_WITH_TIMEOUT(!host.link(), 5000);
+    QVERIFY(!status.isEmpty());
 }
 
 void TestHostEndToEnd::consoleShowsBothIccids_data()

@@ -43,8 +43,10 @@ QString ZOR_TerminalLink_Serial::description() const
 void ZOR_TerminalLink_Serial::slot_errorOccurred(QSerialPort::SerialPortError error)
 {
     // Errors while opening are reported by open(); only a port that dies
-    // under us is a lost link.
-    if (error != QSerialPort::ResourceError || !m_port.isOpen())
+    // under us is a lost link. An unplugged adapter reports a resource
+    // error; a hung-up tty (the far end of a pty gone) reports read errors
+    // at every poll, so that closes the link as well.
+    if ((error != QSerialPort::ResourceError && error != QSerialPort::ReadError) || !m_port.isOpen())
         return;
     m_qsError = m_port.errorString();
     m_port.close();
