@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QIcon>
 #include <QMenu>
+#include <QTimer>
 
 #include <functional>
 #include <iterator>
@@ -20,6 +21,8 @@
 namespace {
 
 const int kRavelMode = 5;
+// Often enough to look live, rare enough to cost little.
+const int kLogRefreshMs = 40;
 
 // Dialect of the GNSS receiver (as answered by the host) x coordinate system.
 const char* const kCoordSystemCommands[2][2] = {
@@ -67,8 +70,15 @@ void ZOR_Form_Commands::initForm()
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 
     modelLog = new ZOR_Model_Log(this);
+    timerScroll = new QTimer(this);
+    timerScroll->setSingleShot(true);
+    timerScroll->setInterval(kLogRefreshMs);
+    connect(timerScroll, &QTimer::timeout, this, &ZOR_Form_Commands::showNewLogRows);
     ui->treeWidget->setModel(modelLog);
     ui->treeWidget->verticalHeader()->setVisible(false);
+    // Per-item scrolling looks up the row position from the first row on
+    // each layout, which makes a long log slower with every row.
+    ui->treeWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     ui->treeWidget->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     ui->treeWidget->verticalHeader()->setDefaultSectionSize(
         ui->treeWidget->fontMetrics().height() + 4);
@@ -278,20 +288,27 @@ void ZOR_Form_Commands::setData(int direction, const QByteArray& data)
     scrollLogLater();
 }
 
-// Scrolling after every row makes a busy log quadratic; one scroll per
-// turn of the event loop keeps the newest row in view at a fraction of it.
+// A row shows at once when the log is quiet. Under a stream of blocks the
+// view repaints, and scrolls to the newest row, once per kLogRefreshMs:
+// it would repaint whole on every new row otherwise, and that costs far
+// more than the row itself (scrolling per row also grows with the log).
 void ZOR_Form_Commands::scrollLogLater()
 {
-    if (bScrollPending)
+    if (timerScroll->isActive()) {
+        ui->treeWidget->setUpdatesEnabled(false);
         return;
-    bScrollPending = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            bScrollPending = false;
-            ui->treeWidget->scrollToBottom();
-        },
-        Qt::QueuedConnection);
+    }
+    ui->treeWidget->scrollToBottom();
+    timerScroll->start();
+}
+
+void ZOR_Form_Commands::showNewLogRows()
+{
+    if (ui->treeWidget->updatesEnabled())
+        return;
+    ui->treeWidget->setUpdatesEnabled(true);
+    ui->treeWidget->scrollToBottom();
+    timerScroll->start();
 }
 
 void ZOR_Form_Commands::sendCommand(const QByteArray& bytes)

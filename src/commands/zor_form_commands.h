@@ -12,6 +12,7 @@
 #include <QStringList>
 
 class QAction;
+class QTimer;
 class ZOR_Dialog_Commands;
 class ZOR_Model_Log;
 namespace Ui {
@@ -69,6 +70,7 @@ private:
     void sendCommand(const QByteArray& bytes);
     void sendCommandText(const QString& qsText);
     void scrollLogLater();
+    void showNewLogRows();
     void updateIccIdButton();
 
     // Fixed commands; an empty text means "send nothing".
@@ -89,7 +91,7 @@ private:
     QAction* actionSaveAs = nullptr;
     QString qsLoadedCommand;
     QString qsWindowTitle;
-    bool bScrollPending = false;
+    QTimer* timerScroll = nullptr;
 };
 
 #endif

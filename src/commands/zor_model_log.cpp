@@ -41,17 +41,16 @@ ZOR_Model_Log::ZOR_Model_Log(QObject* parent)
 
 void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsSinceEpoch)
 {
-    const int row = rows.size();
+    const int row = int(rows.size());
     beginInsertRows(QModelIndex(), row, row);
-    rows.append(Row{nMSecsSinceEpoch, direction, data});
+    rows.push_back(Row{nMSecsSinceEpoch, direction, data});
     endInsertRows();
 }
 
 void ZOR_Model_Log::clear()
 {
     beginResetModel();
-    rows.clear();
-    rows.squeeze();
+    std::vector<Row>().swap(rows);
     endResetModel();
 }
 
@@ -68,9 +67,9 @@ QString ZOR_Model_Log::visibleText(const QByteArray& data)
 
 QString ZOR_Model_Log::text(int row, int column) const
 {
-    if (row < 0 || row >= rows.size())
+    if (row < 0 || row >= int(rows.size()))
         return QString();
-    const Row& r = rows.at(row);
+    const Row& r = rows[size_t(row)];
     switch (column) {
     case ColumnTime:
         return QDateTime::fromMSecsSinceEpoch(r.nTime).toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"));
@@ -94,7 +93,7 @@ int ZOR_Model_Log::initialWidth(int column)
 
 int ZOR_Model_Log::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : rows.size();
+    return parent.isValid() ? 0 : int(rows.size());
 }
 
 int ZOR_Model_Log::columnCount(const QModelIndex& parent) const

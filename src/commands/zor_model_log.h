@@ -8,7 +8,7 @@
 #include <QAbstractTableModel>
 #include <QByteArray>
 #include <QFont>
-#include <QVector>
+#include <vector>
 
 class ZOR_Model_Log : public QAbstractTableModel
 {
@@ -40,7 +40,7 @@ private:
         int nDirection;
         QByteArray data;
     };
-    QVector<Row> rows;
+    std::vector<Row> rows;
     QFont rowFont;
 };
 
