@@ -88,7 +88,7 @@ void ZOR_HostDemo::start()
 
 void ZOR_HostDemo::openConsole()
 {
-    if (!m_lpModule->link() && !m_lpModule->connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))))
+    if (!m_lpModule->link() && !m_lpModule->connectLink(ZOR_TerminalLink::create(QStringLiteral("simulator"))))
         return fail(m_lpModule->errorString());
     const QList<QAction*> actions = m_lpModule->menuActions();
     if (actions.isEmpty() || !actions.first()->isEnabled())

@@ -51,11 +51,11 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
 
 ZOR_HostWindow::~ZOR_HostWindow() = default;
 
-bool ZOR_HostWindow::connectTerminal(const QString& qsSpec)
+bool ZOR_HostWindow::connectTerminal(const QString& qsLink)
 {
-    ZOR_TerminalLink* lpLink = ZOR_TerminalLink::fromSpec(qsSpec);
+    ZOR_TerminalLink* lpLink = ZOR_TerminalLink::create(qsLink);
     if (!lpLink) {
-        ui->statusbar->showMessage(tr("Неизвестная связь с терминалом: %1").arg(qsSpec));
+        ui->statusbar->showMessage(tr("Неизвестная связь с терминалом: %1").arg(qsLink));
         return false;
     }
     return m_lpModule->connectLink(lpLink);

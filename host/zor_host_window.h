@@ -21,7 +21,7 @@ public:
 
     // "simulator", "serial:PORT" or "serial:PORT:BAUD"; false when the text
     // is malformed or the link did not open (the status bar says why).
-    bool connectTerminal(const QString& qsSpec);
+    bool connectTerminal(const QString& qsLink);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -62,7 +62,7 @@ private:
     // Starts zor-sim (and socat, for a pair); returns the port for the host.
     QString startTerminal(bool bSocatPair);
     // The --connect text of a test row's terminal; empty when it did not start.
-    QString linkSpec(const QString& qsLink);
+    QString linkText(const QString& qsLink);
     void addTerminalRows(bool bInProcess);
     void stop(QProcess& process);
 
@@ -101,7 +101,7 @@ void TestHostEndToEnd::cleanup()
     received.clear();
 }
 
-QString TestHostEndToEnd::linkSpec(const QString& qsLink)
+QString TestHostEndToEnd::linkText(const QString& qsLink)
 {
     if (qsLink == QLatin1String("simulator"))
         return qsLink;
@@ -153,7 +153,7 @@ void TestHostEndToEnd::carriesRequestsAndRepliesThroughAPty()
     SKIP_WITHOUT_SOCAT(link);
     ZOR_HostModule host;
     QVERIFY(host.load(m_fake.fileName()));
-    QVERIFY2(host.connectLink(ZOR_TerminalLink::fromSpec(linkSpec(link))), qPrintable(host.errorString()));
+    QVERIFY2(host.connectLink(ZOR_TerminalLink::create(linkText(link))), qPrintable(host.errorString()));
     fnSend(ZOR_MSG_RECEIVE_START, 0, 0);
     // Sent in two pieces, the way a slow line may deliver it.
     for (QByteArray piece : {QByteArray("*?ICC"), QByteArray("ID 3")}) {
@@ -170,7 +170,7 @@ void TestHostEndToEnd::lostPortDisconnectsTheModule()
     SKIP_WITHOUT_SOCAT(QStringLiteral("socat"));
     ZOR_HostModule host;
     QVERIFY(host.load(m_fake.fileName()));
-    QVERIFY2(host.connectLink(ZOR_TerminalLink::fromSpec(linkSpec(QStringLiteral("socat")))), qPrintable(host.errorString()));
+    QVERIFY2(host.connectLink(ZOR_TerminalLink::create(linkText(QStringLiteral("socat")))), qPrintable(host.errorString()));
     QSignalSpy status(&host, &ZOR_HostModule::signal_Status);
     stop(m_socat); // the cable is pulled
     QTRY_VERIFY_WITH_TIMEOUT(!host.link(), 5000);
@@ -191,7 +191,7 @@ void TestHostEndToEnd::consoleShowsBothIccids()
     QCOMPARE(host.menuActions().size(), 1);
     QAction* lpEntry = host.menuActions().first();
     QVERIFY(!lpEntry->isEnabled());
-    QVERIFY2(host.connectLink(ZOR_TerminalLink::fromSpec(linkSpec(link))), qPrintable(host.errorString()));
+    QVERIFY2(host.connectLink(ZOR_TerminalLink::create(linkText(link))), qPrintable(host.errorString()));
     QVERIFY(lpEntry->isEnabled());
     lpEntry->trigger();
     QVERIFY(host.isForwarding());

@@ -60,8 +60,8 @@ private slots:
     void sendsBytesToTheTerminalAsTheyAre();
     void languageIsAnApplicationProperty();
     void brokenSerialPortLeavesTheHostUsable();
-    void linkSpecs_data();
-    void linkSpecs();
+    void linkTexts_data();
+    void linkTexts();
 
 private:
     unsigned long moduleSends(int nMessage, unsigned long wParam = 0, unsigned long lParam = 0)
@@ -140,7 +140,7 @@ void TestHostModule::connectionEnablesTheEntryThroughTheModule()
 {
     ZOR_HostModule host;
     QVERIFY(host.load(fakePath()));
-    QVERIFY(host.connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))));
+    QVERIFY(host.connectLink(ZOR_TerminalLink::create(QStringLiteral("simulator"))));
     QCOMPARE(seenCodes().last(), int(ZOR_MSG_DEVICE_CONNECTED));
     uint8_t nOn = 1;
     moduleSends(ZOR_MSG_MENU_ENABLE, fnHandle(), reinterpret_cast<unsigned long>(&nOn));
@@ -210,7 +210,7 @@ void TestHostModule::forwardsTerminalBytesOnlyWhileAsked()
 {
     ZOR_HostModule host;
     QVERIFY(host.load(fakePath()));
-    QVERIFY(host.connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))));
+    QVERIFY(host.connectLink(ZOR_TerminalLink::create(QStringLiteral("simulator"))));
     QByteArray ping("*?PING 1\r\n");
     moduleSends(ZOR_MSG_SEND_TO_DEVICE, reinterpret_cast<unsigned long>(&ping));
     QTest::qWait(100);
@@ -236,7 +236,7 @@ void TestHostModule::sendsBytesToTheTerminalAsTheyAre()
     moduleSends(ZOR_MSG_RECEIVE_START);
     QByteArray request("*?ICC");
     moduleSends(ZOR_MSG_SEND_TO_DEVICE, reinterpret_cast<unsigned long>(&request)); // no link: dropped
-    QVERIFY(host.connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))));
+    QVERIFY(host.connectLink(ZOR_TerminalLink::create(QStringLiteral("simulator"))));
     request = "*?ICCID 2";
     moduleSends(ZOR_MSG_SEND_TO_DEVICE, reinterpret_cast<unsigned long>(&request));
     QTRY_VERIFY(seenCodes().contains(ZOR_MSG_DEVICE_DATA));
@@ -257,21 +257,21 @@ void TestHostModule::brokenSerialPortLeavesTheHostUsable()
 {
     ZOR_HostModule host;
     QVERIFY(host.load(fakePath()));
-    QVERIFY(host.connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))));
+    QVERIFY(host.connectLink(ZOR_TerminalLink::create(QStringLiteral("simulator"))));
     QSignalSpy status(&host, &ZOR_HostModule::signal_Status);
-    QVERIFY(!host.connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("serial:/nonexistent/ttyZOR:9600"))));
+    QVERIFY(!host.connectLink(ZOR_TerminalLink::create(QStringLiteral("serial:/nonexistent/ttyZOR:9600"))));
     QVERIFY(host.errorString().contains(QStringLiteral("/nonexistent/ttyZOR")));
     QVERIFY(!status.isEmpty());
     QVERIFY(status.last().at(0).toString().contains(QStringLiteral("/nonexistent/ttyZOR")));
     QVERIFY(!host.link());
     QCOMPARE(seenCodes().count(ZOR_MSG_DEVICE_CONNECTED), 1); // the simulator only
     QCOMPARE(seenCodes().last(), int(ZOR_MSG_DEVICE_DISCONNECTED));
-    QVERIFY(host.connectLink(ZOR_TerminalLink::fromSpec(QStringLiteral("simulator"))));
+    QVERIFY(host.connectLink(ZOR_TerminalLink::create(QStringLiteral("simulator"))));
 }
 
-void TestHostModule::linkSpecs_data()
+void TestHostModule::linkTexts_data()
 {
-    QTest::addColumn<QString>("spec");
+    QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("description");
     QTest::newRow("simulator") << QStringLiteral("simulator") << QStringLiteral("симулятор терминала");
     QTest::newRow("port, default baud") << QStringLiteral("serial:ttyUSB0") << QStringLiteral("ttyUSB0, 115200");
@@ -283,11 +283,11 @@ void TestHostModule::linkSpecs_data()
     QTest::newRow("empty") << QString() << QString();
 }
 
-void TestHostModule::linkSpecs()
+void TestHostModule::linkTexts()
 {
-    QFETCH(QString, spec);
+    QFETCH(QString, text);
     QFETCH(QString, description);
-    std::unique_ptr<ZOR_TerminalLink> link(ZOR_TerminalLink::fromSpec(spec));
+    std::unique_ptr<ZOR_TerminalLink> link(ZOR_TerminalLink::create(text));
     QCOMPARE(link ? link->description() : QString(), description);
 }
 

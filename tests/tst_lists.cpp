@@ -96,6 +96,7 @@ private slots:
     void keepsBrokenUserFileBeforeWritingOverIt_data();
     void keepsBrokenUserFileBeforeWritingOverIt();
     void duplicateNamesBlockTheSave();
+    void failedWriteIsTold();
     void closingWithoutSavingDropsEdits();
     void deleteAsksAndSparesDefaultRows();
     void addServerProposesUniqueCurrentServer();
@@ -323,6 +324,19 @@ void TestLists::duplicateNamesBlockTheSave()
     QCOMPARE(sandbox->asked.size(), 1);
     QCOMPARE(sandbox->asked.first(), zorTr("wrd_005") + "!|" + zorTr("cfgt1_198") + " (A)");
     QCOMPARE(sandbox->read(kServersUser), original);
+}
+
+void TestLists::failedWriteIsTold()
+{
+    sandbox->write("/Localization/Temp", "a file where the folder should be");
+    ZOR_Dialog_Servers dialog;
+    dialog.addServer(QStringLiteral("h"), 1);
+
+    QVERIFY(!dialog.writeFile());
+    QCOMPARE(sandbox->asked.size(), 1);
+    QVERIFY(sandbox->asked.first().contains(sandbox->path(kServersUser)));
+    QCOMPARE(sandbox->read("/Localization/Temp"), QByteArray("a file where the folder should be"));
+    QCOMPARE(dialog.treeWidget()->topLevelItemCount(), 1);
 }
 
 void TestLists::closingWithoutSavingDropsEdits()

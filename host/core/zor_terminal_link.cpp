@@ -5,11 +5,11 @@
 
 #include <QStringList>
 
-ZOR_TerminalLink* ZOR_TerminalLink::fromSpec(const QString& qsSpec)
+ZOR_TerminalLink* ZOR_TerminalLink::create(const QString& qsLink)
 {
-    if (qsSpec == QLatin1String("simulator"))
+    if (qsLink == QLatin1String("simulator"))
         return new ZOR_TerminalLink_Simulator;
-    const QStringList parts = qsSpec.split(QLatin1Char(':'));
+    const QStringList parts = qsLink.split(QLatin1Char(':'));
     if (parts.size() < 2 || parts.size() > 3 || parts[0] != QLatin1String("serial") || parts[1].isEmpty())
         return nullptr;
     bool bOk = true;

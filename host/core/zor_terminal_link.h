@@ -18,7 +18,7 @@ public:
     // A new, unopened link from its command-line form: "simulator",
     // "serial:PORT" or "serial:PORT:BAUD" (115200 when left out). Null when
     // the text is none of these.
-    static ZOR_TerminalLink* fromSpec(const QString& qsSpec);
+    static ZOR_TerminalLink* create(const QString& qsLink);
 
     // False when the link could not be opened; errorString() says why.
     virtual bool open() = 0;

@@ -229,8 +229,17 @@ bool ZOR_Dialog_XmlList::writeRecords(const QList<QStringList>& records)
     const QString qsPath = userFilePath();
     QDir().mkpath(QFileInfo(qsPath).absolutePath());
     QSaveFile file(qsPath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    // Saving quietly into nowhere would let the user believe the list is
+    // kept; the old file stays whole either way.
+    const auto failed = [&] {
+        ask(this, QMessageBox::Critical, attentionTitle(),
+            zorTr(QStringLiteral("lst_011"))
+                .arg(QDir::toNativeSeparators(qsPath), file.errorString()),
+            {zorTr(QStringLiteral("wrd_003"))});
         return false;
+    };
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return failed();
 
     QXmlStreamWriter writer(&file);
     writer.setAutoFormatting(true);
@@ -243,7 +252,11 @@ bool ZOR_Dialog_XmlList::writeRecords(const QList<QStringList>& records)
     }
     writer.writeEndElement();
     writer.writeEndDocument();
-    return !writer.hasError() && file.commit();
+    if (writer.hasError()) {
+        file.cancelWriting();
+        return failed();
+    }
+    return file.commit() || failed();
 }
 
 bool ZOR_Dialog_XmlList::writeFile()

@@ -111,7 +111,8 @@ protected:
     virtual bool shouldSkipRow(QTreeWidgetItem* item);
 
     // Writes these records as the user's file (the atomic, bad-file-keeping
-    // writer every path uses).
+    // writer every path uses). A failure is told to the user and leaves the
+    // previous file as it was.
     bool writeRecords(const QList<QStringList>& records);
     QTreeWidgetItem* addTreeRow(const QStringList& fields, bool isDefault);
     // Adds a row the user may edit, filled by initNewItem, selected.
