@@ -177,32 +177,32 @@ const coreSzItem* CXMLWorkData::findValue(const char* lpName)
     return nullptr;
 }
 
-int CXMLWorkData::readInteger(const char* lpName, int nDefault)
+template <typename T>
+T CXMLWorkData::readValue(const char* lpName, T defaultValue, bool (COneParameter::*as)(T&) const)
 {
     if (const coreSzItem* item = findValue(lpName))
-        COneParameter(*item).asInt(nDefault);
-    return nDefault;
+        (COneParameter(*item).*as)(defaultValue);
+    return defaultValue;
+}
+
+int CXMLWorkData::readInteger(const char* lpName, int nDefault)
+{
+    return readValue(lpName, nDefault, &COneParameter::asInt);
 }
 
 bool CXMLWorkData::readBool(const char* lpName, bool bDefault)
 {
-    if (const coreSzItem* item = findValue(lpName))
-        COneParameter(*item).asBool(bDefault);
-    return bDefault;
+    return readValue(lpName, bDefault, &COneParameter::asBool);
 }
 
 float CXMLWorkData::readFloat(const char* lpName, float fDefault)
 {
-    if (const coreSzItem* item = findValue(lpName))
-        COneParameter(*item).asFloat(fDefault);
-    return fDefault;
+    return readValue(lpName, fDefault, &COneParameter::asFloat);
 }
 
 double CXMLWorkData::readDouble(const char* lpName, double dDefault)
 {
-    if (const coreSzItem* item = findValue(lpName))
-        COneParameter(*item).asDouble(dDefault);
-    return dDefault;
+    return readValue(lpName, dDefault, &COneParameter::asDouble);
 }
 
 bool CXMLWorkData::readString(const char* lpName, const char* lpDefault, char* lpDst, int nLength)

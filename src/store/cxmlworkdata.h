@@ -104,6 +104,8 @@ public:
 
 private:
     const coreSzItem* findValue(const char* lpName);
+    template <typename T>
+    T readValue(const char* lpName, T defaultValue, bool (COneParameter::*as)(T&) const);
     void setParameter(const COneParameter& param);
     CXmlTagV2* findChild(const QString& qsName, int nFrom, int* lpIndex) const;
     CXMLWorkData* childCursor(CXmlTagV2* tag, int nIndex);

@@ -89,6 +89,20 @@ void appendText(const QString& text, bool escape, QByteArray& out)
     }
 }
 
+// ">text</name>" and the line end, or " />" when there is no text.
+void appendTextAndClose(const QString& name, const QString& text, bool escape, QByteArray& out)
+{
+    if (text.isEmpty()) {
+        out += " />\n";
+        return;
+    }
+    out += '>';
+    appendText(text, escape, out);
+    out += "</";
+    appendName(name, out);
+    out += ">\n";
+}
+
 void appendIndent(int level, QByteArray& out)
 {
     out.append(level * 4, ' ');
@@ -140,15 +154,7 @@ void XmlWriter::writeTag(const CXmlTagV2* tag, int nLevel, QByteArray& out)
     out += '<';
     appendName(tag->name(), out);
     if (tag->kind() == CXmlTagV2::KindText) {
-        if (tag->value().isEmpty()) {
-            out += " />\n";
-        } else {
-            out += '>';
-            appendText(tag->value(), false, out);
-            out += "</";
-            appendName(tag->name(), out);
-            out += ">\n";
-        }
+        appendTextAndClose(tag->name(), tag->value(), false, out);
         return;
     }
     for (const CXmlAttribute& a : tag->attributes()) {
@@ -160,15 +166,7 @@ void XmlWriter::writeTag(const CXmlTagV2* tag, int nLevel, QByteArray& out)
     }
     const CFxXmListlTag& children = tag->children();
     if (children.isEmpty()) {
-        if (tag->value().isEmpty()) {
-            out += " />\n";
-        } else {
-            out += '>';
-            appendText(tag->value(), true, out);
-            out += "</";
-            appendName(tag->name(), out);
-            out += ">\n";
-        }
+        appendTextAndClose(tag->name(), tag->value(), true, out);
         return;
     }
     out += ">\n";
