@@ -2,13 +2,49 @@
 // of definition within this one translation unit: the module's name, the
 // module object, then the global prefix strings.
 
+#include "module/zor_commands.h"
 #include "module/zor_global.h"
+#include "module/zor_host_link.h"
 
 #include <QString>
 
 QString qsName = QStringLiteral("ZOR_Commands");
 
-// The module object (cmdLib) is defined here, after qsName.
+// Lives from load to unload; its constructor also sets lpGlobalLib.
+ZOR_Commands cmdLib(qsName, 3, 5, 8, 1, nullptr);
+
+// The entry points a host resolves by name. Kept thin: all work is done by
+// cmdLib. Their typedefs and the records are in zor_host_link.h.
+#define ZOR_EXPORT extern "C" __attribute__((visibility("default")))
+
+ZOR_EXPORT int IsZorLibraryV()
+{
+    return 1;
+}
+
+ZOR_EXPORT szLibraryInfo* GetLibraryInfo(szLibraryInfo* info)
+{
+    cmdLib.getModuleInfo(info);
+    return info;
+}
+
+ZOR_EXPORT void Initialize(ZOR_SendMessageFunc func)
+{
+    cmdLib.InitConfigurator(func);
+}
+
+ZOR_EXPORT void ReceiveMessage(void* sender, int message, unsigned long wParam,
+                               unsigned long lParam)
+{
+    cmdLib.ZOR_ReceiveMessage(sender, message, wParam, lParam);
+}
+
+// Not part of the classic four: lets a host choose the console layout before
+// the console is first opened (5 is the RAVEL layout, 0 the default).
+ZOR_EXPORT void SetConfiguratorMode(int nMode)
+{
+    cmdLib.setConfiguratorMode(nMode);
+}
 
 const QString glqsBtPreffix_FS = QStringLiteral("FS");
 const QString glqsBtPreffix_HD = QStringLiteral("HD");

@@ -6,10 +6,22 @@
 
 namespace {
 const char* const kLanguageProperty = "zor_programLanguage";
+QString& appDataDirectoryOverride()
+{
+    static QString qsDirectory;
+    return qsDirectory;
+}
+}
+
+void setAppDataDirectory(const QString& qsDirectory)
+{
+    appDataDirectoryOverride() = qsDirectory;
 }
 
 QString appDataDirectory()
 {
+    if (!appDataDirectoryOverride().isEmpty())
+        return appDataDirectoryOverride();
     if (QCoreApplication::instance())
         return QCoreApplication::applicationDirPath();
     return QFileInfo(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).absolutePath();

@@ -10,6 +10,9 @@
 // command lists) lie below it. Without a QCoreApplication it is the
 // directory of the target of /proc/self/exe.
 QString appDataDirectory();
+// Points appDataDirectory() at another directory ("" restores the default).
+// Tests use it to keep their list files out of the build tree.
+void setAppDataDirectory(const QString& qsDirectory);
 
 // Current language, kept as the application property "zor_programLanguage".
 // Empty without an application object.

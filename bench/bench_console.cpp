@@ -1,0 +1,130 @@
+// A busy terminal into a shown console: 100,000 received blocks of 64 bytes
+// delivered the way a host delivers them (ReceiveMessage 2056 on the UI
+// thread, the event loop turning in between). Reports rows per second, the
+// peak resident size, and the second 50,000 rows against the first 50,000:
+// a log that slows down as it grows shows up as a ratio well above 1.
+
+#include "commands/zor_form_commands.h"
+#include "commands/zor_model_log.h"
+#include "module/zor_commands.h"
+#include "module/zor_host_link.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTableView>
+
+#include <benchmark/benchmark.h>
+#include <sys/resource.h>
+
+#include <cstdio>
+
+extern "C" {
+void Initialize(ZOR_SendMessageFunc func);
+void ReceiveMessage(void* sender, int message, unsigned long wParam, unsigned long lParam);
+}
+
+namespace {
+
+const int kBlocks = 100000;
+const int kBlockSize = 64;
+
+unsigned long quietHost(void*, int, unsigned long, unsigned long)
+{
+    return 0;
+}
+
+long peakRssKb()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+QByteArray block(int n)
+{
+    QByteArray bytes = "*#GPS " + QByteArray::number(n) + ",55.7522,37.6156,\xcc\xee\xf1\xea\xe2\xe0,";
+    bytes.reserve(kBlockSize);
+    while (bytes.size() < kBlockSize)
+        bytes.append(char(bytes.size() * 7 + n));
+    bytes.resize(kBlockSize);
+    return bytes;
+}
+
+// Delivers blocks [from, to) and returns the seconds it took, event loop
+// turns included.
+double deliver(int from, int to, int nBlocksPerTurn)
+{
+    QElapsedTimer timer;
+    timer.start();
+    for (int n = from; n < to; ++n) {
+        QByteArray bytes = block(n);
+        ReceiveMessage(nullptr, ZOR_MSG_DEVICE_DATA, reinterpret_cast<unsigned long>(&bytes), 0);
+        if (n % nBlocksPerTurn == nBlocksPerTurn - 1)
+            QCoreApplication::processEvents();
+    }
+    QCoreApplication::processEvents();
+    return timer.nsecsElapsed() / 1e9;
+}
+
+void openConsole()
+{
+    Initialize(&quietHost);
+    ReceiveMessage(nullptr, ZOR_MSG_CREATE_MENU, 0, 0);
+    ReceiveMessage(nullptr, ZOR_MSG_DEVICE_CONNECTED, 0, 0);
+    ReceiveMessage(nullptr, ZOR_MSG_MENU_CHOSEN, 0, 0);
+    QCoreApplication::processEvents();
+}
+
+void BM_ConsoleReceive100k(benchmark::State& state)
+{
+    openConsole();
+    ZOR_Form_Commands* form = lpGlobalLib->getFormCommands();
+    for (auto _ : state) {
+        form->logModel()->clear();
+        const long rssBefore = peakRssKb();
+        const int nBlocksPerTurn = int(state.range(0));
+        const double first = deliver(0, kBlocks / 2, nBlocksPerTurn);
+        const double second = deliver(kBlocks / 2, kBlocks, nBlocksPerTurn);
+        state.SetIterationTime(first + second);
+        state.counters["rows_per_s"] = kBlocks / (first + second);
+        state.counters["first_50k_s"] = first;
+        state.counters["second_50k_s"] = second;
+        state.counters["ratio_second_to_first"] = second / first;
+        state.counters["peak_rss_MB"] = peakRssKb() / 1024.0;
+        state.counters["rss_growth_MB"] = (peakRssKb() - rssBefore) / 1024.0;
+        const int rows = form->logModel()->rowCount();
+        if (rows != kBlocks)
+            state.SkipWithError("rows lost");
+    }
+}
+// Argument: blocks delivered per turn of the event loop. 1 is a host that
+// forwards every read at once; 16 is about what a 115200-baud link hands
+// over per 10 ms.
+BENCHMARK(BM_ConsoleReceive100k)->Arg(1)->Arg(16)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// Baseline: the same blocks copied into a vector, no console.
+void BM_CopyBlocksBaseline(benchmark::State& state)
+{
+    for (auto _ : state) {
+        QVector<QByteArray> rows;
+        for (int n = 0; n < kBlocks; ++n)
+            rows.append(block(n));
+        benchmark::DoNotOptimize(rows.data());
+    }
+}
+BENCHMARK(BM_CopyBlocksBaseline)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

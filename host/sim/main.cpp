@@ -1,0 +1,113 @@
+// zor-sim: the simulated terminal on a pseudo-terminal, so that a host can
+// reach it through a real serial port driver.
+//
+//   zor-sim            opens a new pseudo-terminal and prints its path
+//   zor-sim DEVICE     serves an existing tty (e.g. one end of a socat pair)
+//
+// Runs until killed, or until DEVICE goes away.
+
+#include "zor_terminal_simulator.h"
+
+#include <QByteArray>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+volatile sig_atomic_t bStop = 0;
+
+void makeRaw(int fd)
+{
+    termios tio{};
+    if (tcgetattr(fd, &tio) == 0) {
+        cfmakeraw(&tio);
+        tcsetattr(fd, TCSANOW, &tio);
+    }
+}
+
+bool writeAll(int fd, const QByteArray& bytes)
+{
+    for (int nDone = 0; nDone < bytes.size();) {
+        const ssize_t n = ::write(fd, bytes.constData() + nDone, size_t(bytes.size() - nDone));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return false;
+        nDone += int(n);
+    }
+    return true;
+}
+
+// Opens a new pseudo-terminal; returns the master and keeps a slave open
+// so that the master does not report a hang-up between two clients.
+int openPty(int& slave)
+{
+    const int master = posix_openpt(O_RDWR | O_NOCTTY);
+    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+        return -1;
+    const char* path = ptsname(master);
+    slave = path ? ::open(path, O_RDWR | O_NOCTTY) : -1;
+    if (slave < 0)
+        return -1;
+    makeRaw(slave);
+    std::printf("%s\n", path);
+    std::fflush(stdout);
+    return master;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc > 2 || (argc == 2 && argv[1][0] == '-')) {
+        std::fprintf(stderr, "usage: zor-sim [DEVICE]\n");
+        return 2;
+    }
+    std::signal(SIGINT, [](int) { bStop = 1; });
+    std::signal(SIGTERM, [](int) { bStop = 1; });
+    std::signal(SIGPIPE, SIG_IGN);
+
+    int slave = -1;
+    const int fd = argc == 2 ? ::open(argv[1], O_RDWR | O_NOCTTY) : openPty(slave);
+    if (fd < 0) {
+        std::fprintf(stderr, "zor-sim: cannot open %s: %s\n", argc == 2 ? argv[1] : "a pseudo-terminal", std::strerror(errno));
+        return 1;
+    }
+    makeRaw(fd);
+
+    ZOR_TerminalSimulator simulator;
+    char buf[4096];
+    while (!bStop) {
+        pollfd pfd{fd, POLLIN, 0};
+        const int nReady = poll(&pfd, 1, simulator.hasPending() ? ZOR_TerminalSimulator::nIdleFlushMs : 200);
+        if (nReady < 0 && errno != EINTR)
+            break;
+        if (nReady == 0) {
+            if (simulator.hasPending() && !writeAll(fd, simulator.flush()))
+                break;
+            continue;
+        }
+        if (nReady < 0 || !(pfd.revents & (POLLIN | POLLHUP | POLLERR)))
+            continue;
+        const ssize_t n = ::read(fd, buf, sizeof buf);
+        if (n <= 0) {
+            if (n < 0 && (errno == EINTR || errno == EAGAIN))
+                continue;
+            break; // the other end is gone
+        }
+        if (!writeAll(fd, simulator.feed(QByteArray(buf, int(n)))))
+            break;
+    }
+    ::close(fd);
+    if (slave >= 0)
+        ::close(slave);
+    return 0;
+}

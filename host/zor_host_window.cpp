@@ -1,0 +1,95 @@
+#include "zor_host_window.h"
+#include "ui_zor_host_window.h"
+
+#include "zor_dialog_serialport.h"
+#include "zor_host_module.h"
+#include "zor_terminal_link_serial.h"
+
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QInputDialog>
+
+ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
+    : QMainWindow(parent)
+    , ui(new Ui::ZOR_HostWindow)
+    , m_lpModule(lpModule)
+{
+    ui->setupUi(this);
+    const szLibraryInfo& info = lpModule->libraryInfo();
+    ui->label_Module->setText(QStringLiteral("%1 — %2 (%3.%4.%5.%6)")
+                                  .arg(QString::fromUtf8(info.szName), QString::fromLocal8Bit(info.szCaption))
+                                  .arg(info.nParam1).arg(info.nParam2).arg(info.nParam3).arg(info.nParam4));
+    for (QAction* lpAction : lpModule->menuActions()) {
+        ui->menu_Modules->addAction(lpAction);
+        ui->toolBar_Modules->addAction(lpAction);
+    }
+    connect(lpModule, &ZOR_HostModule::signal_MenuAdded, this, [this](QAction* lpAction) {
+        ui->menu_Modules->addAction(lpAction);
+        ui->toolBar_Modules->addAction(lpAction);
+    });
+    connect(lpModule, &ZOR_HostModule::signal_Status, this, [this](const QString& qsText) {
+        ui->statusbar->showMessage(qsText);
+    });
+
+    connect(ui->action_Simulator, &QAction::triggered, this, [this] { connectTerminal(QStringLiteral("simulator")); });
+    connect(ui->action_Serial, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Serial);
+    connect(ui->action_Disconnect, &QAction::triggered, lpModule, &ZOR_HostModule::disconnectLink);
+    connect(ui->action_Quit, &QAction::triggered, this, &QWidget::close);
+    connect(ui->action_Dialect, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Dialect);
+    connect(ui->action_Ussd, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Ussd);
+
+    auto* lpLanguages = new QActionGroup(this);
+    const QString qsCurrent = QCoreApplication::instance()->property("zor_programLanguage").toString();
+    for (QAction* lpAction : {ui->action_Lang_ru, ui->action_Lang_en}) {
+        const QString qsLanguage = lpAction->objectName().right(2);
+        lpLanguages->addAction(lpAction);
+        lpAction->setChecked(qsLanguage == (qsCurrent.isEmpty() ? QStringLiteral("ru") : qsCurrent));
+        connect(lpAction, &QAction::triggered, this, [this, qsLanguage] { m_lpModule->setLanguage(qsLanguage); });
+    }
+}
+
+ZOR_HostWindow::~ZOR_HostWindow() = default;
+
+bool ZOR_HostWindow::connectTerminal(const QString& qsLink)
+{
+    ZOR_TerminalLink* lpLink = ZOR_TerminalLink::create(qsLink);
+    if (!lpLink) {
+        ui->statusbar->showMessage(tr("Неизвестная связь с терминалом: %1").arg(qsLink));
+        return false;
+    }
+    return m_lpModule->connectLink(lpLink);
+}
+
+void ZOR_HostWindow::closeEvent(QCloseEvent* event)
+{
+    m_lpModule->closeWindows();
+    event->accept();
+}
+
+void ZOR_HostWindow::slot_triggered_Serial()
+{
+    ZOR_Dialog_SerialPort dialog(this);
+    if (dialog.exec() == QDialog::Accepted && !dialog.portName().isEmpty())
+        m_lpModule->connectLink(new ZOR_TerminalLink_Serial(dialog.portName(), dialog.baudRate()));
+}
+
+void ZOR_HostWindow::slot_triggered_Dialect()
+{
+    // The two dialects the module knows, and one it must refuse to use.
+    const QStringList items{QStringLiteral("0 — PQPZ90"), QStringLiteral("1 — PMTK"), QStringLiteral("2 — неизвестный")};
+    bool bOk = false;
+    const QString qsItem = QInputDialog::getItem(this, ui->action_Dialect->text(), ui->action_Dialect->text(), items,
+                                                 qBound(0, m_lpModule->coordSystem(), 2), false, &bOk);
+    if (bOk)
+        m_lpModule->setCoordSystem(items.indexOf(qsItem));
+}
+
+void ZOR_HostWindow::slot_triggered_Ussd()
+{
+    bool bOk = false;
+    const QString qsRequest = QInputDialog::getText(this, ui->action_Ussd->text(), ui->action_Ussd->text(),
+                                                    QLineEdit::Normal, m_lpModule->ussdRequest(), &bOk);
+    if (bOk)
+        m_lpModule->setUssdRequest(qsRequest.trimmed());
+}

@@ -1,0 +1,38 @@
+#ifndef ZOR_HOST_WINDOW_H
+#define ZOR_HOST_WINDOW_H
+
+// The reference host's main window: menus around a ZOR_HostModule. All the
+// link logic lives in the module object; this class only asks the user.
+
+#include <QMainWindow>
+#include <memory>
+
+namespace Ui {
+class ZOR_HostWindow;
+}
+class ZOR_HostModule;
+
+class ZOR_HostWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    explicit ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent = nullptr);
+    ~ZOR_HostWindow() override;
+
+    // "simulator", "serial:PORT" or "serial:PORT:BAUD"; false when the text
+    // is malformed or the link did not open (the status bar says why).
+    bool connectTerminal(const QString& qsLink);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void slot_triggered_Serial();
+    void slot_triggered_Dialect();
+    void slot_triggered_Ussd();
+
+    std::unique_ptr<Ui::ZOR_HostWindow> ui;
+    ZOR_HostModule* m_lpModule;
+};
+
+#endif

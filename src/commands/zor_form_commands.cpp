@@ -1,0 +1,579 @@
+#include "commands/zor_form_commands.h"
+
+#include "commands/zor_dialog_commands.h"
+#include "commands/zor_model_log.h"
+#include "module/zor_commands.h"
+#include "module/zor_cp1251.h"
+#include "module/zor_language.h"
+#include "ui_zor_form_commands.h"
+
+#include <QAction>
+#include <QDateTime>
+#include <QHeaderView>
+#include <QIcon>
+#include <QMenu>
+#include <QTimer>
+
+#include <functional>
+#include <iterator>
+#include <utility>
+
+namespace {
+
+const int kRavelMode = 5;
+// Often enough to look live, rare enough to cost little.
+const int kLogRefreshMs = 40;
+
+// Dialect of the GNSS receiver (as answered by the host) x coordinate system.
+const char* const kCoordSystemCommands[2][2] = {
+    {"*!UC GPS,PQPZ90,W,1,0", "*!UC GPS,PQPZ90,W,0,0"}, // PZ, WGS
+    {"*!UC GPS,PMTK330,223", "*!UC GPS,PMTK330,0"},
+};
+
+// NMEA output rate by the index of comboBox_Ravel_Cmd_3_Freq.
+struct NmeaRate {
+    const char* qsCaption; // UTF-8
+    const char* qsPeriodMs;
+};
+const NmeaRate kNmeaRates[] = {
+    {"1 Гц", "1000"}, {"2 Гц", "500"}, {"5 Гц", "200"}, {"10 Гц", "100"}};
+
+int hexDigit(QChar c)
+{
+    const ushort u = c.unicode();
+    if (u >= '0' && u <= '9')
+        return u - '0';
+    if (u >= 'a' && u <= 'f')
+        return u - 'a' + 10;
+    if (u >= 'A' && u <= 'F')
+        return u - 'A' + 10;
+    return -1;
+}
+
+} // namespace
+
+ZOR_Form_Commands::ZOR_Form_Commands(QWidget* parent)
+    : QDialog(parent), ui(new Ui::ZOR_Form_Commands)
+{
+    initForm();
+}
+
+ZOR_Form_Commands::~ZOR_Form_Commands()
+{
+    delete ui;
+}
+
+void ZOR_Form_Commands::initForm()
+{
+    ui->setupUi(this);
+    setWindowFlags(windowFlags() | Qt::WindowMaximizeButtonHint | Qt::WindowMinimizeButtonHint);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+
+    modelLog = new ZOR_Model_Log(this);
+    timerScroll = new QTimer(this);
+    timerScroll->setSingleShot(true);
+    timerScroll->setInterval(kLogRefreshMs);
+    connect(timerScroll, &QTimer::timeout, this, &ZOR_Form_Commands::showNewLogRows);
+    ui->treeWidget->setModel(modelLog);
+    ui->treeWidget->verticalHeader()->setVisible(false);
+    // Per-item scrolling looks up the row position from the first row on
+    // each layout, which makes a long log slower with every row.
+    ui->treeWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    ui->treeWidget->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    ui->treeWidget->verticalHeader()->setDefaultSectionSize(
+        ui->treeWidget->fontMetrics().height() + 4);
+    ui->treeWidget->horizontalHeader()->setStretchLastSection(false);
+    ui->treeWidget->horizontalHeader()->setTextElideMode(Qt::ElideNone);
+    for (int column = 0; column < ZOR_Model_Log::ColumnCount; ++column)
+        ui->treeWidget->setColumnWidth(column, ZOR_Model_Log::initialWidth(column));
+
+    for (const NmeaRate& rate : kNmeaRates)
+        ui->comboBox_Ravel_Cmd_3_Freq->addItem(QString::fromUtf8(rate.qsCaption));
+    ui->radioButton_Ravel_Cmd_1_PZ->setText(QStringLiteral("ПЗ-90.11"));
+    ui->radioButton_Ravel_Cmd_1_WGS->setText(QStringLiteral("WGS-84"));
+    ui->radioButton_Ravel_Cmd_2_GPS->setText(QStringLiteral("GPS"));
+    ui->radioButton_Ravel_Cmd_2_GLONASS->setText(QStringLiteral("ГЛОНАСС"));
+    ui->radioButton_Ravel_Cmd_2_GPSGLONASS->setText(QStringLiteral("ГЛОНАСС+GPS"));
+    ui->radioButton_Ravel_Cmd_1_WGS->setChecked(true);
+    ui->radioButton_Ravel_Cmd_2_GPSGLONASS->setChecked(true);
+
+    ui->toolButton_ListCommands_Edit->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/edit.png")));
+    ui->toolButton_ListCommands_Add->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/add.png")));
+    ui->toolButton_Clear->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/clear.png")));
+    actionSave = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save.png")), QString(), this);
+    actionSaveAs = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save_as.png")), QString(), this);
+    auto* menu = new QMenu(this);
+    menu->addAction(actionSave);
+    menu->addAction(actionSaveAs);
+    ui->toolButton_ListCommands_Add->setMenu(menu);
+
+    // Fixed commands: one button, one text.
+    const std::pair<QAbstractButton*, std::function<QString()>> fixedCommands[] = {
+        {ui->pushButton_Send_Ravel_Cmd_1, [this] { return commandCoordSystem(); }},
+        {ui->pushButton_Send_Ravel_Cmd_2, [this] { return commandSatSystems(); }},
+        {ui->pushButton_Send_Ravel_Cmd_3, [this] { return commandNmeaRate(); }},
+        {ui->pushButton_Send_Ravel_Cmd_4,
+         [this] { return QStringLiteral("*!UC GPS,PMTK311,%1").arg(ui->spinBox_Ravel_Cmd_4_Angle->value()); }},
+        {ui->pushButton_Send_Ravel_Cmd_5, [] { return QStringLiteral("*!UC GPS,PMTK104"); }},
+        {ui->pushButton_TmiSms_On, [] { return QStringLiteral("*!EDIT PHONES:MODE(1)"); }},
+        {ui->pushButton_TmiSms_Off, [] { return QStringLiteral("*!EDIT PHONES:MODE(0)"); }},
+        {ui->pushButton_Balance,
+         [this] { return QStringLiteral("*?USSD:%1").arg(ui->lineEdit_Balance_USSD->text()); }},
+        {ui->pushButton_IccId, [this] { return commandIccId(); }},
+    };
+    for (const auto& command : fixedCommands) {
+        const std::function<QString()> text = command.second;
+        connect(command.first, &QAbstractButton::clicked, this,
+                [this, text] { sendCommandText(text()); });
+    }
+    connect(ui->pushButton_Send_Cmd_Any, &QAbstractButton::clicked, this,
+            [this] { sendCommand(getUniCommand(ui->lineEdit_Cmd_Any->text())); });
+    connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any,
+            &QAbstractButton::click);
+    connect(ui->toolButton_Clear, &QAbstractButton::clicked, modelLog, &ZOR_Model_Log::clear);
+
+    connect(ui->checkBox_IccId_Sim_1, &QAbstractButton::toggled, this,
+            &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_1);
+    connect(ui->checkBox_IccId_Sim_2, &QAbstractButton::toggled, this,
+            &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_2);
+
+    connect(ui->comboBox_ListCommands, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands);
+    connect(ui->lineEdit_Cmd_Any, &QLineEdit::textChanged, this,
+            &ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any);
+    connect(actionSave, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_Save);
+    connect(actionSaveAs, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_SaveAs);
+    connect(ui->toolButton_ListCommands_Edit, &QAbstractButton::clicked, this,
+            &ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit);
+    lpDialogCommands = new ZOR_Dialog_Commands(this);
+    connect(lpDialogCommands, &ZOR_Dialog_Commands::signal_ListCommands_Change, this,
+            &ZOR_Form_Commands::slot_ListCommands_Change);
+
+    connect(this, &QDialog::finished, this, &ZOR_Form_Commands::slot_finished_Form);
+
+    const bool bRavel = lpGlobalLib && lpGlobalLib->getConfiguratorMode() == kRavelMode;
+    ui->groupBox_Ravel->setVisible(bRavel);
+    ui->groupBox_Cmd_Main->setVisible(!bRavel);
+
+    // Nothing can be sent before the host reports a terminal.
+    ui->pushButton_Send_Cmd_Any->setEnabled(false);
+    ui->groupBox_Ravel->setEnabled(false);
+
+    translateForm();
+    slot_ListCommands_Change();
+    slot_toggled_CheckBox_IccId_Sim_1(false);
+    slot_toggled_CheckBox_IccId_Sim_2(false);
+}
+
+void ZOR_Form_Commands::translateForm()
+{
+    const bool bRavel = lpGlobalLib && lpGlobalLib->getConfiguratorMode() == kRavelMode;
+    qsWindowTitle = zorTr(QLatin1String(bRavel ? "mdln_002" : "mdln_001"));
+    setWindowTitle(qsWindowTitle);
+
+    const std::pair<QAbstractButton*, const char*> buttons[] = {
+        {ui->pushButton_Send_Cmd_Any, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_1, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_2, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_3, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_4, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_5, "cons_023"},
+        {ui->pushButton_TmiSms_On, "cons_010"},
+        {ui->pushButton_TmiSms_Off, "cons_011"},
+        {ui->pushButton_Balance, "cons_013"},
+        {ui->checkBox_IccId_Sim_1, "cons_015"},
+        {ui->checkBox_IccId_Sim_2, "cons_016"},
+        {ui->pushButton_IccId, "cons_017"},
+    };
+    for (const auto& button : buttons)
+        button.first->setText(zorTr(QLatin1String(button.second)));
+    const std::pair<QLabel*, const char*> labels[] = {
+        {ui->label_Ravel_Cmd_1, "cons_004"}, {ui->label_Ravel_Cmd_2, "cons_005"},
+        {ui->label_Ravel_Cmd_3, "cons_006"}, {ui->label_Ravel_Cmd_4, "cons_007"},
+        {ui->label_Ravel_Cmd_5, "cons_008"}, {ui->label_TmiSms, "cons_009"},
+        {ui->label_Balance, "cons_012"},     {ui->label_IccId, "cons_014"},
+        {ui->label_Log, "cons_018"},
+    };
+    for (const auto& label : labels)
+        label.first->setText(zorTr(QLatin1String(label.second)));
+    const std::pair<QWidget*, const char*> toolTips[] = {
+        {ui->toolButton_Clear, "cons_019"},
+        {ui->toolButton_ListCommands_Edit, "cons_020"},
+        {ui->toolButton_ListCommands_Add, "cons_021"},
+        {ui->lineEdit_Cmd_Any, "cons_022"},
+    };
+    for (const auto& toolTip : toolTips)
+        toolTip.first->setToolTip(zorTr(QLatin1String(toolTip.second)));
+    ui->groupBox_Ravel->setTitle(zorTr(QStringLiteral("cons_002")));
+    ui->groupBox_Cmd_Main->setTitle(zorTr(QStringLiteral("cons_003")));
+
+    if (ui->comboBox_ListCommands->count() > 0)
+        ui->comboBox_ListCommands->setItemText(0, zorTr(QStringLiteral("mdln_041")));
+    // The shipped list has a file per language; a change rereads it and
+    // refills the combo box through the list-change signal.
+    if (lpDialogCommands) {
+        lpDialogCommands->translateForm();
+        lpDialogCommands->reloadIfLanguageChanged();
+    }
+    actionSave->setText(zorTr(QLatin1String(ui->comboBox_ListCommands->currentIndex() > 0 ? "wrd_039" : "wrd_038")));
+    actionSaveAs->setText(zorTr(QStringLiteral("wrd_042")));
+}
+
+void ZOR_Form_Commands::showForm()
+{
+    if (lpGlobalLib) {
+        lpGlobalLib->getDeviceReceive_Start();
+        szConfigParam param;
+        lpGlobalLib->getDeviceConfigParam(param);
+        param.szUssdBalance[sizeof(param.szUssdBalance) - 1] = '\0';
+        ui->lineEdit_Balance_USSD->setText(QString::fromLatin1(param.szUssdBalance));
+    }
+    {
+        const QSignalBlocker block1(ui->checkBox_IccId_Sim_1);
+        const QSignalBlocker block2(ui->checkBox_IccId_Sim_2);
+        ui->checkBox_IccId_Sim_1->setChecked(false);
+        ui->checkBox_IccId_Sim_2->setChecked(false);
+    }
+    slot_toggled_CheckBox_IccId_Sim_1(false);
+    slot_toggled_CheckBox_IccId_Sim_2(false);
+
+    if (ui->comboBox_ListCommands->currentIndex() == 0)
+        slot_currentIndexChanged_ComboBox_ListCommands(0);
+    else
+        ui->comboBox_ListCommands->setCurrentIndex(0);
+    ui->toolButton_ListCommands_Add->setEnabled(false);
+
+    show();
+    raise();
+    activateWindow();
+}
+
+void ZOR_Form_Commands::slot_finished_Form(int)
+{
+    if (lpGlobalLib)
+        lpGlobalLib->getDeviceReceive_Stop();
+}
+
+void ZOR_Form_Commands::deviceConnect()
+{
+    ui->pushButton_Send_Cmd_Any->setEnabled(true);
+    ui->groupBox_Ravel->setEnabled(true);
+    setData(-1, QByteArrayLiteral("CONNECT"));
+}
+
+void ZOR_Form_Commands::deviceDisconnect()
+{
+    ui->pushButton_Send_Cmd_Any->setEnabled(false);
+    ui->groupBox_Ravel->setEnabled(false);
+    setData(-1, QByteArrayLiteral("DISCONNECT"));
+}
+
+void ZOR_Form_Commands::deviceReceive(QByteArray* data)
+{
+    if (!data)
+        return;
+    setData(ZOR_Model_Log::DirectionIn, *data);
+    setReceiveCommand(data);
+}
+
+void ZOR_Form_Commands::deviceReceive(const QString& text)
+{
+    QByteArray bytes = ZOR_Cp1251::encode(text);
+    deviceReceive(&bytes);
+}
+
+void ZOR_Form_Commands::setData(int direction, const QByteArray& data)
+{
+    modelLog->append(direction, data, QDateTime::currentMSecsSinceEpoch());
+    scrollLogLater();
+}
+
+// A row shows at once when the log is quiet. Under a stream of blocks the
+// view repaints, and scrolls to the newest row, once per kLogRefreshMs:
+// it would repaint whole on every new row otherwise, and that costs far
+// more than the row itself (scrolling per row also grows with the log).
+void ZOR_Form_Commands::scrollLogLater()
+{
+    if (timerScroll->isActive()) {
+        ui->treeWidget->setUpdatesEnabled(false);
+        return;
+    }
+    ui->treeWidget->scrollToBottom();
+    timerScroll->start();
+}
+
+void ZOR_Form_Commands::showNewLogRows()
+{
+    if (ui->treeWidget->updatesEnabled())
+        return;
+    ui->treeWidget->setUpdatesEnabled(true);
+    ui->treeWidget->scrollToBottom();
+    timerScroll->start();
+}
+
+void ZOR_Form_Commands::sendCommand(const QByteArray& bytes)
+{
+    setData(ZOR_Model_Log::DirectionOut, bytes);
+    if (lpGlobalLib)
+        lpGlobalLib->sendMessageToDevice(bytes);
+}
+
+void ZOR_Form_Commands::sendCommandText(const QString& qsText)
+{
+    if (!qsText.isEmpty())
+        sendCommand(ZOR_Cp1251::encode(qsText));
+}
+
+QString ZOR_Form_Commands::commandCoordSystem() const
+{
+    const bool bPz = ui->radioButton_Ravel_Cmd_1_PZ->isChecked();
+    if (!bPz && !ui->radioButton_Ravel_Cmd_1_WGS->isChecked())
+        return QString();
+    ZOR_RAVEL_CMND_COORDSYSTEM coordSystem{0};
+    if (lpGlobalLib)
+        lpGlobalLib->getDeviceRavelCoordSystem(coordSystem);
+    const int dialect = coordSystem.nCoordSystem;
+    if (dialect != 0 && dialect != 1)
+        return QString();
+    return QLatin1String(kCoordSystemCommands[dialect][bPz ? 0 : 1]);
+}
+
+QString ZOR_Form_Commands::commandSatSystems() const
+{
+    if (ui->radioButton_Ravel_Cmd_2_GPS->isChecked())
+        return QStringLiteral("*!UC GPS,PMTK353,1,0,0,0,0");
+    if (ui->radioButton_Ravel_Cmd_2_GLONASS->isChecked())
+        return QStringLiteral("*!UC GPS,PMTK353,0,1,0,0,0");
+    return QStringLiteral("*!UC GPS,PMTK353,1,1,0,0,0");
+}
+
+QString ZOR_Form_Commands::commandNmeaRate() const
+{
+    const int index = ui->comboBox_Ravel_Cmd_3_Freq->currentIndex();
+    const bool bKnown = index >= 0 && index < int(std::size(kNmeaRates));
+    return QStringLiteral("*!UC GPS,PMTK220,%1")
+        .arg(QLatin1String(kNmeaRates[bKnown ? index : 0].qsPeriodMs));
+}
+
+QString ZOR_Form_Commands::commandIccId() const
+{
+    const int mask = (ui->checkBox_IccId_Sim_1->isChecked() ? 1 : 0)
+        + (ui->checkBox_IccId_Sim_2->isChecked() ? 2 : 0);
+    return QStringLiteral("*?ICCID %1").arg(mask);
+}
+
+QByteArray ZOR_Form_Commands::getUniCommand(const QString& qsCommand)
+{
+    QByteArray bytes;
+    bytes.reserve(qsCommand.size());
+    const QChar* text = qsCommand.constData();
+    const int size = qsCommand.size();
+    int pos = 0;
+    while (pos < size) {
+        const int slash = qsCommand.indexOf(QLatin1Char('\\'), pos);
+        if (slash < 0) {
+            ZOR_Cp1251::encodeAppend(text + pos, size - pos, bytes);
+            break;
+        }
+        ZOR_Cp1251::encodeAppend(text + pos, slash - pos, bytes);
+        if (slash + 1 < size && text[slash + 1] == QLatin1Char('\\')) {
+            bytes.append('\\');
+            pos = slash + 2;
+            continue;
+        }
+        if (size - slash - 1 < 2) {
+            ZOR_Cp1251::encodeAppend(text + slash, size - slash, bytes);
+            break;
+        }
+        const int high = hexDigit(text[slash + 1]);
+        const int low = hexDigit(text[slash + 2]);
+        if (high >= 0 && low >= 0)
+            bytes.append(char(high * 16 + low));
+        else
+            ZOR_Cp1251::encodeAppend(text + slash, 3, bytes);
+        pos = slash + 3;
+    }
+    return bytes;
+}
+
+QString ZOR_Form_Commands::getStrVisibleData(const QByteArray* data)
+{
+    return data ? ZOR_Model_Log::visibleText(*data) : QString();
+}
+
+QString ZOR_Form_Commands::getIccIdType(const QString& qsField)
+{
+    if (qsField.isEmpty())
+        return zorTr(QStringLiteral("mdln_029"));
+    if (qsField.size() <= 2) {
+        bool ok = false;
+        const int value = qsField.toInt(&ok);
+        static const char* const kKeys[] = {"mdln_030", "mdln_031", "mdln_032"};
+        if (ok && value >= 0 && value <= 2)
+            return zorTr(QLatin1String(kKeys[value]));
+    }
+    return qsField;
+}
+
+void ZOR_Form_Commands::setReceiveCommand(QByteArray* data)
+{
+    if (!data)
+        return;
+    // The terminal ends its replies with a line end; it belongs to no field.
+    QString text = ZOR_Cp1251::decode(*data);
+    while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r')))
+        text.chop(1);
+    if (!text.startsWith(QLatin1String("*#ICCID")) || text.size() < 9)
+        return;
+    const QStringList fields = text.mid(8).split(QLatin1Char(','));
+    bool ok = false;
+    const int mask = fields.value(0).toInt(&ok, 10);
+    if (!ok)
+        return;
+    switch (mask) {
+    case 1:
+        ui->lineEdit_IccId_Sim_1->setText(getIccIdType(fields.value(1)));
+        break;
+    case 2:
+        ui->lineEdit_IccId_Sim_2->setText(getIccIdType(fields.value(1)));
+        break;
+    case 3:
+        ui->lineEdit_IccId_Sim_1->setText(getIccIdType(fields.value(1)));
+        ui->lineEdit_IccId_Sim_2->setText(getIccIdType(fields.value(2)));
+        break;
+    default:
+        break;
+    }
+}
+
+void ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_1(bool bChecked)
+{
+    if (!bChecked)
+        ui->lineEdit_IccId_Sim_1->clear();
+    ui->lineEdit_IccId_Sim_1->setEnabled(bChecked);
+    updateIccIdButton();
+}
+
+// Unchecking SIM 2 clears the SIM 1 result and keeps its own text: terminals
+// and users rely on it this way.
+void ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_2(bool bChecked)
+{
+    if (!bChecked)
+        ui->lineEdit_IccId_Sim_1->clear();
+    ui->lineEdit_IccId_Sim_2->setEnabled(bChecked);
+    updateIccIdButton();
+}
+
+void ZOR_Form_Commands::updateIccIdButton()
+{
+    ui->pushButton_IccId->setEnabled(ui->checkBox_IccId_Sim_1->isChecked()
+                                    || ui->checkBox_IccId_Sim_2->isChecked());
+}
+
+// ---- Saved command list --------------------------------------------------
+
+void ZOR_Form_Commands::setListCommands(const QStringList& names)
+{
+    const QString qsText = ui->lineEdit_Cmd_Any->text();
+    ui->comboBox_ListCommands->clear();
+    ui->comboBox_ListCommands->addItem(zorTr(QStringLiteral("mdln_041")));
+    ui->comboBox_ListCommands->addItems(names);
+    // Matched against the entry names, not the command texts.
+    ui->comboBox_ListCommands->setCurrentText(qsText);
+}
+
+void ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands(int index)
+{
+    if (index < 0)
+        return;
+    setParamCommandType(index == 0 ? QString() : ui->comboBox_ListCommands->itemText(index));
+}
+
+void ZOR_Form_Commands::setParamCommandType(const QString& qsName)
+{
+    const bool bSaved = ui->comboBox_ListCommands->currentIndex() > 0;
+    actionSave->setText(zorTr(QLatin1String(bSaved ? "wrd_039" : "wrd_038")));
+    actionSaveAs->setEnabled(bSaved);
+    const QString qsText = bSaved ? savedCommandText(qsName) : QString();
+    qsLoadedCommand = qsText;
+    ui->lineEdit_Cmd_Any->setText(qsText);
+    ui->toolButton_ListCommands_Add->setEnabled(false);
+}
+
+void ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any(const QString& text)
+{
+    ui->toolButton_ListCommands_Add->setEnabled(text != qsLoadedCommand);
+}
+
+void ZOR_Form_Commands::setTypeCommandType(const QString& qsText)
+{
+    const int index = ui->comboBox_ListCommands->findText(savedCommandName(qsText));
+    if (index > 0) {
+        ui->comboBox_ListCommands->setCurrentIndex(index);
+        return;
+    }
+    ui->comboBox_ListCommands->setCurrentIndex(0);
+    ui->lineEdit_Cmd_Any->setText(qsText);
+}
+
+QString ZOR_Form_Commands::savedCommandText(const QString& qsName) const
+{
+    const ZOR_Command* command = lpDialogCommands->getCommand4Name(qsName);
+    return command ? command->getCommand() : QString();
+}
+
+QString ZOR_Form_Commands::savedCommandName(const QString& qsText) const
+{
+    const ZOR_Command* command = lpDialogCommands->getCommand4Command(qsText);
+    return command ? command->getName() : QString();
+}
+
+void ZOR_Form_Commands::slot_ListCommands_Change()
+{
+    QStringList names;
+    lpDialogCommands->getListCommandsName(names);
+    names.removeFirst(); // the free-command entry, which setListCommands adds itself
+    setListCommands(names);
+}
+
+// After a save the combo box has been refilled (and has fallen back to the
+// free command unless the line happened to equal a name); the command just
+// saved is what the user expects to see.
+void ZOR_Form_Commands::selectSavedCommand(const QString& qsName)
+{
+    if (qsName.isEmpty())
+        return;
+    const int index = ui->comboBox_ListCommands->findText(qsName, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (index <= 0)
+        return;
+    if (index == ui->comboBox_ListCommands->currentIndex())
+        setParamCommandType(qsName);
+    else
+        ui->comboBox_ListCommands->setCurrentIndex(index);
+}
+
+void ZOR_Form_Commands::slot_triggered_Action_Save()
+{
+    const int index = ui->comboBox_ListCommands->currentIndex();
+    if (index <= 0) {
+        saveCommandAsNew();
+        return;
+    }
+    selectSavedCommand(lpDialogCommands->saveCommand(this, ui->comboBox_ListCommands->itemText(index),
+                                                     ui->lineEdit_Cmd_Any->text()));
+}
+
+void ZOR_Form_Commands::slot_triggered_Action_SaveAs()
+{
+    saveCommandAsNew();
+}
+
+void ZOR_Form_Commands::saveCommandAsNew()
+{
+    selectSavedCommand(lpDialogCommands->saveCommandAs(this, ui->lineEdit_Cmd_Any->text()));
+}
+
+void ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit()
+{
+    lpDialogCommands->showForm();
+}

@@ -1,0 +1,97 @@
+#ifndef ZOR_FORM_COMMANDS_H
+#define ZOR_FORM_COMMANDS_H
+
+// The commands console: a free command line, fixed commands for the GNSS
+// receiver of RAVEL terminals and for the SIM (balance, ICCID), and a log of
+// every block that goes out or comes in. Created once by the module object
+// and kept, hidden, after closing.
+
+#include <QByteArray>
+#include <QDialog>
+#include <QString>
+#include <QStringList>
+
+class QAction;
+class QTimer;
+class ZOR_Dialog_Commands;
+class ZOR_Model_Log;
+namespace Ui {
+class ZOR_Form_Commands;
+}
+
+class ZOR_Form_Commands : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit ZOR_Form_Commands(QWidget* parent = nullptr);
+    ~ZOR_Form_Commands() override;
+
+    void showForm();
+    void initForm();
+    void translateForm();
+    QString getWindowTitle() const { return qsWindowTitle; }
+
+    void deviceConnect();
+    void deviceDisconnect();
+    void deviceReceive(QByteArray* data);
+    void deviceReceive(const QString& text);
+
+    // One log row: direction 0 "OUT", 1 "IN", anything else none.
+    void setData(int direction, const QByteArray& data);
+    void setReceiveCommand(QByteArray* data);
+
+    // The free command line as bytes: "\hh" is the byte hh, "\\" one
+    // backslash; anything else, and a malformed escape, goes as typed.
+    static QByteArray getUniCommand(const QString& qsCommand);
+    static QString getStrVisibleData(const QByteArray* data);
+    static QString getIccIdType(const QString& qsField);
+
+    // Link to the saved command list.
+    void setListCommands(const QStringList& names);
+    void setParamCommandType(const QString& qsName);
+    void setTypeCommandType(const QString& qsText);
+    void saveCommandAsNew();
+
+    ZOR_Model_Log* logModel() const { return modelLog; }
+    ZOR_Dialog_Commands* dialogCommands() const { return lpDialogCommands; }
+
+private slots:
+    void slot_currentIndexChanged_ComboBox_ListCommands(int index);
+    void slot_textChanged_LineEdit_Cmd_Any(const QString& text);
+    void slot_triggered_Action_Save();
+    void slot_triggered_Action_SaveAs();
+    void slot_pressed_ToolButton_ListCommands_Edit();
+    void slot_ListCommands_Change();
+    void slot_toggled_CheckBox_IccId_Sim_1(bool bChecked);
+    void slot_toggled_CheckBox_IccId_Sim_2(bool bChecked);
+    void slot_finished_Form(int result);
+
+private:
+    void sendCommand(const QByteArray& bytes);
+    void sendCommandText(const QString& qsText);
+    void scrollLogLater();
+    void showNewLogRows();
+    void updateIccIdButton();
+
+    // Fixed commands; an empty text means "send nothing".
+    QString commandCoordSystem() const;
+    QString commandSatSystems() const;
+    QString commandNmeaRate() const;
+    QString commandIccId() const;
+
+    QString savedCommandText(const QString& qsName) const;
+    QString savedCommandName(const QString& qsText) const;
+    // Shows the command saved under this name (nothing for "").
+    void selectSavedCommand(const QString& qsName);
+
+    Ui::ZOR_Form_Commands* ui;
+    ZOR_Model_Log* modelLog = nullptr;
+    ZOR_Dialog_Commands* lpDialogCommands = nullptr;
+    QAction* actionSave = nullptr;
+    QAction* actionSaveAs = nullptr;
+    QString qsLoadedCommand;
+    QString qsWindowTitle;
+    QTimer* timerScroll = nullptr;
+};
+
+#endif

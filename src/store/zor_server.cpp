@@ -1,0 +1,15 @@
+#include "store/zor_server.h"
+
+ZOR_Server::ZOR_Server(const QString& qsName_, const QString& qsDns_, int nPort_)
+    : qsName(qsName_)
+    , qsDns(qsDns_)
+    , nPort(nPort_)
+{
+}
+
+void ZOR_Server::setPort(const QString& qsPort)
+{
+    bool bOk = false;
+    const int nValue = qsPort.trimmed().toInt(&bOk);
+    nPort = bOk ? nValue : 0;
+}

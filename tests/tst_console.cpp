@@ -1,0 +1,470 @@
+// The commands console offscreen: what it sends for each control, how it
+// logs, how it reads ICCID replies, and the rules of its check boxes.
+// Captions show as their keys (pseudo-language "keys").
+
+#include "commands/zor_form_commands.h"
+#include "commands/zor_model_log.h"
+#include "module/zor_commands.h"
+#include "module/zor_language.h"
+#include "zor_host_recorder.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTime>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTableView>
+#include <QToolButton>
+#include <QtTest>
+
+#include <memory>
+
+class TestConsole : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void freeCommandEscapes_data();
+    void freeCommandEscapes();
+    void freeCommandIsLoggedAndSentAsBuilt();
+    void printableForm_data();
+    void printableForm();
+    void fixedCommands_data();
+    void fixedCommands();
+    void unknownDialectSendsNothing();
+    void iccIdReplies_data();
+    void iccIdReplies();
+    void iccIdCheckBoxes_data();
+    void iccIdCheckBoxes();
+    void logRowColumns_data();
+    void logRowColumns();
+    void logLooksAsSpecified();
+    void newestRowIsInView();
+    void clearEmptiesTheLog();
+    void connectAndDisconnectRows();
+    void showingResetsTheFormAndAsksTheHost();
+    void closingStopsForwarding();
+    void editingTheLineEnablesSaving();
+    void ravelLayoutInMode5();
+
+private:
+    template <typename T>
+    T* child(const char* name)
+    {
+        T* widget = form->findChild<T*>(QLatin1String(name));
+        if (!widget)
+            qFatal("no widget %s", name);
+        return widget;
+    }
+    QString lastLogText(int column) const
+    {
+        const ZOR_Model_Log* log = form->logModel();
+        return log->text(log->rowCount() - 1, column);
+    }
+    void setIccIdResults(const QString& sim1, const QString& sim2);
+
+    ZOR_HostRecorder& host = ZOR_HostRecorder::instance();
+    std::unique_ptr<ZOR_Form_Commands> form;
+};
+
+void TestConsole::initTestCase()
+{
+    ZOR_Language::instance().load(QStringLiteral("keys"));
+    QVERIFY(lpGlobalLib);
+    lpGlobalLib->InitConfigurator(&ZOR_HostRecorder::callback);
+}
+
+void TestConsole::init()
+{
+    host.clear();
+    host.nCoordSystem = 0;
+    host.ussdRequest = "*100#";
+    lpGlobalLib->setConfiguratorMode(0);
+    form.reset(new ZOR_Form_Commands());
+}
+
+void TestConsole::cleanup()
+{
+    form.reset();
+}
+
+void TestConsole::freeCommandEscapes_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("AT and CR") << "AT\\0D" << QByteArray("AT\r");
+    QTest::newRow("CR LF") << "\\0D\\0A" << QByteArray("\r\n");
+    QTest::newRow("upper and lower hex") << "\\fF\\A0" << QByteArray("\xff\xa0");
+    QTest::newRow("doubled backslash") << "a\\\\b" << QByteArray("a\\b");
+    QTest::newRow("doubled then hex") << "\\\\\\41" << QByteArray("\\A");
+    QTest::newRow("not hex") << "\\ZZ1" << QByteArray("\\ZZ1");
+    QTest::newRow("half hex") << "\\G1x" << QByteArray("\\G1x");
+    QTest::newRow("sign is not a digit") << "\\+1" << QByteArray("\\+1");
+    QTest::newRow("blank is not a digit") << "\\ 1" << QByteArray("\\ 1");
+    QTest::newRow("lone backslash") << "\\" << QByteArray("\\");
+    QTest::newRow("one char after at end") << "AT\\0" << QByteArray("AT\\0");
+    QTest::newRow("Cyrillic") << "Баланс\\0D" << QByteArray("\xc1\xe0\xeb\xe0\xed\xf1\r");
+    QTest::newRow("Cyrillic after backslash") << "\\Жx" << QByteArray("\\\xc6x");
+    QTest::newRow("no byte for it") << "a中b" << QByteArray("a_b");
+    QTest::newRow("NUL byte") << "\\00" << QByteArray(1, '\0');
+    QTest::newRow("empty") << "" << QByteArray();
+}
+
+void TestConsole::freeCommandEscapes()
+{
+    QFETCH(QString, line);
+    QFETCH(QByteArray, bytes);
+    QCOMPARE(ZOR_Form_Commands::getUniCommand(line), bytes);
+}
+
+void TestConsole::freeCommandIsLoggedAndSentAsBuilt()
+{
+    form->deviceConnect();
+    child<QLineEdit>("lineEdit_Cmd_Any")->setText(QStringLiteral("*?V\\0D\\0A"));
+    child<QPushButton>("pushButton_Send_Cmd_Any")->click();
+    QCOMPARE(host.sent(), QList<QByteArray>({QByteArray("*?V\r\n")}));
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QStringLiteral("OUT"));
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnHex), QStringLiteral("2a3f560d0a"));
+}
+
+void TestConsole::printableForm_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("blank and LF") << QByteArray(" A\n") << ".A.";
+    QTest::newRow("33 is shown") << QByteArray("!~") << "!~";
+    QTest::newRow("NUL") << QByteArray(2, '\0') << "..";
+    QTest::newRow("Cyrillic") << QByteArray("\xc1\xff") << "Бя";
+    QTest::newRow("0x98") << QByteArray("\x98") << QString(QChar(0x98));
+    QTest::newRow("DEL stays") << QByteArray("\x7f") << QString(QChar(0x7f));
+}
+
+void TestConsole::printableForm()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, text);
+    QCOMPARE(ZOR_Form_Commands::getStrVisibleData(&bytes), text);
+    QCOMPARE(ZOR_Form_Commands::getStrVisibleData(&bytes).size(), bytes.size());
+}
+
+void TestConsole::fixedCommands_data()
+{
+    // button, radio/check to tick first (or empty), combo index, spin value,
+    // dialect answered by the host, text expected on the wire.
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("tick");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("spin");
+    QTest::addColumn<int>("dialect");
+    QTest::addColumn<QByteArray>("sent");
+    const QString cs = QStringLiteral("pushButton_Send_Ravel_Cmd_1");
+    QTest::newRow("PZ, dialect 0") << cs << "radioButton_Ravel_Cmd_1_PZ" << 0 << 5 << 0 << QByteArray("*!UC GPS,PQPZ90,W,1,0");
+    QTest::newRow("WGS, dialect 0") << cs << "radioButton_Ravel_Cmd_1_WGS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PQPZ90,W,0,0");
+    QTest::newRow("PZ, dialect 1") << cs << "radioButton_Ravel_Cmd_1_PZ" << 0 << 5 << 1 << QByteArray("*!UC GPS,PMTK330,223");
+    QTest::newRow("WGS, dialect 1") << cs << "radioButton_Ravel_Cmd_1_WGS" << 0 << 5 << 1 << QByteArray("*!UC GPS,PMTK330,0");
+    const QString sat = QStringLiteral("pushButton_Send_Ravel_Cmd_2");
+    QTest::newRow("GPS") << sat << "radioButton_Ravel_Cmd_2_GPS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK353,1,0,0,0,0");
+    QTest::newRow("GLONASS") << sat << "radioButton_Ravel_Cmd_2_GLONASS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK353,0,1,0,0,0");
+    QTest::newRow("GPS+GLONASS") << sat << "radioButton_Ravel_Cmd_2_GPSGLONASS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK353,1,1,0,0,0");
+    const QString rate = QStringLiteral("pushButton_Send_Ravel_Cmd_3");
+    QTest::newRow("1 Hz") << rate << "" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK220,1000");
+    QTest::newRow("2 Hz") << rate << "" << 1 << 5 << 0 << QByteArray("*!UC GPS,PMTK220,500");
+    QTest::newRow("5 Hz") << rate << "" << 2 << 5 << 0 << QByteArray("*!UC GPS,PMTK220,200");
+    QTest::newRow("10 Hz") << rate << "" << 3 << 5 << 0 << QByteArray("*!UC GPS,PMTK220,100");
+    QTest::newRow("no rate chosen") << rate << "" << -1 << 5 << 0 << QByteArray("*!UC GPS,PMTK220,1000");
+    const QString angle = QStringLiteral("pushButton_Send_Ravel_Cmd_4");
+    QTest::newRow("elevation 5") << angle << "" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK311,5");
+    QTest::newRow("elevation 15") << angle << "" << 0 << 15 << 0 << QByteArray("*!UC GPS,PMTK311,15");
+    QTest::newRow("elevation clamps at 15") << angle << "" << 0 << 40 << 0 << QByteArray("*!UC GPS,PMTK311,15");
+    QTest::newRow("cold start") << "pushButton_Send_Ravel_Cmd_5" << "" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK104");
+    QTest::newRow("SMS on") << "pushButton_TmiSms_On" << "" << 0 << 5 << 0 << QByteArray("*!EDIT PHONES:MODE(1)");
+    QTest::newRow("SMS off") << "pushButton_TmiSms_Off" << "" << 0 << 5 << 0 << QByteArray("*!EDIT PHONES:MODE(0)");
+    QTest::newRow("balance") << "pushButton_Balance" << "" << 0 << 5 << 0 << QByteArray("*?USSD:*100#");
+    QTest::newRow("ICCID SIM 1") << "pushButton_IccId" << "checkBox_IccId_Sim_1" << 0 << 5 << 0 << QByteArray("*?ICCID 1");
+    QTest::newRow("ICCID SIM 2") << "pushButton_IccId" << "checkBox_IccId_Sim_2" << 0 << 5 << 0 << QByteArray("*?ICCID 2");
+}
+
+void TestConsole::fixedCommands()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, tick);
+    QFETCH(int, index);
+    QFETCH(int, spin);
+    QFETCH(int, dialect);
+    QFETCH(QByteArray, sent);
+    form->showForm();
+    form->deviceConnect();
+    host.nCoordSystem = dialect;
+    if (!tick.isEmpty())
+        form->findChild<QAbstractButton*>(tick)->setChecked(true);
+    child<QComboBox>("comboBox_Ravel_Cmd_3_Freq")->setCurrentIndex(index);
+    child<QSpinBox>("spinBox_Ravel_Cmd_4_Angle")->setValue(spin);
+    host.clear();
+    form->findChild<QPushButton*>(button)->click();
+    QCOMPARE(host.sent(), QList<QByteArray>({sent}));
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnHex), QString::fromLatin1(sent.toHex()));
+}
+
+void TestConsole::unknownDialectSendsNothing()
+{
+    form->deviceConnect();
+    const int rows = form->logModel()->rowCount();
+    host.nCoordSystem = 2;
+    host.clear();
+    child<QPushButton>("pushButton_Send_Ravel_Cmd_1")->click();
+    QCOMPARE(host.codes(), QList<int>({ZOR_MSG_GET_COORDSYSTEM}));
+    QCOMPARE(form->logModel()->rowCount(), rows);
+}
+
+void TestConsole::iccIdReplies_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QString>("sim1");
+    QTest::addColumn<QString>("sim2");
+    const QString iccid = QStringLiteral("8970101234567890123");
+    QTest::newRow("both, SIM 2 code 2") << QByteArray("*#ICCID 3,8970101234567890123,2") << iccid << "mdln_032";
+    QTest::newRow("SIM 1 only") << QByteArray("*#ICCID 1,8970101234567890123") << iccid << "old 2";
+    QTest::newRow("SIM 2 only") << QByteArray("*#ICCID 2,8970101234567890123") << "old 1" << iccid;
+    QTest::newRow("line end after code 2") << QByteArray("*#ICCID 3,8970101234567890123,2\r\n") << iccid << "mdln_032";
+    QTest::newRow("line end after ICCID") << QByteArray("*#ICCID 1,8970101234567890123\r\n") << iccid << "old 2";
+    QTest::newRow("8 characters and a line end") << QByteArray("*#ICCID \r\n") << "old 1" << "old 2";
+    QTest::newRow("empty field") << QByteArray("*#ICCID 1,") << "mdln_029" << "old 2";
+    QTest::newRow("missing field") << QByteArray("*#ICCID 3") << "mdln_029" << "mdln_029";
+    QTest::newRow("codes 0 and 1") << QByteArray("*#ICCID 3,0,1") << "mdln_030" << "mdln_031";
+    QTest::newRow("two-digit code") << QByteArray("*#ICCID 3,02,9") << "mdln_032" << "9";
+    QTest::newRow("short, other value") << QByteArray("*#ICCID 1,77") << "77" << "old 2";
+    QTest::newRow("three digits shown as is") << QByteArray("*#ICCID 1,001") << "001" << "old 2";
+    QTest::newRow("7 characters") << QByteArray("*#ICCID") << "old 1" << "old 2";
+    QTest::newRow("8 characters") << QByteArray("*#ICCID ") << "old 1" << "old 2";
+    QTest::newRow("unknown mask") << QByteArray("*#ICCID 4,1,2") << "old 1" << "old 2";
+    QTest::newRow("mask not a number") << QByteArray("*#ICCID x,1,2") << "old 1" << "old 2";
+    QTest::newRow("other reply") << QByteArray("*#ICCIX 3,1,2") << "old 1" << "old 2";
+    QTest::newRow("lower case") << QByteArray("*#iccid 3,1,2") << "old 1" << "old 2";
+}
+
+void TestConsole::iccIdReplies()
+{
+    QFETCH(QByteArray, reply);
+    QFETCH(QString, sim1);
+    QFETCH(QString, sim2);
+    setIccIdResults(QStringLiteral("old 1"), QStringLiteral("old 2"));
+    const int rows = form->logModel()->rowCount();
+    form->deviceReceive(&reply);
+    QCOMPARE(child<QLineEdit>("lineEdit_IccId_Sim_1")->text(), sim1);
+    QCOMPARE(child<QLineEdit>("lineEdit_IccId_Sim_2")->text(), sim2);
+    // Every reply is logged as received, recognised or not.
+    QCOMPARE(form->logModel()->rowCount(), rows + 1);
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QStringLiteral("IN"));
+}
+
+void TestConsole::setIccIdResults(const QString& sim1, const QString& sim2)
+{
+    child<QLineEdit>("lineEdit_IccId_Sim_1")->setText(sim1);
+    child<QLineEdit>("lineEdit_IccId_Sim_2")->setText(sim2);
+}
+
+void TestConsole::iccIdCheckBoxes_data()
+{
+    // Boxes checked before, the box then unchecked (1 or 2; 0 = none), and
+    // what remains: texts, enabled results, enabled query button.
+    QTest::addColumn<bool>("check1");
+    QTest::addColumn<bool>("check2");
+    QTest::addColumn<int>("uncheck");
+    QTest::addColumn<QString>("sim1");
+    QTest::addColumn<QString>("sim2");
+    QTest::addColumn<bool>("enabled1");
+    QTest::addColumn<bool>("enabled2");
+    QTest::addColumn<bool>("button");
+    QTest::newRow("both checked") << true << true << 0 << "A" << "B" << true << true << true;
+    QTest::newRow("SIM 1 only") << true << false << 0 << "A" << "B" << true << false << true;
+    QTest::newRow("SIM 2 only") << false << true << 0 << "A" << "B" << false << true << true;
+    QTest::newRow("uncheck SIM 1") << true << true << 1 << "" << "B" << false << true << true;
+    QTest::newRow("uncheck SIM 2 clears SIM 1") << true << true << 2 << "" << "B" << true << false << true;
+    QTest::newRow("uncheck the last") << true << false << 1 << "" << "B" << false << false << false;
+}
+
+void TestConsole::iccIdCheckBoxes()
+{
+    QFETCH(bool, check1);
+    QFETCH(bool, check2);
+    QFETCH(int, uncheck);
+    auto* box1 = child<QCheckBox>("checkBox_IccId_Sim_1");
+    auto* box2 = child<QCheckBox>("checkBox_IccId_Sim_2");
+    form->showForm();
+    box1->setChecked(check1);
+    box2->setChecked(check2);
+    setIccIdResults(QStringLiteral("A"), QStringLiteral("B"));
+    if (uncheck == 1)
+        box1->setChecked(false);
+    else if (uncheck == 2)
+        box2->setChecked(false);
+    QTEST(child<QLineEdit>("lineEdit_IccId_Sim_1")->text(), "sim1");
+    QTEST(child<QLineEdit>("lineEdit_IccId_Sim_2")->text(), "sim2");
+    QTEST(child<QLineEdit>("lineEdit_IccId_Sim_1")->isEnabled(), "enabled1");
+    QTEST(child<QLineEdit>("lineEdit_IccId_Sim_2")->isEnabled(), "enabled2");
+    QTEST(child<QPushButton>("pushButton_IccId")->isEnabled(), "button");
+}
+
+void TestConsole::logRowColumns_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("shownDirection");
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QString>("data");
+    QTest::addColumn<QString>("hex");
+    QTest::newRow("out") << 0 << QByteArray("*?V") << "OUT" << "3" << "*?V" << "2a3f56";
+    QTest::newRow("in, size counts bytes")
+        << 1 << QByteArray("\xc1\xe0\xeb\xe0\xed\xf1 5 \xf0.") << "IN" << "11"
+        << "Баланс.5.р." << "c1e0ebe0edf1203520f02e";
+    QTest::newRow("no direction") << 2 << QByteArray("X") << "" << "1" << "X" << "58";
+    QTest::newRow("negative direction") << -1 << QByteArray() << "" << "0" << "" << "";
+}
+
+void TestConsole::logRowColumns()
+{
+    QFETCH(int, direction);
+    QFETCH(QByteArray, bytes);
+    const QDateTime before = QDateTime::currentDateTime();
+    form->setData(direction, bytes);
+    const QDateTime after = QDateTime::currentDateTime();
+    const QDateTime logged = QDateTime::fromString(lastLogText(ZOR_Model_Log::ColumnTime),
+                                                   QStringLiteral("dd.MM.yyyy hh:mm:ss"));
+    QVERIFY(logged.isValid());
+    QVERIFY(logged.secsTo(before) <= 0 && logged.secsTo(after) >= 0);
+    QTEST(lastLogText(ZOR_Model_Log::ColumnDirection), "shownDirection");
+    QTEST(lastLogText(ZOR_Model_Log::ColumnSize), "size");
+    QTEST(lastLogText(ZOR_Model_Log::ColumnData), "data");
+    QTEST(lastLogText(ZOR_Model_Log::ColumnHex), "hex");
+}
+
+void TestConsole::logLooksAsSpecified()
+{
+    auto* view = child<QTableView>("treeWidget");
+    const QStringList headers = {QStringLiteral("Время"), QStringLiteral("IN/OUT"),
+                                 QStringLiteral("Размер (байт)"), QStringLiteral("Данные"),
+                                 QStringLiteral("Данные (HEX)")};
+    const int widths[] = {130, 60, 100, 250, 50};
+    QCOMPARE(view->model()->columnCount(), 5);
+    for (int column = 0; column < 5; ++column) {
+        QCOMPARE(view->model()->headerData(column, Qt::Horizontal).toString(), headers[column]);
+        QCOMPARE(view->columnWidth(column), widths[column]);
+    }
+    QCOMPARE(view->textElideMode(), Qt::ElideNone);
+    form->setData(0, "abc");
+    const QModelIndex direction = view->model()->index(0, ZOR_Model_Log::ColumnDirection);
+    const QModelIndex data = view->model()->index(0, ZOR_Model_Log::ColumnData);
+    QCOMPARE(direction.data(Qt::TextAlignmentRole).toInt(), int(Qt::AlignHCenter | Qt::AlignVCenter));
+    QCOMPARE(data.data(Qt::TextAlignmentRole).toInt(), int(Qt::AlignLeft | Qt::AlignVCenter));
+    QCOMPARE(data.data(Qt::FontRole).value<QFont>().family(), QStringLiteral("Courier"));
+}
+
+void TestConsole::newestRowIsInView()
+{
+    form->showForm();
+    auto* view = child<QTableView>("treeWidget");
+    for (int i = 0; i < 500; ++i)
+        form->setData(1, QByteArray::number(i));
+    // The rows of a burst are in view a moment later.
+    const auto lastRowShown = [view] {
+        const QModelIndex last = view->model()->index(499, 0);
+        return last.isValid() && view->viewport()->rect().intersects(view->visualRect(last));
+    };
+    QTRY_VERIFY(lastRowShown());
+    QCOMPARE(view->model()->rowCount(), 500);
+    QCOMPARE(form->logModel()->text(499, ZOR_Model_Log::ColumnData), QStringLiteral("499"));
+}
+
+void TestConsole::clearEmptiesTheLog()
+{
+    form->setData(0, "a");
+    form->setData(1, "b");
+    child<QToolButton>("toolButton_Clear")->click();
+    QCOMPARE(form->logModel()->rowCount(), 0);
+    form->setData(1, "c");
+    QCOMPARE(form->logModel()->rowCount(), 1);
+}
+
+void TestConsole::connectAndDisconnectRows()
+{
+    auto* send = child<QPushButton>("pushButton_Send_Cmd_Any");
+    auto* ravel = child<QGroupBox>("groupBox_Ravel");
+    QVERIFY(!send->isEnabled());
+    form->deviceConnect();
+    QVERIFY(send->isEnabled() && ravel->isEnabled());
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnData), QStringLiteral("CONNECT"));
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QString());
+    form->deviceDisconnect();
+    QVERIFY(!send->isEnabled() && !ravel->isEnabled());
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnData), QStringLiteral("DISCONNECT"));
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QString());
+    QVERIFY(host.sent().isEmpty());
+}
+
+void TestConsole::showingResetsTheFormAndAsksTheHost()
+{
+    form->showForm();
+    child<QCheckBox>("checkBox_IccId_Sim_1")->setChecked(true);
+    child<QCheckBox>("checkBox_IccId_Sim_2")->setChecked(true);
+    setIccIdResults(QStringLiteral("A"), QStringLiteral("B"));
+    child<QLineEdit>("lineEdit_Cmd_Any")->setText(QStringLiteral("*?S"));
+    host.clear();
+    host.ussdRequest = "#102#";
+    form->showForm();
+    QCOMPARE(host.codes(), QList<int>({ZOR_MSG_RECEIVE_START, ZOR_MSG_GET_CONFIG_PARAM}));
+    QCOMPARE(child<QLineEdit>("lineEdit_Balance_USSD")->text(), QStringLiteral("#102#"));
+    QVERIFY(!child<QCheckBox>("checkBox_IccId_Sim_1")->isChecked());
+    QVERIFY(!child<QCheckBox>("checkBox_IccId_Sim_2")->isChecked());
+    QCOMPARE(child<QLineEdit>("lineEdit_IccId_Sim_1")->text(), QString());
+    QCOMPARE(child<QLineEdit>("lineEdit_IccId_Sim_2")->text(), QStringLiteral("B"));
+    QVERIFY(!child<QLineEdit>("lineEdit_IccId_Sim_1")->isEnabled());
+    QVERIFY(!child<QLineEdit>("lineEdit_IccId_Sim_2")->isEnabled());
+    QVERIFY(!child<QPushButton>("pushButton_IccId")->isEnabled());
+    QCOMPARE(child<QComboBox>("comboBox_ListCommands")->currentIndex(), 0);
+    QCOMPARE(child<QComboBox>("comboBox_ListCommands")->itemText(0), QStringLiteral("mdln_041"));
+    QCOMPARE(child<QLineEdit>("lineEdit_Cmd_Any")->text(), QString());
+    QVERIFY(!child<QToolButton>("toolButton_ListCommands_Add")->isEnabled());
+    QVERIFY(form->isVisible());
+}
+
+void TestConsole::closingStopsForwarding()
+{
+    form->showForm();
+    host.clear();
+    form->close();
+    QCOMPARE(host.codes(), QList<int>({ZOR_MSG_RECEIVE_STOP}));
+    QCOMPARE(reinterpret_cast<ZOR_Commands*>(host.records.at(0).wParam), lpGlobalLib);
+}
+
+void TestConsole::editingTheLineEnablesSaving()
+{
+    form->showForm();
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    auto* add = child<QToolButton>("toolButton_ListCommands_Add");
+    line->setText(QStringLiteral("*?V"));
+    QVERIFY(add->isEnabled());
+    line->setText(QString());
+    QVERIFY(!add->isEnabled());
+}
+
+void TestConsole::ravelLayoutInMode5()
+{
+    QVERIFY(child<QGroupBox>("groupBox_Cmd_Main")->isVisibleTo(form.get()));
+    QVERIFY(!child<QGroupBox>("groupBox_Ravel")->isVisibleTo(form.get()));
+    QCOMPARE(form->getWindowTitle(), QStringLiteral("mdln_001"));
+    lpGlobalLib->setConfiguratorMode(5);
+    form.reset(new ZOR_Form_Commands());
+    QVERIFY(!child<QGroupBox>("groupBox_Cmd_Main")->isVisibleTo(form.get()));
+    QVERIFY(child<QGroupBox>("groupBox_Ravel")->isVisibleTo(form.get()));
+    QCOMPARE(form->getWindowTitle(), QStringLiteral("mdln_002"));
+    QCOMPARE(form->windowTitle(), QStringLiteral("mdln_002"));
+}
+
+QTEST_MAIN(TestConsole)
+#include "tst_console.moc"
