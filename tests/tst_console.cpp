@@ -231,6 +231,9 @@ void TestConsole::iccIdReplies_data()
     QTest::newRow("both, SIM 2 code 2") << QByteArray("*#ICCID 3,8970101234567890123,2") << iccid << "mdln_032";
     QTest::newRow("SIM 1 only") << QByteArray("*#ICCID 1,8970101234567890123") << iccid << "old 2";
     QTest::newRow("SIM 2 only") << QByteArray("*#ICCID 2,8970101234567890123") << "old 1" << iccid;
+    QTest::newRow("line end after code 2") << QByteArray("*#ICCID 3,8970101234567890123,2\r\n") << iccid << "mdln_032";
+    QTest::newRow("line end after ICCID") << QByteArray("*#ICCID 1,8970101234567890123\r\n") << iccid << "old 2";
+    QTest::newRow("8 characters and a line end") << QByteArray("*#ICCID \r\n") << "old 1" << "old 2";
     QTest::newRow("empty field") << QByteArray("*#ICCID 1,") << "mdln_029" << "old 2";
     QTest::newRow("missing field") << QByteArray("*#ICCID 3") << "mdln_029" << "mdln_029";
     QTest::newRow("codes 0 and 1") << QByteArray("*#ICCID 3,0,1") << "mdln_030" << "mdln_031";

@@ -419,7 +419,10 @@ void ZOR_Form_Commands::setReceiveCommand(QByteArray* data)
 {
     if (!data)
         return;
-    const QString text = ZOR_Cp1251::decode(*data);
+    // The terminal ends its replies with a line end; it belongs to no field.
+    QString text = ZOR_Cp1251::decode(*data);
+    while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r')))
+        text.chop(1);
     if (!text.startsWith(QLatin1String("*#ICCID")) || text.size() < 9)
         return;
     const QStringList fields = text.mid(8).split(QLatin1Char(','));

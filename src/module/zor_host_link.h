@@ -78,17 +78,24 @@ struct szMenuItem {
 static_assert(offsetof(szMenuItem, lpIcon) == 8, "icon at 8");
 static_assert(offsetof(szMenuItem, nMenuHandle) == 16, "handle at 16");
 static_assert(offsetof(szMenuItem, szCaption) == 28, "caption at 28");
+static_assert(sizeof(szMenuItem) == 28 + ZOR_MENU_CAPTION_SIZE, "no padding");
 
 #pragma pack(pop)
 
-// Exported entry points, resolved by name by the host.
+// Exported entry points, resolved by name by the host, which calls them in
+// this order: IsZorLibraryV (returns 1), GetLibraryInfo (copies the 542-byte
+// record, returns its argument), Initialize (hands over the callback), then
+// ReceiveMessage for each message, 2030 first. Messages that arrive before
+// Initialize are handled but nothing is sent back.
 extern "C" {
 typedef int (*ZOR_IsZorLibraryVFunc)();
 typedef szLibraryInfo* (*ZOR_GetLibraryInfoFunc)(szLibraryInfo*);
 typedef void (*ZOR_InitializeFunc)(ZOR_SendMessageFunc);
 typedef void (*ZOR_ReceiveMessageFunc)(void*, int, unsigned long, unsigned long);
-// Optional fifth entry point: sets the configurator mode before the console
-// is first created (5 selects the RAVEL layout).
+// Optional fifth entry point, "SetConfiguratorMode": sets the configurator
+// mode; call it before the console is first opened (2035), since the layout
+// is chosen when the console is created. 5 selects the RAVEL layout (GNSS
+// receiver commands, title "mdln_002"); anything else the default layout.
 typedef void (*ZOR_SetConfiguratorModeFunc)(int);
 }
 
