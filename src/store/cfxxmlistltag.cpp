@@ -1,0 +1,32 @@
+#include "store/cfxxmlistltag.h"
+
+#include "store/cxmltagv2.h"
+
+CFxXmListlTag::~CFxXmListlTag()
+{
+    deleteAll();
+}
+
+CXmlTagV2* CFxXmListlTag::getTagFromName(const QString& qsName, int nFrom, int* lpIndex) const
+{
+    for (int i = qMax(nFrom, 0); i < m_tags.size(); ++i) {
+        if (m_tags.at(i)->name() == qsName) {
+            if (lpIndex)
+                *lpIndex = i;
+            return m_tags.at(i);
+        }
+    }
+    return nullptr;
+}
+
+void CFxXmListlTag::moveAllTo(CFxXmListlTag& other)
+{
+    other.m_tags += m_tags;
+    m_tags.clear();
+}
+
+void CFxXmListlTag::deleteAll()
+{
+    qDeleteAll(m_tags);
+    m_tags.clear();
+}

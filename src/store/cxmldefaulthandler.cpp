@@ -1,0 +1,101 @@
+#include "store/cxmldefaulthandler.h"
+
+#include "store/cfxxmlistltag.h"
+#include "store/cxmltagv2.h"
+#include "store/xmlwriter.h"
+
+QT_WARNING_DISABLE_DEPRECATED
+
+CXmlDefaultHandler::CXmlDefaultHandler(CFxXmListlTag& topTags)
+    : m_top(topTags)
+{
+}
+
+QString CXmlDefaultHandler::decodeValue(const QString& qsValue)
+{
+    if (!qsValue.contains(QLatin1Char('&')) && !qsValue.contains(QLatin1Char('_')))
+        return qsValue;
+    static const struct { QLatin1String from; QLatin1String to; } kSteps[] = {
+        {QLatin1String("&amp;nbsp;"), QLatin1String(" ")},
+        {QLatin1String("&nbsp;"), QLatin1String(" ")},
+        {QLatin1String("&amp;"), QLatin1String("&")},
+        {QLatin1String("&gt;"), QLatin1String(">")},
+        {QLatin1String("&lt;"), QLatin1String("<")},
+        {QLatin1String("&quot;"), QLatin1String("\"")},
+        {QLatin1String("&apos;"), QLatin1String("'")},
+        {QLatin1String("_33_"), QLatin1String("!")},
+    };
+    QString out = qsValue;
+    for (const auto& step : kSteps)
+        out.replace(step.from, step.to);
+    return out;
+}
+
+bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QString& qName,
+                                      const QXmlAttributes& atts)
+{
+    if (m_nDepth >= nMaxDepth) {
+        m_qsError = QStringLiteral("elements nested deeper than %1").arg(int(nMaxDepth));
+        return false;
+    }
+    const QString name = XmlWriter::decodeName(qName);
+    CXmlTagV2* tag;
+    if (m_current) {
+        // Text between children is only layout.
+        m_current->valueRef().clear();
+        tag = m_current->addTagNode(name);
+    } else {
+        tag = new CXmlTagV2(name);
+        m_top.append(tag);
+    }
+    const int n = atts.count();
+    if (n > 0) {
+        tag->attributesRef().reserve(n);
+        for (int i = 0; i < n; ++i)
+            tag->addTagValue(XmlWriter::decodeName(atts.qName(i)), decodeValue(atts.value(i)));
+        tag->setKind(CXmlTagV2::KindAttributes);
+    }
+    m_current = tag;
+    m_bSawElement = true;
+    ++m_nDepth;
+    return true;
+}
+
+bool CXmlDefaultHandler::endElement(const QString&, const QString&, const QString&)
+{
+    if (!m_current)
+        return false;
+    if (!m_current->value().isEmpty())
+        m_current->setValue(decodeValue(m_current->value()));
+    m_current = m_current->parent();
+    --m_nDepth;
+    return true;
+}
+
+bool CXmlDefaultHandler::characters(const QString& ch)
+{
+    if (m_current && m_current->children().isEmpty())
+        m_current->valueRef() += ch;
+    return true;
+}
+
+bool CXmlDefaultHandler::startDTD(const QString&, const QString&, const QString&)
+{
+    m_qsError = QStringLiteral("document type declarations are not accepted");
+    return false;
+}
+
+bool CXmlDefaultHandler::fatalError(const QXmlParseException& exception)
+{
+    if (m_qsError.isEmpty())
+        m_qsError = QStringLiteral("line %1, column %2: %3")
+                        .arg(exception.lineNumber())
+                        .arg(exception.columnNumber())
+                        .arg(exception.message());
+    return false;
+}
+
+QString CXmlDefaultHandler::errorString() const
+{
+    return m_qsError;
+}

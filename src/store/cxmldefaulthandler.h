@@ -1,0 +1,54 @@
+#ifndef CXMLDEFAULTHANDLER_H
+#define CXMLDEFAULTHANDLER_H
+
+// Builds the tag tree of a settings document from the SAX reader's events.
+// Names are decoded (XmlWriter::decodeName) and attribute values and text
+// decoded once more (decodeValue). Documents with a DOCTYPE (and so any
+// entity declaration) and documents nested deeper than nMaxDepth are
+// refused: the reader's own recursion would overflow the stack long before
+// it reports an error of its own.
+
+#include <QXmlDefaultHandler>
+
+// The SAX reader is deprecated in favour of QXmlStreamReader, but it is the
+// parser settings documents have always been read with.
+QT_WARNING_PUSH
+QT_WARNING_DISABLE_DEPRECATED
+
+class CFxXmListlTag;
+class CXmlTagV2;
+
+class CXmlDefaultHandler : public QXmlDefaultHandler
+{
+public:
+    enum { nMaxDepth = 256 };
+
+    explicit CXmlDefaultHandler(CFxXmListlTag& topTags);
+
+    bool startElement(const QString& namespaceURI, const QString& localName,
+                      const QString& qName, const QXmlAttributes& atts) override;
+    bool endElement(const QString& namespaceURI, const QString& localName,
+                    const QString& qName) override;
+    bool characters(const QString& ch) override;
+    bool startDTD(const QString& name, const QString& publicId, const QString& systemId) override;
+    bool fatalError(const QXmlParseException& exception) override;
+    QString errorString() const override;
+
+    bool sawElement() const { return m_bSawElement; }
+    QString errorText() const { return m_qsError; }
+
+    // "&amp;nbsp;" and "&nbsp;" -> " ", then &amp; &gt; &lt; &quot; &apos;,
+    // then "_33_" -> "!", in this order.
+    static QString decodeValue(const QString& qsValue);
+
+private:
+    CFxXmListlTag& m_top;
+    CXmlTagV2* m_current = nullptr;
+    int m_nDepth = 0;
+    bool m_bSawElement = false;
+    QString m_qsError;
+};
+
+QT_WARNING_POP
+
+#endif
