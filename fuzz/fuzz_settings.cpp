@@ -1,0 +1,60 @@
+// Arbitrary bytes as a settings document: open through the memory-buffer
+// entry point, walk every element with cursors reading every parameter,
+// change a value, render, and read the rendering back.
+
+#include "store/cserialize.h"
+#include "store/cxmltagv2.h"
+#include "store/cxmlworkdata.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace {
+
+void walk(CXMLWorkData* cursor, int depth)
+{
+    CListParameters& list = cursor->parameters();
+    QString text;
+    for (int i = 0; i < list.count(); ++i) {
+        const coreSzItem* item = list.item(i);
+        cursor->readString(item->name, QString(), text);
+        cursor->readInteger(item->name, 0);
+        cursor->readDouble(item->name, 0.0);
+        cursor->readColorString(item->name, QColor());
+    }
+    CXmlTagV2* tag = cursor->getTag();
+    QStringList names;
+    for (int i = 0; tag && i < tag->children().count(); ++i)
+        if (!names.contains(tag->getNumTag(i)->name()))
+            names << tag->getNumTag(i)->name();
+    for (const QString& name : names) {
+        for (CXMLWorkData* child = cursor->getFirstNode(name); child; cursor->moveToNextNode(child))
+            walk(child, depth + 1);
+    }
+    if (depth == 1) {
+        cursor->writeInteger("fuzz", depth);
+        cursor->writeParameters();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    coreSzMemo memo{reinterpret_cast<const char*>(data), int(size), nullptr};
+    if (!zor_StartSZMemo(&memo))
+        return 0;
+    CSerialize* doc = memo.lpSerialize;
+    if (CXmlTagV2* root = doc->root()) {
+        CXMLWorkData cursor(doc, root);
+        walk(&cursor, 0);
+    }
+    coreSzMemo out{nullptr, 0, nullptr};
+    if (zor_GetSZMemo(doc, &out)) {
+        coreSzMemo again{out.lpData, out.nSize, nullptr};
+        if (zor_StartSZMemo(&again))
+            zor_StopSZMemo(again.lpSerialize);
+    }
+    zor_StopSZMemo(doc);
+    return 0;
+}
