@@ -4,6 +4,8 @@
 #include "store/cxmltagv2.h"
 #include "store/xmlwriter.h"
 
+#include <algorithm>
+
 QT_WARNING_DISABLE_DEPRECATED
 
 CXmlDefaultHandler::CXmlDefaultHandler(CFxXmListlTag& topTags)
@@ -13,7 +15,8 @@ CXmlDefaultHandler::CXmlDefaultHandler(CFxXmListlTag& topTags)
 
 QString CXmlDefaultHandler::decodeValue(const QString& qsValue)
 {
-    if (!qsValue.contains(QLatin1Char('&')) && !qsValue.contains(QLatin1Char('_')))
+    const auto needsWork = [](QChar c) { return c == QLatin1Char('&') || c == QLatin1Char('_'); };
+    if (std::none_of(qsValue.cbegin(), qsValue.cend(), needsWork))
         return qsValue;
     static const struct { QLatin1String from; QLatin1String to; } kSteps[] = {
         {QLatin1String("&amp;nbsp;"), QLatin1String(" ")},

@@ -46,27 +46,59 @@ const Tables& tables()
     return t;
 }
 
-void appendCode(char16_t c, QByteArray& out)
+// The writer works on raw pointers into a buffer grown for the worst case
+// of each string and cut back afterwards: appending byte by byte through
+// QByteArray costs more than the whole encoding.
+class Cursor
 {
-    out += '_';
-    out += QByteArray::number(int(c));
-    out += '_';
-}
+public:
+    Cursor(QByteArray& out, int worstCase)
+        : m_out(out)
+        , m_start(out.size())
+    {
+        out.resize(m_start + worstCase);
+        m_p = out.data() + m_start;
+    }
+    ~Cursor() { m_out.resize(int(m_p - m_out.constData())); }
+    void put(char c) { *m_p++ = c; }
+    void put(const char* s)
+    {
+        while (*s)
+            *m_p++ = *s++;
+    }
+    void putCode(char16_t c)
+    {
+        char digits[8];
+        int n = 0;
+        for (unsigned v = c; v; v /= 10)
+            digits[n++] = char('0' + v % 10);
+        *m_p++ = '_';
+        while (n)
+            *m_p++ = digits[--n];
+        *m_p++ = '_';
+    }
+
+private:
+    QByteArray& m_out;
+    int m_start;
+    char* m_p;
+};
 
 void appendName(const QString& name, QByteArray& out)
 {
     const Tables& t = tables();
+    Cursor sink(out, name.size() * 6);   // "_1095_" is the longest code
     for (const QChar qc : name) {
         const char16_t c = qc.unicode();
         if (c < 128) {
             if (t.nameEscape[c])
-                appendCode(c, out);
+                sink.putCode(c);
             else
-                out += char(c);
+                sink.put(char(c));
         } else if (c == u'ч' || c == u'Ч') {
-            appendCode(c, out);
+            sink.putCode(c);
         } else {
-            out += ZOR_Cp1251::encodeChar(qc);
+            sink.put(ZOR_Cp1251::encodeChar(qc));
         }
     }
 }
@@ -76,15 +108,16 @@ void appendText(const QString& text, bool escape, QByteArray& out)
     const Tables& t = tables();
     const QChar* p = text.constData();
     const int n = text.size();
+    Cursor sink(out, n * 6);   // "&quot;" is the longest entity
     for (int i = 0; i < n; ++i) {
         const char16_t c = p[i].unicode();
         if (c < 128) {
             if (escape && t.textEscape[c])
-                out += t.textEscape[c];
+                sink.put(t.textEscape[c]);
             else
-                out += char(c);
+                sink.put(char(c));
         } else {
-            out += ZOR_Cp1251::encodeChar(p[i]);
+            sink.put(ZOR_Cp1251::encodeChar(p[i]));
         }
     }
 }
