@@ -8,6 +8,7 @@
 
 #include <QtTest>
 
+#include <cstring>
 #include <ctime>
 
 namespace {
@@ -38,6 +39,7 @@ private slots:
     void valueTexts();
     void floatTexts_data();
     void floatTexts();
+    void floatTextsMatchQtFormattingAtEveryMagnitude();
     void namedGettersReachTheirBytes();
     void zoneText_data();
     void zoneText();
@@ -179,6 +181,33 @@ void TestTelemetryTexts::floatTexts()
     ZorTmiRecordWriter w;
     w.setFloat(column, value);
     QCOMPARE(columnTextOf(w, column), text);
+}
+
+// The fixed-point float path must give the texts of QString::number(v, 'f',
+// decimals) for every exponent, including floats far beyond 64 bits, except
+// that a negative value rounding to zero shows no sign.
+void TestTelemetryTexts::floatTextsMatchQtFormattingAtEveryMagnitude()
+{
+    struct Form { int column; int decimals; const char* unit; };
+    const Form forms[] = {{ZorTmi::Col_Speed, 1, " abbr_024"}, {ZorTmi::Col_NaviSpeed, 2, ""}};
+    quint32 seed = 12345;
+    for (int exponent = 0; exponent < 255; ++exponent) {
+        for (int k = 0; k < 24; ++k) {
+            seed = seed * 1103515245u + 12345u;
+            const quint32 mantissa = k == 0 ? 0 : k == 1 ? 0x7FFFFF : (seed >> 9);
+            const quint32 bits = (quint32(k & 1) << 31) | (quint32(exponent) << 23) | mantissa;
+            float f;
+            std::memcpy(&f, &bits, sizeof f);
+            for (const Form& form : forms) {
+                QString expected = QString::number(double(f), 'f', form.decimals);
+                if (expected.startsWith(QLatin1Char('-')) && expected.count(QLatin1Char('0')) == expected.size() - 2)
+                    expected.remove(0, 1);
+                ZorTmiRecordWriter w;
+                w.setFloat(form.column, f);
+                QCOMPARE(columnTextOf(w, form.column), expected + QLatin1String(form.unit));
+            }
+        }
+    }
 }
 
 void TestTelemetryTexts::namedGettersReachTheirBytes()
