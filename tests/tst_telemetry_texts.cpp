@@ -76,6 +76,10 @@ void TestTelemetryTexts::valueTexts_data()
     row("precise longitude west", Col_NaviLongitude, -Q_INT64_C(600000001), "-1 -0.0000001'");
     row("altitude truncates", Col_Altitude, -15, "-1");
     row("altitude", Col_Altitude, 1234, "123");
+    row("record number max", Col_NumPage, 4294967295LL, "4294967295");
+    row("8 bytes at 2^32", Col_User8Byte1, 4294967296LL, "4294967296");
+    row("8 bytes at 10^19", Col_User8Byte1, Q_INT64_C(-8446744073709551616), "10000000000000000000");
+    row("8 bytes max", Col_User8Byte1, -1, "18446744073709551615");
     row("GSM unknown", Col_GSM, 99, "tmikte_027");
     row("GSM 0", Col_GSM, 0, "0");
     row("GSM 31", Col_GSM, 31, "99");

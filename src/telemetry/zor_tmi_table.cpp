@@ -6,7 +6,9 @@
 
 #include <ctime>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <cstring>
 
 namespace ZorTmi {
@@ -159,29 +161,49 @@ const char kDigitPairs[] = "0001020304050607080910111213141516171819202122232425
                            "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
                            "8081828384858687888990919293949596979899";
 
-int digitCount(quint64 v)
+inline int digitCount32(quint32 v)
 {
-    int n = 1;
+    if (v < 100000) {
+        if (v < 100)
+            return v < 10 ? 1 : 2;
+        return v < 1000 ? 3 : v < 10000 ? 4 : 5;
+    }
+    if (v < 10000000)
+        return v < 1000000 ? 6 : 7;
+    return v < 100000000 ? 8 : v < 1000000000 ? 9 : 10;
+}
+
+inline int digitCount(quint64 v)
+{
+    if (v <= 0xFFFFFFFFull)
+        return digitCount32(quint32(v));
+    int n = 10;  // 2^32 itself has 10 digits
     while (n < 20 && v >= kPow10[n])
         ++n;
     return n;
+}
+
+// u / 10^decimals with a constant divisor each (a multiplication, not a
+// division instruction).
+quint64 wholePart(quint64 u, int decimals)
+{
+    switch (decimals) {
+    case 0: return u;
+    case 1: return u / 10;
+    case 2: return u / 100;
+    case 3: return u / 1000;
+    case 4: return u / 10000;
+    case 7: return u / 10000000;
+    default: return u / kPow10[decimals];
+    }
 }
 
 // Writes the `count` last decimal digits of v (zero-padded) so that they
 // end just before `end`. Two digits per division, and 32-bit divisions as
 // soon as the value fits: a 64-bit division per digit was the bulk of the
 // cost of a line.
-void writeDigits(char* end, quint64 v, int count)
+inline void writeDigits32(char* p, quint32 w, char* first)
 {
-    char* p = end;
-    char* const first = end - count;
-    while (v > 0xFFFFFFFFull && p - first >= 2) {
-        const quint64 q = v / 100;
-        p -= 2;
-        std::memcpy(p, kDigitPairs + 2 * (v - q * 100), 2);
-        v = q;
-    }
-    quint32 w = quint32(v);
     while (w >= 100 && p - first >= 2) {
         const quint32 q = w / 100;
         p -= 2;
@@ -194,12 +216,25 @@ void writeDigits(char* end, quint64 v, int count)
     }
 }
 
+inline void writeDigits(char* end, quint64 v, int count)
+{
+    char* p = end;
+    char* const first = end - count;
+    while (v > 0xFFFFFFFFull && p - first >= 2) {
+        const quint64 q = v / 100;
+        p -= 2;
+        std::memcpy(p, kDigitPairs + 2 * (v - q * 100), 2);
+        v = q;
+    }
+    writeDigits32(p, quint32(v), first);
+}
+
 // Fixed-point text: `scaled` holds the value times 10^decimals (0-7).
 void appendFixed(Sink& out, qint64 scaled, int decimals)
 {
     const bool negative = scaled < 0;
     const quint64 u = negative ? quint64(0) - quint64(scaled) : quint64(scaled);
-    const quint64 whole = decimals ? u / kPow10[decimals] : u;
+    const quint64 whole = wholePart(u, decimals);
     const int wholeDigits = digitCount(whole);
     const int size = int(negative) + wholeDigits + (decimals ? decimals + 1 : 0);
     char* p = out.room(size);
@@ -236,7 +271,11 @@ qint64 scale(qint64 v, qint64 mul, qint64 div)
 struct CaptionCache
 {
     QString language;
+    // Nodes of a QHash stay where they are when it grows, so `recent` may
+    // point into it until it is cleared.
     QHash<quintptr, QByteArray> texts;
+    struct Slot { const char* key; const QByteArray* text; };
+    Slot recent[64] = {};
 };
 
 CaptionCache& captionCache()
@@ -253,15 +292,22 @@ void refreshCaptions()
     if (lang.language() != cache.language) {
         cache.language = lang.language();
         cache.texts.clear();
+        std::fill(std::begin(cache.recent), std::end(cache.recent), CaptionCache::Slot{nullptr, nullptr});
     }
 }
 
 const QByteArray& caption(const char* key)
 {
-    QHash<quintptr, QByteArray>& texts = captionCache().texts;
-    auto it = texts.find(quintptr(key));
-    if (it == texts.end())
-        it = texts.insert(quintptr(key), zorTr(QLatin1String(key)).toUtf8());
+    // The keys are string literals, so their addresses identify them; the
+    // few units of a record are looked up hundreds of times per line.
+    CaptionCache& cache = captionCache();
+    CaptionCache::Slot& slot = cache.recent[(quintptr(key) >> 3) & 63];
+    if (slot.key == key)
+        return *slot.text;
+    auto it = cache.texts.find(quintptr(key));
+    if (it == cache.texts.end())
+        it = cache.texts.insert(quintptr(key), zorTr(QLatin1String(key)).toUtf8());
+    slot = CaptionCache::Slot{key, &*it};
     return *it;
 }
 
