@@ -192,6 +192,8 @@ void TestStore::numbersReadWithCLibraryRules()
     char buf[8];
     root.readString("v", "dflt", buf, sizeof buf);
     QCOMPARE(QByteArray(buf), text.isEmpty() ? QByteArray("dflt") : text.left(7));
+    QVERIFY(!root.readString("v", "dflt", nullptr, 8));
+    QVERIFY(!root.readString("v", "dflt", buf, 0));
 }
 
 void TestStore::longNamesAreCutAndCollide()
@@ -326,9 +328,13 @@ void TestStore::createNodeKinds()
     delete root.createNode(QStringLiteral("A"), 0);
     delete root.createNode(QStringLiteral("A"), 3);
     QCOMPARE(m.bytes(), kDecl + "<R>\n    <A />\n    <A />\n</R>\n");
-    // The document keeps one root: its own name gives it back.
+    // The document keeps one root: its own name gives it back, another name
+    // is a node below it rather than a second root no reader would accept.
     CXMLWorkData again(m.doc, QStringLiteral("R"));
     QCOMPARE(again.getTag(), root.getTag());
+    CXMLWorkData other(m.doc, QStringLiteral("OTHER"));
+    QCOMPARE(m.bytes(), kDecl + "<R>\n    <A />\n    <A />\n    <OTHER />\n</R>\n");
+    QVERIFY(MemoDoc(m.bytes()).doc);
 }
 
 void TestStore::textElementsOnOneLine()
