@@ -444,3 +444,128 @@ float TmiPage_Base::getNaviAltitude() const
 {
     return float(qFromLittleEndian<qint32>(fieldBytes(74))) / 1000.0f;
 }
+
+// ---- CSV export ------------------------------------------------------------
+
+namespace {
+
+const char kCsvSeparator = ';';
+const char kCsvLineEnd[] = "\r\n";
+const int kFlagColumnKey = 359;
+
+const QByteArray& cellBefore()
+{
+    static const QByteArray s("=\"");
+    return s;
+}
+
+const QByteArray& cellAfter()
+{
+    static const QByteArray s("\";");
+    return s;
+}
+
+// The extended record's fixed part as a value block of the field table, with
+// the field set of the fields it fills.
+void extToBlock(const szExtTMI_KITE3& e, unsigned char* block, unsigned char* mask)
+{
+    const quint16 state = qFromLittleEndian(e.State);
+    const quint16 outputs = qFromLittleEndian(e.Outputs);
+    const float speed = float(qFromLittleEndian(e.Speed)) / 10.0f;      // km/h x 10 -> km/h
+    const float mileage = float(qFromLittleEndian(e.Mileage)) / 1000.0f; // metres -> km
+    quint32 speedBits, mileageBits;
+    std::memcpy(&speedBits, &speed, 4);
+    std::memcpy(&mileageBits, &mileage, 4);
+    const struct { int n; quint32 v; } values[] = {
+        {1, qFromLittleEndian(e.NumPage)}, {2, qFromLittleEndian(e.Code)}, {3, qFromLittleEndian(e.Time)},
+        {4, quint32(state & 0xFF)}, {5, quint32(state >> 8)}, {8, e.NaviState},
+        {9, qFromLittleEndian(e.LastTime)}, {10, quint32(qFromLittleEndian(e.Latitude))},
+        {11, quint32(qFromLittleEndian(e.Longitude))}, {12, quint32(qFromLittleEndian(e.Altitude))},
+        {13, speedBits}, {14, qFromLittleEndian(e.Course)}, {15, mileageBits},
+        {31, quint32(outputs & 0xFF)}, {32, quint32(outputs >> 8)},
+        {33, qFromLittleEndian(e.Imp1)}, {34, qFromLittleEndian(e.Imp2)}, {37, qFromLittleEndian(e.Motochas)},
+    };
+    for (const auto& v : values) {
+        const ZorTmi::FieldInfo& f = ZorTmi::field(v.n);
+        for (int b = 0; b < f.width; ++b)
+            block[f.offset + b] = static_cast<unsigned char>(v.v >> (8 * b));
+        ZorTmi::setMaskBit(mask, v.n, true);
+    }
+}
+
+} // namespace
+
+void TmiPage_Base::appendExcelHeader(QByteArray& out) const
+{
+    for (int n = 1; n <= nLastField; ++n) {
+        if (!ZorTmi::maskBit(arrMask, n))
+            continue;
+        for (int i = 0, count = csvColumnCount(n); i < count; ++i) {
+            out.append(csvColumnCaption(n, i).toUtf8());
+            out.append(kCsvSeparator);
+        }
+    }
+    if (bFlag) {
+        out.append(zorTr(QStringLiteral("tmikte_%1").arg(kFlagColumnKey)).toUtf8());
+        out.append(kCsvSeparator);
+    }
+    out.append(kCsvLineEnd);
+}
+
+void TmiPage_Base::appendExcelData(QByteArray& out, const TmiPage_Base* record, const QByteArray& codeText) const
+{
+    if (!record)
+        return;
+    if (record->bExt) {
+        appendExcelDataExt(out, *record, codeText);
+        return;
+    }
+    ZorTmi::LineOptions line;
+    line.codeText = codeText;
+    line.timeWithMiliSec = true;
+    record->appendColumnTexts(*this, out, cellBefore(), cellAfter(), line);
+    out.append(kCsvLineEnd);
+}
+
+void TmiPage_Base::appendExcelDataExt(QByteArray& out, const TmiPage_Base& record, const QByteArray& codeText) const
+{
+    unsigned char block[sizeof(szCurrentTMI_KITE3)] = {};
+    unsigned char mask[ZorTmi::MaskBytes] = {};
+    extToBlock(record.extRecord, block, mask);
+    ZorTmi::LineOptions line;
+    line.codeText = codeText;
+    line.timeWithMiliSec = true;
+    ZorTmi::appendColumns(out, arrMask, nLastField, block,
+                          ZorTmi::Presence{mask, ZorTmi::FieldCount, ZorTmi::FieldCount + 1}, cellBefore(),
+                          cellAfter(), line);
+    if (bFlag) {
+        const int size = qMin(int(record.extRecord.VisibleSize), int(sizeof record.extRecord.Visible));
+        out.append(cellBefore());
+        out.append(QByteArray(reinterpret_cast<const char*>(record.extRecord.Visible), size).toHex().toUpper());
+        out.append(cellAfter());
+    }
+    out.append(kCsvLineEnd);
+}
+
+void TmiPage_Base::setExcelHeader(QTextStream& stream) const
+{
+    QByteArray utf8;
+    appendExcelHeader(utf8);
+    stream << QString::fromUtf8(utf8);
+}
+
+void TmiPage_Base::setExcelData(QTextStream& stream, const TmiPage_Base* record, const QString& codeText) const
+{
+    QByteArray utf8;
+    appendExcelData(utf8, record, codeText.toUtf8());
+    stream << QString::fromUtf8(utf8);
+}
+
+void TmiPage_Base::setExcelDataExt(QTextStream& stream, const TmiPage_Base* record, const QString& codeText) const
+{
+    if (!record)
+        return;
+    QByteArray utf8;
+    appendExcelDataExt(utf8, *record, codeText.toUtf8());
+    stream << QString::fromUtf8(utf8);
+}

@@ -34,6 +34,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QTextStream>
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -97,6 +98,22 @@ public:
                            const QByteArray& after,
                            const ZorTmi::LineOptions& line = ZorTmi::LineOptions()) const;
 
+    // CSV export -----------------------------------------------------------
+    // This object defines the columns: every field of its field set (in
+    // field order) gives csvColumnCount(n) columns; with getFlag() set the
+    // header ends with one more cell, "tmikte_359", which only lines of
+    // extended records fill (it is the last column, so the lines of plain
+    // records stay aligned without it). Cells end with ";", lines with
+    // "\r\n"; a data cell is ="text"; (text unescaped), the time cell
+    // carries the milliseconds, and a non-empty codeText replaces the
+    // event code. A null record writes nothing at all. The stream's codec
+    // decides the encoding.
+    void setExcelHeader(QTextStream& stream) const;
+    void setExcelData(QTextStream& stream, const TmiPage_Base* record, const QString& codeText) const;
+    // The same lines as UTF-8 bytes appended to out (ZOR_TmiCsvWriter).
+    void appendExcelHeader(QByteArray& out) const;
+    void appendExcelData(QByteArray& out, const TmiPage_Base* record, const QByteArray& codeText) const;
+
     // Date and time -------------------------------------------------------
     void setDateTimeOffset(int seconds) { nUtcOffset = seconds; }
     int getDateTimeOffset() const { return nUtcOffset; }
@@ -131,6 +148,13 @@ public:
 protected:
     // Extended record (versions 2 and 3 make these public) ------------------
     void setExtTMI(const szExtTMI_KITE3* ext);
+    // The line of an extended record: the values it shares with the field
+    // table (record number, code, times, navigation state, coordinates,
+    // altitude, speed, course, mileage, state and module bits, outputs,
+    // pulse counters 1-2, engine hours) in the columns of those fields,
+    // "n/a" in the others, then - with getFlag() - the visible data block
+    // as upper-case hexadecimal.
+    void setExcelDataExt(QTextStream& stream, const TmiPage_Base* record, const QString& codeText) const;
     bool isExt() const { return bExt; }
     const szExtTMI_KITE3& getExtTMI() const { return extRecord; }
     quint16 getCode_Ext() const;
@@ -172,6 +196,7 @@ protected:
     QDateTime timeValue(int columnId, Qt::TimeSpec spec, int shift) const;
     // "hh:mm:ss dd.MM.yyyy (UTC ...)" of a shifted time, "n/a" without the field.
     QString shiftedTimeText(int field, const QDateTime& t) const;
+    void appendExcelDataExt(QByteArray& out, const TmiPage_Base& record, const QByteArray& codeText) const;
 
     quint8 nFormatType = 0;
     quint8 nVersionType = 0;
@@ -239,6 +264,7 @@ private:
 // record and the helpers of fields above 69.
 #define ZOR_TMI_EXT_MEMBERS                      \
     using TmiPage_Base::setExtTMI;               \
+    using TmiPage_Base::setExcelDataExt;         \
     using TmiPage_Base::getExtTMI;               \
     using TmiPage_Base::getCode_Ext;             \
     using TmiPage_Base::getLatitude_Ext;         \

@@ -1,0 +1,337 @@
+// CSV export of telemetry records: header and data lines agree column for
+// column, the cell forms, the event-code override, null and extended
+// records, and the block writer giving the bytes of the stream members.
+
+#include "module/zor_cp1251.h"
+#include "module/zor_language.h"
+#include "telemetry/tmipage_kite1.h"
+#include "telemetry/tmipage_kite2.h"
+#include "telemetry/tmipage_kite3.h"
+#include "telemetry/zor_tmicsvwriter.h"
+#include "zor_tmi_record_writer.h"
+
+#include <QBuffer>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const unsigned char* bytes(const QByteArray& a)
+{
+    return reinterpret_cast<const unsigned char*>(a.constData());
+}
+
+std::unique_ptr<TmiPage_Base> makePage(int version, const QString& format, bool flag = false)
+{
+    switch (version) {
+    case 1: return std::make_unique<TmiPage_Kite1>(format, flag);
+    case 2: return std::make_unique<TmiPage_Kite2>(format, flag);
+    default: return std::make_unique<TmiPage_Kite3>(format, flag);
+    }
+}
+
+QString header(const TmiPage_Base& columns)
+{
+    QString s;
+    QTextStream stream(&s);
+    columns.setExcelHeader(stream);
+    stream.flush();
+    return s;
+}
+
+QString dataLine(const TmiPage_Base& columns, const TmiPage_Base* record, const QString& codeText = QString())
+{
+    QString s;
+    QTextStream stream(&s);
+    columns.setExcelData(stream, record, codeText);
+    stream.flush();
+    return s;
+}
+
+// Cells of a line without its "\r\n"; every cell ends with ";".
+QStringList cells(QString line)
+{
+    if (!line.endsWith(QLatin1String("\r\n")))
+        return {QStringLiteral("<no line end>")};
+    line.chop(2);
+    if (line.isEmpty())
+        return {};
+    if (!line.endsWith(QLatin1Char(';')))
+        return {QStringLiteral("<no cell end>")};
+    line.chop(1);
+    return line.split(QLatin1Char(';'));
+}
+
+int expectedColumns(int lastField)
+{
+    int count = 0;
+    for (int n = 1; n <= lastField; ++n)
+        count += TmiPage_Base::csvColumnCount(n);
+    return count;
+}
+
+} // namespace
+
+class TestTelemetryCsv : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void fullFieldSetHeaderAndDataAgree_data();
+    void fullFieldSetHeaderAndDataAgree();
+    void headerNamesEveryColumnByItsCaption();
+    void emptyFieldSet_data();
+    void emptyFieldSet();
+    void nullRecordWritesNoLineAtAll();
+    void codeTextOverride_data();
+    void codeTextOverride();
+    void timeCellCarriesMilliseconds_data();
+    void timeCellCarriesMilliseconds();
+    void columnsFollowTheColumnDefiningRecord();
+    void extendedRecordFillsTheSharedColumns();
+    void writerGivesTheBytesOfTheStreamMembers();
+    void writerEncodesWindows1251();
+    void cancelledExportKeepsTheOldFile();
+};
+
+void TestTelemetryCsv::initTestCase()
+{
+    qputenv("TZ", "UTC");
+    tzset();
+    ZOR_Language::instance().load(QStringLiteral("keys"));
+}
+
+void TestTelemetryCsv::fullFieldSetHeaderAndDataAgree_data()
+{
+    QTest::addColumn<int>("version");
+    QTest::addColumn<int>("lastField");
+    QTest::addColumn<int>("seed");
+    QTest::newRow("v1") << 1 << ZorTmi::LastFieldKite1 << 1;
+    QTest::newRow("v2") << 2 << ZorTmi::LastFieldKite2 << 7;
+    QTest::newRow("v3") << 3 << ZorTmi::FieldCount << 3;
+    QTest::newRow("v3 zeros") << 3 << ZorTmi::FieldCount << 0;
+}
+
+void TestTelemetryCsv::fullFieldSetHeaderAndDataAgree()
+{
+    QFETCH(int, version);
+    QFETCH(int, lastField);
+    QFETCH(int, seed);
+    const QString format = ZorTmiRecordWriter::fullFormat(lastField);
+    ZorTmiRecordWriter writer;
+    if (seed)
+        writer.fillPattern(quint8(seed));
+    auto columns = makePage(version, format);
+    auto record = makePage(version, format);
+    QVERIFY(record->setCurrentTMI(bytes(writer.record(format, lastField)), record->recordSize()));
+
+    const QStringList head = cells(header(*columns));
+    const QStringList data = cells(dataLine(*columns, record.get()));
+    QCOMPARE(head.size(), expectedColumns(lastField));
+    QCOMPARE(data.size(), head.size());
+    for (const QString& cell : data)
+        QVERIFY2(cell.startsWith(QLatin1String("=\"")) && cell.endsWith(QLatin1Char('"')), qPrintable(cell));
+    QCOMPARE(data.first(), QStringLiteral("=\"%1\"").arg(record->columnText(ZorTmi::Col_NumPage)));
+}
+
+void TestTelemetryCsv::headerNamesEveryColumnByItsCaption()
+{
+    auto columns = makePage(3, ZorTmiRecordWriter::formatOf({1, 4, 38, 246}));
+    const QStringList expected = {
+        QStringLiteral("tmikte_123"), QStringLiteral("tmikte_001"), QStringLiteral("tmikte_126"),
+        QStringLiteral("tmikte_127"), QStringLiteral("tmikte_128"), QStringLiteral("tmikte_129"),
+        QStringLiteral("tmikte_130"), QStringLiteral("tmikte_131"), QStringLiteral("RS-485 tmikte_163 1"),
+        QStringLiteral("tmikte_357 9")};
+    QCOMPARE(cells(header(*columns)), expected);
+}
+
+void TestTelemetryCsv::emptyFieldSet_data()
+{
+    QTest::addColumn<bool>("flag");
+    QTest::addColumn<QString>("expectedHeader");
+    QTest::newRow("plain") << false << QStringLiteral("\r\n");
+    QTest::newRow("flag adds its cell") << true << QStringLiteral("tmikte_359;\r\n");
+}
+
+void TestTelemetryCsv::emptyFieldSet()
+{
+    QFETCH(bool, flag);
+    QFETCH(QString, expectedHeader);
+    TmiPage_Kite3 columns(QString(), flag);
+    TmiPage_Kite3 record(ZorTmiRecordWriter::fullFormat());
+    QCOMPARE(header(columns), expectedHeader);
+    QCOMPARE(dataLine(columns, &record), QStringLiteral("\r\n"));
+}
+
+void TestTelemetryCsv::nullRecordWritesNoLineAtAll()
+{
+    TmiPage_Kite3 columns(QStringLiteral("11"));
+    QCOMPARE(dataLine(columns, nullptr, QStringLiteral("code")), QString());
+    ZOR_TmiCsvWriter csv(columns);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QVERIFY(csv.open(&buffer));
+    QVERIFY(csv.writeRecord(nullptr));
+    QVERIFY(csv.commit());
+    QCOMPARE(buffer.data(), QByteArray());
+}
+
+void TestTelemetryCsv::codeTextOverride_data()
+{
+    QTest::addColumn<QString>("codeText");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("empty keeps the record's code") << QString() << QStringLiteral("=\"513\";=\"22\";\r\n");
+    QTest::newRow("text replaces it") << QStringLiteral("Alarm") << QStringLiteral("=\"Alarm\";=\"22\";\r\n");
+    QTest::newRow("quotes stay unescaped")
+        << QStringLiteral("say \"hi\"") << QStringLiteral("=\"say \"hi\"\";=\"22\";\r\n");
+}
+
+void TestTelemetryCsv::codeTextOverride()
+{
+    QFETCH(QString, codeText);
+    QFETCH(QString, expected);
+    const QString format = ZorTmiRecordWriter::formatOf({2, 7});
+    TmiPage_Kite3 columns(format);
+    TmiPage_Kite3 record(format);
+    record.setCurrentTMI(bytes(QByteArray::fromHex("010207")), 3);
+    QCOMPARE(dataLine(columns, &record, codeText), expected);
+}
+
+void TestTelemetryCsv::timeCellCarriesMilliseconds_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("record");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("with MiliSec") << ZorTmiRecordWriter::formatOf({3, 200}) << QByteArray::fromHex("10000000" "2d00")
+                                  << QStringLiteral("=\"01.01.1970 0:00:16.45\";=\".45\";\r\n");
+    QTest::newRow("without MiliSec") << ZorTmiRecordWriter::formatOf({3}) << QByteArray::fromHex("10000000")
+                                     << QStringLiteral("=\"01.01.1970 0:00:16n/a\";\r\n");
+}
+
+void TestTelemetryCsv::timeCellCarriesMilliseconds()
+{
+    QFETCH(QString, format);
+    QFETCH(QByteArray, record);
+    QFETCH(QString, expected);
+    TmiPage_Kite3 page(format);
+    QVERIFY(page.setCurrentTMI(bytes(record), record.size()));
+    QCOMPARE(dataLine(page, &page), expected);
+}
+
+void TestTelemetryCsv::columnsFollowTheColumnDefiningRecord()
+{
+    // The record lacks field 7 and carries 14, which has no column here.
+    TmiPage_Kite3 columns(ZorTmiRecordWriter::formatOf({1, 7}));
+    TmiPage_Kite3 record(ZorTmiRecordWriter::formatOf({1, 14}));
+    record.setCurrentTMI(bytes(QByteArray::fromHex("05000000" "5a00")), 6);
+    QCOMPARE(dataLine(columns, &record), QStringLiteral("=\"5\";=\"n/a\";\r\n"));
+}
+
+void TestTelemetryCsv::extendedRecordFillsTheSharedColumns()
+{
+    szExtTMI_KITE3 ext = {};
+    ext.NumPage = qToLittleEndian<quint32>(77);
+    ext.Code = qToLittleEndian<quint16>(12);
+    ext.Speed = qToLittleEndian<quint16>(605);
+    ext.Mileage = qToLittleEndian<quint32>(12345);
+    ext.VisibleSize = 3;
+    ext.Visible[0] = 0xAB;
+    ext.Visible[1] = 0x01;
+    ext.Visible[2] = 0xFF;
+    TmiPage_Kite3 record(&ext);
+    TmiPage_Kite3 columns(ZorTmiRecordWriter::formatOf({1, 2, 7, 13, 15}), true);
+
+    const QString line = dataLine(columns, &record);
+    QCOMPARE(line, QStringLiteral("=\"77\";=\"12\";=\"n/a\";=\"60.5 abbr_024\";=\"12.35 abbr_023\";=\"AB01FF\";\r\n"));
+    QCOMPARE(cells(line).size(), cells(header(columns)).size());
+    QString viaExt;
+    QTextStream stream(&viaExt);
+    columns.setExcelDataExt(stream, &record, QStringLiteral("x"));
+    stream.flush();
+    QVERIFY(viaExt.startsWith(QLatin1String("=\"77\";=\"x\";")));
+}
+
+void TestTelemetryCsv::writerGivesTheBytesOfTheStreamMembers()
+{
+    const QString format = ZorTmiRecordWriter::fullFormat();
+    ZorTmiRecordWriter writer;
+    writer.fillPattern(5);
+    const QByteArray wire = writer.record(format);
+    TmiPage_Kite3 columns(format, true);
+    TmiPage_Kite3 record(format);
+    record.setCurrentTMI(bytes(wire), wire.size());
+
+    QString expected = header(columns);
+    // Enough lines to cross a block boundary.
+    const int lines = ZOR_TmiCsvWriter::BlockSize / 4000 + 50;
+    const QString line = dataLine(columns, &record);
+    QVERIFY(line.size() > 4000 / 2);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    ZOR_TmiCsvWriter csv(columns);
+    QVERIFY(csv.open(&buffer));
+    QVERIFY(csv.writeHeader());
+    for (int i = 0; i < lines; ++i) {
+        QVERIFY(csv.writeRecord(&record));
+        expected += line;
+    }
+    QVERIFY(csv.commit());
+    QCOMPARE(csv.linesWritten(), qint64(lines + 1));
+    QCOMPARE(buffer.data().size(), expected.toUtf8().size());
+    QVERIFY(buffer.data() == expected.toUtf8());
+}
+
+void TestTelemetryCsv::writerEncodesWindows1251()
+{
+    TmiPage_Kite3 columns(QStringLiteral("01"));
+    TmiPage_Kite3 record(QStringLiteral("01"));
+    record.setCurrentTMI(bytes(QByteArray::fromHex("0100")), 2);
+    const QString code = QStringLiteral("Тревога №1");
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    ZOR_TmiCsvWriter csv(columns, ZOR_TmiCsvWriter::Windows1251);
+    QVERIFY(csv.open(&buffer));
+    QVERIFY(csv.writeRecord(&record, code));
+    QVERIFY(csv.commit());
+    QCOMPARE(buffer.data(), QByteArray("=\"") + ZOR_Cp1251::encode(code) + QByteArray("\";\r\n"));
+}
+
+void TestTelemetryCsv::cancelledExportKeepsTheOldFile()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("export.csv"));
+    {
+        QFile old(path);
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write("old");
+    }
+    TmiPage_Kite3 columns(QStringLiteral("1"));
+    {
+        ZOR_TmiCsvWriter csv(columns);
+        QVERIFY(csv.open(path));
+        QVERIFY(csv.writeHeader());
+        csv.cancel();
+    }
+    {
+        ZOR_TmiCsvWriter csv(columns);
+        QVERIFY(csv.open(path));
+        QVERIFY(csv.writeHeader());
+        // Destroyed without commit: the export never happened.
+    }
+    QFile check(path);
+    QVERIFY(check.open(QIODevice::ReadOnly));
+    QCOMPARE(check.readAll(), QByteArray("old"));
+
+    ZOR_TmiCsvWriter csv(columns);
+    QVERIFY(csv.open(path));
+    QVERIFY(csv.writeHeader());
+    QVERIFY(csv.commit());
+    check.close();
+    QVERIFY(check.open(QIODevice::ReadOnly));
+    QCOMPARE(check.readAll(), QByteArray("tmikte_123;\r\n"));
+}
+
+QTEST_GUILESS_MAIN(TestTelemetryCsv)
+#include "tst_telemetry_csv.moc"
