@@ -228,9 +228,10 @@ void TestStore::rewriteKeepsPositionsAndOrder()
     root.writeInteger("a", 5);
     root.writeInteger("b", 7);
     root.writeTag("d");
+    root.writeFloat("f", -0.5f);
     root.writeParameters();
-    QCOMPARE(root.getCountParamsInTag(), 3);
-    QCOMPARE(m.bytes(), kDecl + "<R b=\"7\" a=\"5\" z=\"9\">\n    <c />\n    <d />\n</R>\n");
+    QCOMPARE(root.getCountParamsInTag(), 4);
+    QCOMPARE(m.bytes(), kDecl + "<R b=\"7\" a=\"5\" z=\"9\" f=\"-0.500000\">\n    <c />\n    <d />\n</R>\n");
     QCOMPARE(root.parameters().item(2)->kind, 1);
 }
 
