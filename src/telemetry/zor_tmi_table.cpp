@@ -661,7 +661,6 @@ namespace {
 
 const int kCodeField = 2;
 const int kTimeField = 3;
-const int kMiliSecField = 200;
 
 void appendColumnText(Sink& sink, const Tables& t, const Column& c, const unsigned char* block,
                       const Presence& presence)
