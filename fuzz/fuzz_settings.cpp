@@ -34,6 +34,16 @@ void walk(CXMLWorkData* cursor, int depth)
     if (depth == 1) {
         cursor->writeInteger("fuzz", depth);
         cursor->writeParameters();
+        cursor->writeStringZOR(QStringLiteral("text"), text);
+    } else if (depth == 2) {
+        // A cursor left on a cleared subtree must drop its writes.
+        CXMLWorkData* first = cursor->getFirstNode(names.value(0));
+        cursor->clearNode();
+        if (first) {
+            first->writeInteger("stale", 1);
+            first->writeParameters();
+            delete first;
+        }
     }
 }
 

@@ -192,6 +192,8 @@ void TestStore::numbersReadWithCLibraryRules()
     char buf[8];
     root.readString("v", "dflt", buf, sizeof buf);
     QCOMPARE(QByteArray(buf), text.isEmpty() ? QByteArray("dflt") : text.left(7));
+    QVERIFY(!root.readString("v", "dflt", nullptr, 8));
+    QVERIFY(!root.readString("v", "dflt", buf, 0));
 }
 
 void TestStore::longNamesAreCutAndCollide()
@@ -226,9 +228,10 @@ void TestStore::rewriteKeepsPositionsAndOrder()
     root.writeInteger("a", 5);
     root.writeInteger("b", 7);
     root.writeTag("d");
+    root.writeFloat("f", -0.5f);
     root.writeParameters();
-    QCOMPARE(root.getCountParamsInTag(), 3);
-    QCOMPARE(m.bytes(), kDecl + "<R b=\"7\" a=\"5\" z=\"9\">\n    <c />\n    <d />\n</R>\n");
+    QCOMPARE(root.getCountParamsInTag(), 4);
+    QCOMPARE(m.bytes(), kDecl + "<R b=\"7\" a=\"5\" z=\"9\" f=\"-0.500000\">\n    <c />\n    <d />\n</R>\n");
     QCOMPARE(root.parameters().item(2)->kind, 1);
 }
 
@@ -326,9 +329,13 @@ void TestStore::createNodeKinds()
     delete root.createNode(QStringLiteral("A"), 0);
     delete root.createNode(QStringLiteral("A"), 3);
     QCOMPARE(m.bytes(), kDecl + "<R>\n    <A />\n    <A />\n</R>\n");
-    // The document keeps one root: its own name gives it back.
+    // The document keeps one root: its own name gives it back, another name
+    // is a node below it rather than a second root no reader would accept.
     CXMLWorkData again(m.doc, QStringLiteral("R"));
     QCOMPARE(again.getTag(), root.getTag());
+    CXMLWorkData other(m.doc, QStringLiteral("OTHER"));
+    QCOMPARE(m.bytes(), kDecl + "<R>\n    <A />\n    <A />\n    <OTHER />\n</R>\n");
+    QVERIFY(MemoDoc(m.bytes()).doc);
 }
 
 void TestStore::textElementsOnOneLine()

@@ -122,7 +122,7 @@ bool COneParameter::asFloat(float& fValue) const
 {
     if (!value[0])
         return false;
-    fValue = static_cast<float>(strtod_l(value, nullptr, cLocale()));
+    fValue = strtof_l(value, nullptr, cLocale());
     return true;
 }
 
