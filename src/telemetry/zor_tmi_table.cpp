@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <cstring>
 
 namespace ZorTmi {
@@ -457,7 +458,11 @@ const quint16* csvColumns()
     return tables().csv;
 }
 
-qint64 readInteger(const Column& c, const unsigned char* p)
+namespace {
+
+// Inline here: the exported readInteger would be called through the PLT
+// for every column of every line.
+inline qint64 readValue(const Column& c, const unsigned char* p)
 {
     p += c.offset;
     qint64 v = 0;
@@ -471,11 +476,31 @@ qint64 readInteger(const Column& c, const unsigned char* p)
     case Type_I32: v = qFromLittleEndian<qint32>(p); break;
     case Type_U64:
     case Type_I64: v = qFromLittleEndian<qint64>(p); break;
-    case Type_F32: v = qint64(readWire<float>(p)); break;
+    case Type_F32: {
+        // Truncated toward zero; out of range (and NaN) saturates instead
+        // of being undefined.
+        const float f = readWire<float>(p);
+        if (f != f)
+            v = 0;
+        else if (f >= 9.2233720e18f)
+            v = std::numeric_limits<qint64>::max();
+        else if (f <= -9.2233720e18f)
+            v = std::numeric_limits<qint64>::min();
+        else
+            v = qint64(f);
+        break;
+    }
     }
     if (c.bits)
         v = qint64((quint64(v) >> c.shift) & ((quint64(1) << c.bits) - 1));
     return v;
+}
+
+} // namespace
+
+qint64 readInteger(const Column& c, const unsigned char* p)
+{
+    return readValue(c, p);
 }
 
 namespace {
@@ -499,7 +524,7 @@ void appendTo(Sink& out, const Column& c, const unsigned char* p)
         default: appendFloat(out, f, 2); return;
         }
     }
-    const qint64 v = readInteger(c, p);
+    const qint64 v = readValue(c, p);
     switch (c.text) {
     case Text_Dec:
     case Text_KmhF1:
@@ -662,28 +687,37 @@ namespace {
 const int kCodeField = 2;
 const int kTimeField = 3;
 
-void appendColumnText(Sink& sink, const Tables& t, const Column& c, const unsigned char* block,
-                      const Presence& presence)
+void appendColumnText(Sink& sink, const Column& c, const unsigned char* fieldBytes)
 {
-    if (presence.has(presenceField(c.field)))
-        appendTo(sink, c, block + t.fields[c.field].offset);
+    if (fieldBytes)
+        appendTo(sink, c, fieldBytes);
     else
         sink.append(kNotAvailable, 3);
+}
+
+// The bytes of field n, or null when the record does not carry it.
+const unsigned char* presentField(const Tables& t, int n, const unsigned char* block, const Presence& presence)
+{
+    return presence.has(presenceField(n)) ? block + t.fields[n].offset : nullptr;
 }
 
 void appendFieldColumns(Sink& sink, const Tables& t, int n, const unsigned char* block, const Presence& presence,
                         const QByteArray& before, const QByteArray& after, const LineOptions* line = nullptr)
 {
     const FieldInfo& f = t.fields[n];
+    const unsigned char* bytes = presentField(t, n, block, presence);
+    const bool codeOverride = line && n == kCodeField && !line->codeText.isEmpty();
+    const bool withMiliSec = line && n == kTimeField && line->timeWithMiliSec;
     for (int i = 0; i < f.csvCount; ++i) {
-        const Column& c = kColumns[t.csv[f.firstCsv + i]];
         sink.append(before);
-        if (line && n == kCodeField && !line->codeText.isEmpty())
+        if (codeOverride)
             sink.append(line->codeText);
         else
-            appendColumnText(sink, t, c, block, presence);
-        if (line && n == kTimeField && line->timeWithMiliSec)
-            appendColumnText(sink, t, kColumns[Col_MiliSec], block, presence);
+            appendColumnText(sink, kColumns[t.csv[f.firstCsv + i]], bytes);
+        if (withMiliSec) {
+            const Column& ms = kColumns[Col_MiliSec];
+            appendColumnText(sink, ms, presentField(t, ms.field, block, presence));
+        }
         sink.append(after);
     }
 }
