@@ -184,6 +184,8 @@ void TestTelemetryCsv::codeTextOverride_data()
     QTest::addColumn<QString>("expected");
     QTest::newRow("empty keeps the record's code") << QString() << QStringLiteral("=\"513\";=\"22\";\r\n");
     QTest::newRow("text replaces it") << QStringLiteral("Alarm") << QStringLiteral("=\"Alarm\";=\"22\";\r\n");
+    QTest::newRow("NUL inside is kept") << QStringLiteral("a") + QChar(0) + QStringLiteral("b")
+                                        << QStringLiteral("=\"a") + QChar(0) + QStringLiteral("b\";=\"22\";\r\n");
     QTest::newRow("quotes stay unescaped")
         << QStringLiteral("say \"hi\"") << QStringLiteral("=\"say \"hi\"\";=\"22\";\r\n");
 }

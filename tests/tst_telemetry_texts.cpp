@@ -8,6 +8,7 @@
 
 #include <QtTest>
 
+#include <cstring>
 #include <ctime>
 
 namespace {
@@ -38,6 +39,7 @@ private slots:
     void valueTexts();
     void floatTexts_data();
     void floatTexts();
+    void floatTextsMatchQtFormattingAtEveryMagnitude();
     void namedGettersReachTheirBytes();
     void zoneText_data();
     void zoneText();
@@ -74,6 +76,10 @@ void TestTelemetryTexts::valueTexts_data()
     row("precise longitude west", Col_NaviLongitude, -Q_INT64_C(600000001), "-1 -0.0000001'");
     row("altitude truncates", Col_Altitude, -15, "-1");
     row("altitude", Col_Altitude, 1234, "123");
+    row("record number max", Col_NumPage, 4294967295LL, "4294967295");
+    row("8 bytes at 2^32", Col_User8Byte1, 4294967296LL, "4294967296");
+    row("8 bytes at 10^19", Col_User8Byte1, Q_INT64_C(-8446744073709551616), "10000000000000000000");
+    row("8 bytes max", Col_User8Byte1, -1, "18446744073709551615");
     row("GSM unknown", Col_GSM, 99, "tmikte_027");
     row("GSM 0", Col_GSM, 0, "0");
     row("GSM 31", Col_GSM, 31, "99");
@@ -179,6 +185,33 @@ void TestTelemetryTexts::floatTexts()
     ZorTmiRecordWriter w;
     w.setFloat(column, value);
     QCOMPARE(columnTextOf(w, column), text);
+}
+
+// The fixed-point float path must give the texts of QString::number(v, 'f',
+// decimals) for every exponent, including floats far beyond 64 bits, except
+// that a negative value rounding to zero shows no sign.
+void TestTelemetryTexts::floatTextsMatchQtFormattingAtEveryMagnitude()
+{
+    struct Form { int column; int decimals; const char* unit; };
+    const Form forms[] = {{ZorTmi::Col_Speed, 1, " abbr_024"}, {ZorTmi::Col_NaviSpeed, 2, ""}};
+    quint32 seed = 12345;
+    for (int exponent = 0; exponent < 255; ++exponent) {
+        for (int k = 0; k < 24; ++k) {
+            seed = seed * 1103515245u + 12345u;
+            const quint32 mantissa = k == 0 ? 0 : k == 1 ? 0x7FFFFF : (seed >> 9);
+            const quint32 bits = (quint32(k & 1) << 31) | (quint32(exponent) << 23) | mantissa;
+            float f;
+            std::memcpy(&f, &bits, sizeof f);
+            for (const Form& form : forms) {
+                QString expected = QString::number(double(f), 'f', form.decimals);
+                if (expected.startsWith(QLatin1Char('-')) && expected.count(QLatin1Char('0')) == expected.size() - 2)
+                    expected.remove(0, 1);
+                ZorTmiRecordWriter w;
+                w.setFloat(form.column, f);
+                QCOMPARE(columnTextOf(w, form.column), expected + QLatin1String(form.unit));
+            }
+        }
+    }
 }
 
 void TestTelemetryTexts::namedGettersReachTheirBytes()

@@ -1,5 +1,6 @@
 #include "zor_tool_common.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <cstdio>
@@ -96,7 +97,13 @@ bool parse(QCommandLineParser& parser, const QStringList& args, int* code)
         return false;
     }
     if (parser.isSet(help)) {
-        out() << parser.helpText();
+        // The parser names the program by its path; name the subcommand too.
+        QString text = parser.helpText();
+        const QString program = QCoreApplication::arguments().value(0);
+        if (!program.isEmpty() && !args.isEmpty())
+            text.replace(QStringLiteral("Usage: ") + program,
+                         QStringLiteral("Usage: zor-tool ") + args.first());
+        out() << text;
         out().flush();
         *code = 0;
         return false;

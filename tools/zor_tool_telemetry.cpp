@@ -57,7 +57,7 @@ std::unique_ptr<TmiPage_Base> makeRecord(int version)
 
 // The record object of --version with the field set of --mask / --mask-hex.
 // Returns 0 or the exit code of a usage error.
-int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o, bool maskOptional,
+int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
                       std::unique_ptr<TmiPage_Base>& record)
 {
     bool ok = false;
@@ -77,7 +77,7 @@ int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o, 
         record->setPageFormat(reinterpret_cast<const unsigned char*>(bytes.constData()));
     } else if (parser.isSet(o.mask)) {
         record->setPageFormat(parser.value(o.mask));
-    } else if (!maskOptional) {
+    } else {
         return ZorTool::fail(2, QStringLiteral("give the field set with --mask or --mask-hex"));
     }
     return 0;
@@ -136,7 +136,7 @@ int toolDecode(const QStringList& args)
     std::unique_ptr<TmiPage_Base> record;
     if (isF8) {
         record = std::make_unique<TmiPage_Kite1>(QString());
-    } else if ((code = recordFromOptions(parser, o, false, record)) != 0) {
+    } else if ((code = recordFromOptions(parser, o, record)) != 0) {
         return code;
     }
     if (parser.isSet(hex) == parser.isSet(file))
@@ -198,7 +198,7 @@ int toolCsv(const QStringList& args)
     if (!ZorTool::parse(parser, args, &code))
         return code;
     std::unique_ptr<TmiPage_Base> columns;
-    if ((code = recordFromOptions(parser, o, false, columns)) != 0)
+    if ((code = recordFromOptions(parser, o, columns)) != 0)
         return code;
     if (!parser.isSet(in))
         return ZorTool::fail(2, QStringLiteral("give the records with --in FILE"));

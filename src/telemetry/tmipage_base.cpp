@@ -232,7 +232,7 @@ void TmiPage_Base::appendColumnTexts(int n, QString& out, QLatin1String before, 
 {
     QByteArray utf8;
     appendColumnTexts(n, utf8, QByteArray(before.data(), before.size()), QByteArray(after.data(), after.size()));
-    out.append(QString::fromUtf8(utf8));
+    out.append(QString::fromUtf8(utf8.constData(), utf8.size()));
 }
 
 void TmiPage_Base::appendColumnTexts(int n, QByteArray& out, const QByteArray& before,
@@ -551,14 +551,14 @@ void TmiPage_Base::setExcelHeader(QTextStream& stream) const
 {
     QByteArray utf8;
     appendExcelHeader(utf8);
-    stream << QString::fromUtf8(utf8);
+    stream << QString::fromUtf8(utf8.constData(), utf8.size());
 }
 
 void TmiPage_Base::setExcelData(QTextStream& stream, const TmiPage_Base* record, const QString& codeText) const
 {
     QByteArray utf8;
     appendExcelData(utf8, record, codeText.toUtf8());
-    stream << QString::fromUtf8(utf8);
+    stream << QString::fromUtf8(utf8.constData(), utf8.size());
 }
 
 void TmiPage_Base::setExcelDataExt(QTextStream& stream, const TmiPage_Base* record, const QString& codeText) const
@@ -567,5 +567,5 @@ void TmiPage_Base::setExcelDataExt(QTextStream& stream, const TmiPage_Base* reco
         return;
     QByteArray utf8;
     appendExcelDataExt(utf8, *record, codeText.toUtf8());
-    stream << QString::fromUtf8(utf8);
+    stream << QString::fromUtf8(utf8.constData(), utf8.size());
 }

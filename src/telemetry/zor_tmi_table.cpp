@@ -6,7 +6,9 @@
 
 #include <ctime>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <cstring>
 
 namespace ZorTmi {
@@ -109,9 +111,24 @@ public:
             return;
         if (len + n > cap)
             grow(n);
-        std::memcpy(base + len, s, size_t(n));
+        // Most pieces are a few bytes: a loop beats a call into memcpy.
+        if (n <= 16) {
+            char* d = base + len;
+            for (int i = 0; i < n; ++i)
+                d[i] = s[i];
+        } else {
+            std::memcpy(base + len, s, size_t(n));
+        }
         len += n;
     }
+    // Room for n bytes at the end; advance() then says how many were used.
+    char* room(int n)
+    {
+        if (len + n > cap)
+            grow(n);
+        return base + len;
+    }
+    void advance(int n) { len += n; }
     void append(char c)
     {
         if (len + 1 > cap)
@@ -135,39 +152,108 @@ private:
     char* base = nullptr;
 };
 
-// Fixed-point text: `scaled` holds the value times 10^decimals.
+const quint64 kPow10[] = {1ull, 10ull, 100ull, 1000ull, 10000ull, 100000ull, 1000000ull, 10000000ull,
+                          100000000ull, 1000000000ull, 10000000000ull, 100000000000ull, 1000000000000ull,
+                          10000000000000ull, 100000000000000ull, 1000000000000000ull, 10000000000000000ull,
+                          100000000000000000ull, 1000000000000000000ull, 10000000000000000000ull};
+
+const char kDigitPairs[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+                           "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+                           "8081828384858687888990919293949596979899";
+
+inline int digitCount32(quint32 v)
+{
+    if (v < 100000) {
+        if (v < 100)
+            return v < 10 ? 1 : 2;
+        return v < 1000 ? 3 : v < 10000 ? 4 : 5;
+    }
+    if (v < 10000000)
+        return v < 1000000 ? 6 : 7;
+    return v < 100000000 ? 8 : v < 1000000000 ? 9 : 10;
+}
+
+inline int digitCount(quint64 v)
+{
+    if (v <= 0xFFFFFFFFull)
+        return digitCount32(quint32(v));
+    int n = 10;  // 2^32 itself has 10 digits
+    while (n < 20 && v >= kPow10[n])
+        ++n;
+    return n;
+}
+
+// u / 10^decimals with a constant divisor each (a multiplication, not a
+// division instruction).
+quint64 wholePart(quint64 u, int decimals)
+{
+    switch (decimals) {
+    case 0: return u;
+    case 1: return u / 10;
+    case 2: return u / 100;
+    case 3: return u / 1000;
+    case 4: return u / 10000;
+    case 7: return u / 10000000;
+    default: return u / kPow10[decimals];
+    }
+}
+
+// Writes the `count` last decimal digits of v (zero-padded) so that they
+// end just before `end`. Two digits per division, and 32-bit divisions as
+// soon as the value fits: a 64-bit division per digit was the bulk of the
+// cost of a line.
+inline void writeDigits32(char* p, quint32 w, char* first)
+{
+    while (w >= 100 && p - first >= 2) {
+        const quint32 q = w / 100;
+        p -= 2;
+        std::memcpy(p, kDigitPairs + 2 * (w - q * 100), 2);
+        w = q;
+    }
+    while (p > first) {
+        *--p = char('0' + w % 10);
+        w /= 10;
+    }
+}
+
+inline void writeDigits(char* end, quint64 v, int count)
+{
+    char* p = end;
+    char* const first = end - count;
+    while (v > 0xFFFFFFFFull && p - first >= 2) {
+        const quint64 q = v / 100;
+        p -= 2;
+        std::memcpy(p, kDigitPairs + 2 * (v - q * 100), 2);
+        v = q;
+    }
+    writeDigits32(p, quint32(v), first);
+}
+
+// Fixed-point text: `scaled` holds the value times 10^decimals (0-7).
 void appendFixed(Sink& out, qint64 scaled, int decimals)
 {
-    char buf[32];
-    char* end = buf + sizeof buf;
-    char* p = end;
     const bool negative = scaled < 0;
-    quint64 u = negative ? quint64(0) - quint64(scaled) : quint64(scaled);
-    for (int i = 0; i < decimals; ++i) {
-        *--p = char('0' + u % 10);
-        u /= 10;
-    }
-    if (decimals > 0)
-        *--p = '.';
-    do {
-        *--p = char('0' + u % 10);
-        u /= 10;
-    } while (u);
+    const quint64 u = negative ? quint64(0) - quint64(scaled) : quint64(scaled);
+    const quint64 whole = wholePart(u, decimals);
+    const int wholeDigits = digitCount(whole);
+    const int size = int(negative) + wholeDigits + (decimals ? decimals + 1 : 0);
+    char* p = out.room(size);
     if (negative)
-        *--p = '-';
-    out.append(p, int(end - p));
+        *p = '-';
+    char* end = p + negative + wholeDigits;
+    writeDigits(end, whole, wholeDigits);
+    if (decimals) {
+        *end = '.';
+        writeDigits(end + 1 + decimals, u - whole * kPow10[decimals], decimals);
+    }
+    out.advance(size);
 }
 
 void appendUnsigned(Sink& out, quint64 v)
 {
-    char buf[24];
-    char* end = buf + sizeof buf;
-    char* p = end;
-    do {
-        *--p = char('0' + v % 10);
-        v /= 10;
-    } while (v);
-    out.append(p, int(end - p));
+    const int n = digitCount(v);
+    writeDigits(out.room(n) + n, v, n);
+    out.advance(n);
 }
 
 // value * mul / div, rounded half away from zero.
@@ -185,7 +271,11 @@ qint64 scale(qint64 v, qint64 mul, qint64 div)
 struct CaptionCache
 {
     QString language;
+    // Nodes of a QHash stay where they are when it grows, so `recent` may
+    // point into it until it is cleared.
     QHash<quintptr, QByteArray> texts;
+    struct Slot { const char* key; const QByteArray* text; };
+    Slot recent[64] = {};
 };
 
 CaptionCache& captionCache()
@@ -202,15 +292,22 @@ void refreshCaptions()
     if (lang.language() != cache.language) {
         cache.language = lang.language();
         cache.texts.clear();
+        std::fill(std::begin(cache.recent), std::end(cache.recent), CaptionCache::Slot{nullptr, nullptr});
     }
 }
 
 const QByteArray& caption(const char* key)
 {
-    QHash<quintptr, QByteArray>& texts = captionCache().texts;
-    auto it = texts.find(quintptr(key));
-    if (it == texts.end())
-        it = texts.insert(quintptr(key), zorTr(QLatin1String(key)).toUtf8());
+    // The keys are string literals, so their addresses identify them; the
+    // few units of a record are looked up hundreds of times per line.
+    CaptionCache& cache = captionCache();
+    CaptionCache::Slot& slot = cache.recent[(quintptr(key) >> 3) & 63];
+    if (slot.key == key)
+        return *slot.text;
+    auto it = cache.texts.find(quintptr(key));
+    if (it == cache.texts.end())
+        it = cache.texts.insert(quintptr(key), zorTr(QLatin1String(key)).toUtf8());
+    slot = CaptionCache::Slot{key, &*it};
     return *it;
 }
 
@@ -220,14 +317,48 @@ void appendUnit(Sink& out, const char* key)
     out.append(caption(key));
 }
 
+// A float of at least 9e15 in magnitude is an integer, m x 2^e with a
+// 24-bit m and e up to 104: it fits 128 bits, and its exact digits are the
+// text (as the 'f' format of Qt gives them), followed by zero decimals.
+void appendHugeFloat(Sink& out, float f, int decimals)
+{
+    quint32 bits;
+    std::memcpy(&bits, &f, sizeof bits);
+    const int exponent = int((bits >> 23) & 0xFF) - 150;
+    const unsigned __int128 v = static_cast<unsigned __int128>((bits & 0x7FFFFF) | 0x800000) << exponent;
+    char buf[48];
+    char* const end = buf + sizeof buf;
+    char* p = end;
+    unsigned __int128 rest = v;
+    while (rest > ~quint64(0)) {  // 19 digits at a time until it fits 64 bits
+        writeDigits(p, quint64(rest % kPow10[19]), 19);
+        p -= 19;
+        rest /= kPow10[19];
+    }
+    const int top = digitCount(quint64(rest));
+    writeDigits(p, quint64(rest), top);
+    p -= top;
+    if (bits >> 31)
+        *--p = '-';
+    out.append(p, int(end - p));
+    if (decimals) {
+        out.append('.');
+        out.append("000", decimals);
+    }
+}
+
 void appendFloat(Sink& out, float f, int decimals)
 {
     static const double kPow[] = {1.0, 10.0, 100.0, 1000.0};
     const double scaled = double(f) * kPow[decimals];
-    if (std::isfinite(scaled) && std::fabs(scaled) < 9.0e18)
+    if (std::isfinite(scaled) && std::fabs(scaled) < 9.0e18) {
+        // Exact: a float times 10^3 needs at most 34 of a double's 53 bits.
         appendFixed(out, std::llround(scaled), decimals);
-    else
+    } else if (std::isfinite(scaled)) {
+        appendHugeFloat(out, f, decimals);
+    } else {
         out.append(QByteArray::number(double(f), 'f', decimals));
+    }
 }
 
 void appendCoordinate(Sink& out, qint64 v, qint64 perDegree, int decimals)
@@ -479,9 +610,15 @@ void appendTo(Sink& out, const Column& c, const unsigned char* p)
         return;
     case Text_MiliSec: out.append('.'); appendFixed(out, v, 0); return;
     case Text_Hex:
-        out.append("0x");
-        out.append(QByteArray::number(quint32(v), 16).toUpper().rightJustified(8, '0'));
+    {
+        char* p = out.room(10);
+        p[0] = '0';
+        p[1] = 'x';
+        for (int i = 0; i < 8; ++i)
+            p[2 + i] = "0123456789ABCDEF"[(quint32(v) >> (28 - 4 * i)) & 0xF];
+        out.advance(10);
         return;
+    }
     case Text_OnOff: out.append(caption(v ? "wrd_001" : "wrd_002")); return;
     case Text_TahoMode: {
         static const char* const keys[] = {"tmikte_044", "tmikte_045", "tmikte_047", "tmikte_048"};
@@ -517,14 +654,13 @@ QString text(const Column& c, const unsigned char* p)
 {
     QByteArray utf8;
     appendText(utf8, c, p);
-    return QString::fromUtf8(utf8);
+    return QString::fromUtf8(utf8.constData(), utf8.size());
 }
 
 namespace {
 
 const int kCodeField = 2;
 const int kTimeField = 3;
-const int kMiliSecField = 200;
 
 void appendColumnText(Sink& sink, const Tables& t, const Column& c, const unsigned char* block,
                       const Presence& presence)

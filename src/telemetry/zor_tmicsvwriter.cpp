@@ -77,7 +77,7 @@ bool ZOR_TmiCsvWriter::flush()
     const QByteArray* bytes = &baBuffer;
     QByteArray encoded;
     if (encoding == Windows1251) {
-        const QString text = QString::fromUtf8(baBuffer);
+        const QString text = QString::fromUtf8(baBuffer.constData(), baBuffer.size());
         ZOR_Cp1251::encodeAppend(text.constData(), text.size(), encoded);
         bytes = &encoded;
     }
