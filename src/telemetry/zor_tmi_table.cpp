@@ -233,6 +233,10 @@ inline void writeDigits(char* end, quint64 v, int count)
 // Fixed-point text: `scaled` holds the value times 10^decimals (0-7).
 void appendFixed(Sink& out, qint64 scaled, int decimals)
 {
+    if (decimals == 0 && quint64(scaled) < 10) {  // the flags: a third of all columns
+        out.append(char('0' + scaled));
+        return;
+    }
     const bool negative = scaled < 0;
     const quint64 u = negative ? quint64(0) - quint64(scaled) : quint64(scaled);
     const quint64 whole = wholePart(u, decimals);
