@@ -41,6 +41,8 @@ void TestLogBinFile::writesTheExpectedFile_data()
                                                      << "long_data.log";
     QTest::newRow("16-byte block drops later entries")
         << cp1251 << QStringList{"w:", "s:later", "w:*?V"} << "short_block.log";
+    QTest::newRow("block shorter than a header: zeros, no read past it")
+        << cp1251 << QStringList{"b:2a3f56", "s:later"} << "tiny_block.log";
     QTest::newRow("text entries") << cp1251 << QStringList{QStringLiteral("s:Связь установлена"), "s:second"}
                                   << "text_entries.log";
     QTest::newRow("multi-byte locale cuts texts by character count")
@@ -67,8 +69,10 @@ void TestLogBinFile::writesTheExpectedFile()
                 log.setLogStr(arg);
                 continue;
             }
-            QByteArray frame = commonFunctions().getUsbCommandToDevice(arg);
-            leftOpen = leftOpen || arg.isEmpty(); // a header alone: a block of 16 bytes
+            const bool raw = step.startsWith(QLatin1String("b:"));
+            QByteArray frame = raw ? QByteArray::fromHex(arg.toLatin1()) : commonFunctions().getUsbCommandToDevice(arg);
+            // A block of 16 bytes or less (a header alone, say) leaves the file open.
+            leftOpen = leftOpen || frame.size() <= 16;
             log.setLogBuf(step.startsWith(QLatin1String("r:")), reinterpret_cast<unsigned char*>(frame.data()),
                           frame.size());
         }

@@ -9,9 +9,9 @@
 // their own, so its odd corners are kept: every text is written as
 // text-length bytes of its local 8-bit form (a multi-byte locale cuts
 // non-ASCII texts short; a hex dump has two digits per byte but is cut to the
-// byte count, so it shows the first half of its bytes), and a block of 16 bytes or less leaves its entry
-// unfinished and the file open, which makes this object's later entries fail
-// to open the file and get lost.
+// byte count, so it shows the first half of its bytes), and a block of 16
+// bytes or less leaves its entry unfinished and the file open, which makes
+// this object's later entries fail to open the file and get lost.
 
 #include <QDataStream>
 #include <QDateTime>
