@@ -251,11 +251,11 @@ void TmiPage_Base::appendColumnTexts(const TmiPage_Base& columns, QByteArray& ou
 
 // ---- date and time ---------------------------------------------------------
 
-QDateTime TmiPage_Base::timeValue(int columnId, Qt::TimeSpec spec, int shift) const
+QDateTime TmiPage_Base::timeValue(int columnId, Qt::TimeSpec timeSpec, int shift) const
 {
     const ZorTmi::Column& c = ZorTmi::column(columnId);
     const quint32 secs = qFromLittleEndian<quint32>(fieldBytes(c.field) + c.offset);
-    return QDateTime::fromSecsSinceEpoch(qint64(secs) + shift, spec);
+    return QDateTime::fromSecsSinceEpoch(qint64(secs) + shift, timeSpec);
 }
 
 QDateTime TmiPage_Base::getDateTime() const { return timeValue(ZorTmi::Col_Time, Qt::LocalTime, 0); }

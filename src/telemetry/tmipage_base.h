@@ -193,7 +193,7 @@ protected:
     void setTypes(int formatType, int versionType);
     // Copies a decoded value block (of this version's size) in.
     void setValueBlock(const void* block, int size);
-    QDateTime timeValue(int columnId, Qt::TimeSpec spec, int shift) const;
+    QDateTime timeValue(int columnId, Qt::TimeSpec timeSpec, int shift) const;
     // "hh:mm:ss dd.MM.yyyy (UTC ...)" of a shifted time, "n/a" without the field.
     QString shiftedTimeText(int field, const QDateTime& t) const;
     void appendExcelDataExt(QByteArray& out, const TmiPage_Base& record, const QByteArray& codeText) const;
