@@ -4,6 +4,7 @@
 
 #include "config/zor_captionlist.h"
 #include "config/zor_configdocument.h"
+#include "config/zor_datatypes.h"
 #include "config/zor_form_config.h"
 #include "config/zor_formbinding.h"
 #include "config/zor_rowbuilder.h"
@@ -88,6 +89,8 @@ private slots:
     void storedValuesLoadWithFallbacks();
     void newDocumentSavesDefaultsInRowOrder();
     void captionListKeepsCodeAcrossLanguages();
+    void dataTypeCaptionsFollowTheWordRule_data();
+    void dataTypeCaptionsFollowTheWordRule();
     void registryKeepsValueUntilEveryPublisherWithdraws();
     void saveThenLoadIsByteIdenticalAndKeepsForeignNodes();
     void unreadableFileIsReportedAndNeverOverwritten();
@@ -163,6 +166,28 @@ void TestConfigLayer::captionListKeepsCodeAcrossLanguages()
     QCOMPARE(box.currentText(), QString("No"));
     QCOMPARE(box.currentIndex(), 1);
     QCOMPARE(list.codeOf(QStringLiteral("No")), QString());   // matched in the current language only
+}
+
+void TestConfigLayer::dataTypeCaptionsFollowTheWordRule_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<int>("size");
+    QTest::newRow("1b") << "1b" << QString::fromUtf8("1 байт, биты") << 1;
+    QTest::newRow("2u") << "2u" << QString::fromUtf8("2 байта, беззнаковое") << 2;
+    QTest::newRow("4f") << "4f" << QString::fromUtf8("4 байта, с плавающей точкой") << 4;
+    QTest::newRow("8s") << "8s" << QString::fromUtf8("8 байт, знаковое") << 8;
+    QTest::newRow("unknown") << "3u" << QString() << 0;
+}
+
+void TestConfigLayer::dataTypeCaptionsFollowTheWordRule()
+{
+    QFETCH(QString, code);
+    QFETCH(QString, caption);
+    QFETCH(int, size);
+    QCOMPARE(ZOR_DataTypes::captionList().captionOf(code), caption);
+    QCOMPARE(ZOR_DataTypes::sizeOf(code), size);
+    QCOMPARE(ZOR_DataTypes::sizeOfCaption(caption), size);
 }
 
 void TestConfigLayer::registryKeepsValueUntilEveryPublisherWithdraws()
