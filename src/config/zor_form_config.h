@@ -72,6 +72,10 @@ public:
     // the rest ignore it.
     virtual void setUserParamRegistry(ZOR_UserParamRegistry* lpRegistry) { Q_UNUSED(lpRegistry) }
 
+    // Brings one of the form's tabs or sections to the front (the field-set
+    // form's "CAN" and "User" tabs); false when the form has no such tab.
+    virtual bool showTab(const QString& qsTab) { Q_UNUSED(qsTab) return false; }
+
     // Emits signal_FormEdited whenever the user edits any editor below root
     // (check boxes, spin boxes, combo boxes, line edits, tree and table
     // items). Programmatic changes fire too; the window ignores those while it
@@ -82,6 +86,9 @@ signals:
     void signal_UserParam_Add(QString qsPrefix, QString qsMess, QString qsSuffix, int nSize);
     void signal_UserParam_Del(QString qsPrefix, QString qsMess, QString qsSuffix);
     void signal_FormEdited();
+    // Asks the window to show another page, on one of its tabs (showTab):
+    // the CAN form's buttons ask for ("protocol", "CAN") and ("protocol", "User").
+    void signal_ShowPage(QString qsPageId, QString qsTab);
 };
 
 #endif
