@@ -75,6 +75,9 @@ public:
     // when the document cannot be rendered faithfully.
     const QByteArray* renderToBuffer();
     bool save();
+    // Saves to another file, which becomes the document's file when the save
+    // succeeds.
+    bool saveAs(const QString& qsFileName);
 
 private:
     bool parse(const QByteArray& data);
