@@ -12,6 +12,7 @@
 //   {"MB", "MB1,  5,  1a", "2u", 2}      a Modbus row
 //   {"SC", "Engine speed", "2u", 2}      a catalogue entry
 
+#include <QMetaType>
 #include <QString>
 
 struct ZOR_UserParamEntry
@@ -26,5 +27,7 @@ struct ZOR_UserParamEntry
         return qsPrefix == other.qsPrefix && qsMess == other.qsMess && qsSuffix == other.qsSuffix;
     }
 };
+
+Q_DECLARE_METATYPE(ZOR_UserParamEntry)
 
 #endif

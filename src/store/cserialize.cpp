@@ -144,6 +144,16 @@ bool CSerialize::save()
     return true;
 }
 
+bool CSerialize::saveAs(const QString& qsFileName)
+{
+    const QString qsOld = m_qsFileName;
+    m_qsFileName = qsFileName;
+    if (save())
+        return true;
+    m_qsFileName = qsOld;
+    return false;
+}
+
 bool zor_StartSZ(coreSzCreate* lpCreate)
 {
     if (!lpCreate)

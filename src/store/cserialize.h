@@ -49,6 +49,9 @@ public:
     // Renders into a buffer the document keeps until the next call.
     const QByteArray& renderToBuffer();
     bool save();
+    // Saves to another file, which becomes the document's file when the save
+    // succeeds.
+    bool saveAs(const QString& qsFileName);
 
 private:
     bool parse(const QByteArray& data);
