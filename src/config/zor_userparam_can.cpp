@@ -1,15 +1,6 @@
 #include "config/zor_userparam_can.h"
 
-#include <QStringList>
-
-namespace {
-const QStringList& typeCodes()
-{
-    static const QStringList codes = {"1b", "1u", "1s", "2b", "2u", "2s", "4b",
-                                      "4u", "4s", "4f", "8b", "8u", "8s", "8f"};
-    return codes;
-}
-}
+#include "config/zor_datatypes.h"
 
 ZOR_UserParam_CAN::ZOR_UserParam_CAN(QObject* parent) : QObject(parent) {}
 
@@ -34,10 +25,10 @@ ZOR_UserParam_CAN_Bit* ZOR_UserParam_CAN::addParamBit(int nNumber, const QString
 
 int ZOR_UserParam_CAN::numberType(const QString& qsType)
 {
-    return typeCodes().indexOf(qsType) + 1;
+    return ZOR_DataTypes::codes().indexOf(qsType) + 1;
 }
 
 QString ZOR_UserParam_CAN::strNumberType(int nType)
 {
-    return nType >= 1 && nType <= typeCodes().size() ? typeCodes().at(nType - 1) : QString();
+    return nType >= 1 && nType <= ZOR_DataTypes::codes().size() ? ZOR_DataTypes::codes().at(nType - 1) : QString();
 }

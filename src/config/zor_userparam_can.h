@@ -41,7 +41,7 @@ public:
     const QVector<ZOR_UserParam_CAN_Bit*>& getListParamBit() const { return lstBits; }
 
     // Number form of a type text: its position, from 1, in the shared list of
-    // data-type codes 1b 1u 1s 2b 2u 2s 4b 4u 4s 4f 8b 8u 8s 8f ("2u" is 5);
+    // data-type codes (ZOR_DataTypes::codes(), "2u" is 5);
     // 0 for any other text. strNumberType() is the way back ("" for 0).
     static int numberType(const QString& qsType);
     static QString strNumberType(int nType);

@@ -1,5 +1,6 @@
 #include "config/zor_userparams.h"
 
+#include "config/zor_datatypes.h"
 #include "config/zor_userparams_tables.h"
 #include "module/zor_global.h"
 #include "module/zor_language.h"
@@ -346,7 +347,7 @@ QString ZOR_UserParams::getUserParamTitle(const QString& qsName) const
 
 int ZOR_UserParams::getSize_BT(const QString& qsType)
 {
-    return ZOR_UserParam_CAN::numberType(qsType) != 0 ? qsType.at(0).digitValue() : 0;
+    return ZOR_DataTypes::sizeOf(qsType);
 }
 
 void ZOR_UserParams::getUserParamEntries(QVector<ZOR_UserParamEntry>& entries) const
