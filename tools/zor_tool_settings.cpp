@@ -58,7 +58,7 @@ int run(const QString& command, const QStringList& pos)
         return ZorTool::fail(2, QStringLiteral("cannot read %1: no such file").arg(file));
     CSerialize doc;
     if (!doc.openFile(file))
-        return ZorTool::fail(1, QStringLiteral("%1: not a settings document (%2)").arg(file, doc.errorString()));
+        return ZorTool::fail(QFileInfo(file).isReadable() ? 1 : 2, doc.errorString());
 
     if (command == QLatin1String("dump")) {
         if (doc.root())
@@ -90,7 +90,7 @@ int run(const QString& command, const QStringList& pos)
     cursor->writeParameters();
     cursor.reset();
     if (!doc.save())
-        return ZorTool::fail(1, QStringLiteral("cannot save %1: %2").arg(file, doc.errorString()));
+        return ZorTool::fail(1, doc.errorString());
     return 0;
 }
 
