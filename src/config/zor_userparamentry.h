@@ -10,7 +10,9 @@
 // bytes (1, 2, 4 or 8; 0 when unknown).
 //
 //   {"MB", "MB1,  5,  1a", "2u", 2}      a Modbus row
-//   {"SC", "Engine speed", "2u", 2}      a catalogue entry
+//   {"SC", "1", "2u", 2}                 a catalogue entry: its number, whatever
+//                                        the language (ZOR_UserParams::getUserParamTitle
+//                                        gives the caption of "SC, 1, 2u")
 
 #include <QMetaType>
 #include <QString>
