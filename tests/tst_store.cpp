@@ -177,6 +177,8 @@ void TestStore::numbersReadWithCLibraryRules_data()
     QTest::newRow("negative") << QByteArray("-3") << -3 << true << -3.0;
     QTest::newRow("fraction with point") << QByteArray("2.5x") << 2 << true << 2.5;
     QTest::newRow("fraction with comma") << QByteArray("2,5") << 2 << true << 2.0;
+    QTest::newRow("leading zero is still decimal") << QByteArray("010") << 10 << true << 10.0;
+    QTest::newRow("hex prefix is no integer") << QByteArray("0x10") << 0 << false << 16.0;
 }
 
 void TestStore::numbersReadWithCLibraryRules()
