@@ -70,6 +70,7 @@ private slots:
     void readOnlyFolderGivesReasonAndKeepsFile();
     void fullDiskGivesReasonAndKeepsFile();
     void fileOverTheLimitIsNotReadAsEmpty();
+    void documentTooLargeForMemoryIsAnError();
     void deepTreeIsRefusedWithoutRecursion();
     void failedOpenKeepsReason();
 };
@@ -313,6 +314,35 @@ void TestStoreFaithful::fileOverTheLimitIsNotReadAsEmpty()
     root.writeInteger("a", 2);
     QVERIFY(!root.closeDocument(true));
     QCOMPARE(QFileInfo(path).size(), qint64(3) << 30);
+}
+
+void TestStoreFaithful::documentTooLargeForMemoryIsAnError()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    QSKIP("an address-space limit and the address sanitizer do not mix");
+#else
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("big.xml"));
+    {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        QVERIFY(f.resize(200 << 20));   // sparse, under the size limit
+    }
+    const int code = inChild(false, [&] {
+        QFile statm(QStringLiteral("/proc/self/statm"));
+        if (!statm.open(QIODevice::ReadOnly))
+            return 3;
+        const qint64 mapped = statm.readAll().split(' ').value(0).toLongLong() * sysconf(_SC_PAGESIZE);
+        const rlimit limit{rlim_t(mapped + (64 << 20)), rlim_t(mapped + (64 << 20))};
+        setrlimit(RLIMIT_AS, &limit);
+        CSerialize doc;
+        if (doc.openFile(path))
+            return 1;
+        qWarning("%s", qPrintable(doc.errorString()));
+        return doc.errorString().contains(QLatin1String("not enough memory")) ? 0 : 2;
+    });
+    QCOMPARE(code, 0);
+#endif
 }
 
 void TestStoreFaithful::deepTreeIsRefusedWithoutRecursion()

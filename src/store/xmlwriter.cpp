@@ -445,12 +445,22 @@ QString XmlWriter::storedText(const QString& qsText, const Encoding& encoding)
 
 QString XmlWriter::pathOf(const CXmlTagV2* tag)
 {
+    // A deep path is shortened to its top and the three names nearest the
+    // element.
+    const int kNear = 3;
     QStringList names;
-    for (int n = 0; tag && n < nMaxDepth + 1; tag = tag->parent(), ++n)
-        names.prepend(tag->name());
-    if (tag)
-        names.prepend(QStringLiteral("..."));
-    return names.join(QLatin1Char('/'));
+    const CXmlTagV2* top = tag;
+    int depth = 0;
+    for (const CXmlTagV2* t = tag; t; t = t->parent(), ++depth) {
+        if (depth < kNear + 2)
+            names.prepend(t->name());
+        top = t;
+    }
+    if (depth <= kNear + 2)
+        return names.join(QLatin1Char('/'));
+    return QStringLiteral("%1/.../%2 (%3 levels)")
+        .arg(top->name(), names.mid(names.size() - kNear).join(QLatin1Char('/')))
+        .arg(depth);
 }
 
 QString XmlWriter::decodeName(const QString& qsName)
