@@ -284,6 +284,16 @@ void CSerialize::clearTag(CXmlTagV2* tag)
     children.moveAllTo(m_detached);
 }
 
+void CSerialize::removeTag(CXmlTagV2* tag)
+{
+    if (!isGoodTag(tag))
+        return;
+    CFxXmListlTag& list = tag->parent() ? tag->parent()->children() : m_top;
+    list.takeAt(list.indexOf(tag));
+    tag->setDetached();
+    m_detached.append(tag);
+}
+
 bool CSerialize::isGoodTag(const CXmlTagV2* tag) const
 {
     if (!tag)

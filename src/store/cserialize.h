@@ -65,6 +65,9 @@ public:
     // them are recognised by isGoodTag instead of dangling.
     void clearTag(CXmlTagV2* tag);
     bool isGoodTag(const CXmlTagV2* tag) const;
+    // Takes tag (and its subtree) out of the document, kept detached like
+    // the children of a cleared tag.
+    void removeTag(CXmlTagV2* tag);
 
     // The bytes of the document, unchecked (what the writer gives).
     QByteArray render() const;
