@@ -126,10 +126,11 @@ bool readFile(const QString& path, QByteArray& bytes, QString* error)
 
 int finish(int code)
 {
-    out().flush();
     errno = 0;
-    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
-        const int saved = errno;
+    out().flush();
+    const bool flushed = std::fflush(stdout) == 0;
+    const int saved = errno;
+    if (!flushed || std::ferror(stdout)) {
         err() << "zor-tool: cannot write to standard output: "
               << (saved ? QString::fromLocal8Bit(std::strerror(saved)) : QStringLiteral("write error")) << '\n';
         err().flush();

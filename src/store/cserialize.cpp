@@ -206,7 +206,7 @@ bool CSerialize::openFile(const QString& qsFileName)
                         .arg(file.error() != QFileDevice::NoError ? QStringLiteral(" (%1)").arg(file.errorString())
                                                                  : QString()));
     file.close();
-    if (!parse(data)) {
+    if (!parse(std::move(data))) {
         m_qsError = QStringLiteral("%1: %2").arg(shown, m_qsError);
         return false;
     }
@@ -219,14 +219,16 @@ bool CSerialize::openData(const QByteArray& data)
     return parse(data);
 }
 
-bool CSerialize::parse(const QByteArray& data)
+bool CSerialize::parse(QByteArray data)
 {
     m_top.deleteAll();
     m_encoding = XmlWriter::Encoding();
     m_nDroppedMarkup = 0;
     if (data.isEmpty())
         return true;
-    QByteArray body = data;
+    const int size = data.size();
+    // The bytes are dropped once decoded: only the text is parsed.
+    QByteArray body = std::move(data);
     if (body.startsWith(kUtf8Bom)) {
         m_encoding.bom = true;
         body.remove(0, 3);
@@ -251,7 +253,7 @@ bool CSerialize::parse(const QByteArray& data)
         return parseText(text, m_top, m_qsError, &m_nDroppedMarkup);
     } catch (const std::bad_alloc&) {
         m_top.deleteAll();
-        return fail(QStringLiteral("not enough memory for a document of %1 bytes").arg(data.size()));
+        return fail(QStringLiteral("not enough memory for a document of %1 bytes").arg(size));
     }
 }
 

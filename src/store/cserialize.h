@@ -83,7 +83,7 @@ public:
     bool saveAs(const QString& qsFileName);
 
 private:
-    bool parse(const QByteArray& data);
+    bool parse(QByteArray data);
     bool fail(const QString& qsError);
 
     QString m_qsFileName;

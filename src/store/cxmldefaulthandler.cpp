@@ -112,9 +112,11 @@ bool CXmlDefaultHandler::comment(const QString&)
     return true;
 }
 
-bool CXmlDefaultHandler::processingInstruction(const QString&, const QString&)
+bool CXmlDefaultHandler::processingInstruction(const QString& target, const QString&)
 {
-    ++m_nDropped;
+    // The reader reports the XML declaration as one; the writer renews it.
+    if (target.compare(QLatin1String("xml"), Qt::CaseInsensitive) != 0)
+        ++m_nDropped;
     return true;
 }
 
