@@ -72,6 +72,7 @@ private slots:
     void fileOverTheLimitIsNotReadAsEmpty();
     void documentTooLargeForMemoryIsAnError();
     void deepTreeIsRefusedWithoutRecursion();
+    void namespaceAttributesAreKept();
     void failedOpenKeepsReason();
 };
 
@@ -90,7 +91,6 @@ void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays_data()
     QTest::newRow("numero sign in a name") << int(AttrName) << QStringLiteral("№1") << QStringLiteral("U+2116");
     QTest::newRow("empty name") << int(ElementName) << QString() << QStringLiteral("name");
     QTest::newRow("name holding a code") << int(AttrName) << QStringLiteral("a_32_b") << QStringLiteral("_32_");
-    QTest::newRow("xmlns attribute") << int(AttrName) << QStringLiteral("xmlns") << QStringLiteral("xmlns");
     QTest::newRow("value holding _33_") << int(AttrValue) << QStringLiteral("x_33_y") << QStringLiteral("_33_");
     QTest::newRow("value holding &gt;") << int(AttrValue) << QStringLiteral("&gt;") << QStringLiteral("&gt;");
     QTest::newRow("text holding &nbsp;") << int(LineText) << QStringLiteral("a&nbsp;b") << QStringLiteral("&nbsp;");
@@ -357,6 +357,17 @@ void TestStoreFaithful::deepTreeIsRefusedWithoutRecursion()
     QByteArray bytes;
     QVERIFY(!doc.renderChecked(bytes));
     QVERIFY(doc.errorString().contains(QLatin1String("deeper than 256")));
+}
+
+void TestStoreFaithful::namespaceAttributesAreKept()
+{
+    const QByteArray bytes = kDecl + "<R xmlns=\"urn:x\" a=\"1\" />\n";
+    CSerialize doc;
+    QVERIFY(doc.openData(bytes));
+    QCOMPARE(doc.root()->attributes().size(), 2);
+    QByteArray out;
+    QVERIFY2(doc.renderChecked(out), qPrintable(doc.errorString()));
+    QCOMPARE(out, bytes);
 }
 
 void TestStoreFaithful::failedOpenKeepsReason()

@@ -105,6 +105,8 @@ bool parseText(const QString& text, CFxXmListlTag& top, QString& error, int* dro
     reader.setLexicalHandler(&handler);
     reader.setDeclHandler(&handler);
     reader.setDTDHandler(&handler);
+    // xmlns attributes are attributes like any other to the store.
+    reader.setFeature(QStringLiteral("http://xml.org/sax/features/namespace-prefixes"), true);
     const bool ok = reader.parse(&source, false);
     if (dropped)
         *dropped = handler.droppedMarkup();
@@ -193,6 +195,7 @@ public:
         reader.setLexicalHandler(this);
         reader.setDeclHandler(this);
         reader.setDTDHandler(this);
+        reader.setFeature(QStringLiteral("http://xml.org/sax/features/namespace-prefixes"), true);
         if (!reader.parse(&source, false))
             return m_qsError.isEmpty() ? QStringLiteral("it is not well-formed") : m_qsError;
         if (m_nextTop != m_expected.count())

@@ -274,8 +274,6 @@ bool Writer::checkName(const QString& name, const CXmlTagV2* tag, const QString*
                                                  charName(c)));
         first = false;
     }
-    if (attribute && stored == QLatin1String("xmlns"))
-        return fail(tag, attribute, QStringLiteral("\"xmlns\" is reserved and would not be read back"));
     if (stored.contains(QLatin1Char('_'))) {
         QString encoded;
         for (const QChar c : stored)
