@@ -127,7 +127,8 @@ private:
     }
     bool reserve(const CXmlTagV2* tag, qint64 nChars)
     {
-        if (qint64(m_out.size()) + 64 + nChars * kWorstPerChar <= kMaxOutput)
+        // The slack covers the indentation (at most nMaxDepth * 4) and markup.
+        if (qint64(m_out.size()) + 2048 + nChars * kWorstPerChar <= kMaxOutput)
             return true;
         if (m_error)
             *m_error = QStringLiteral("the document is too large to save (over 2 GiB) at element \"%1\"")
@@ -421,6 +422,8 @@ bool Writer::run(const CFxXmListlTag& topTags)
                 stack.push_back(Frame{child, -1});
                 continue;
             }
+            if (!reserve(f.tag, f.tag->name().size()))
+                return false;
             m_out.append(level * 4, ' ');
             m_out += "</";
             appendName(f.tag->name());
