@@ -3,6 +3,7 @@
 #include "module/zor_language.h"
 #include "telemetry/zor_tmi_table.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -31,6 +32,10 @@ ZOR_Form_Config_Set_Kite3_Tab::ZOR_Form_Config_Set_Kite3_Tab(QWidget* parent)
 {
     auto* lpOuter = new QVBoxLayout(this);
     lpOuter->setContentsMargins(0, 0, 0, 0);
+    // Without a group, clearing a box searches all its sibling buttons for an
+    // exclusive partner; a non-exclusive group answers at once.
+    m_lpBoxes = new QButtonGroup(this);
+    m_lpBoxes->setExclusive(false);
     m_lpScroll = new QScrollArea(this);
     m_lpScroll->setWidgetResizable(true);
     m_lpScroll->setFrameShape(QFrame::NoFrame);
@@ -74,6 +79,7 @@ void ZOR_Form_Config_Set_Kite3_Tab::addBoxes(const Box* lpBoxes, int nCount)
         item.lpBox = new QCheckBox(this);
         item.lpBox->setObjectName(QStringLiteral("checkBox_Field_%1").arg(item.nFirst));
         item.lpBox->setEnabled(!(item.nFlags & Fixed));
+        m_lpBoxes->addButton(item.lpBox);
         m_items.append(item);
         wire(m_items.size() - 1);
     }

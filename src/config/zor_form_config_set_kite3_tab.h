@@ -34,6 +34,7 @@
 #include <QString>
 #include <QVector>
 
+class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
@@ -148,6 +149,7 @@ private:
     QString m_qsTitle;
     QString m_qsTitleKey;
     QString m_qsName;
+    QButtonGroup* m_lpBoxes = nullptr;
     QScrollArea* m_lpScroll = nullptr;
     QVBoxLayout* m_lpContent = nullptr;
 };

@@ -59,6 +59,20 @@ ZOR_UserParamEntry entryAt(const QStandardItemModel* lpModel, int nRow)
 
 const QString kUserParamsNode = QStringLiteral("USERPARAMS");
 
+// A list of modest width whatever its captions. Qt's own way to say so
+// (setSizeAdjustPolicy) builds the popup of every one of the 49 lists at
+// once, which then slows every enabling and disabling of the tab.
+class SlotComboBox : public QComboBox
+{
+public:
+    using QComboBox::QComboBox;
+    QSize sizeHint() const override
+    {
+        return QSize(fontMetrics().averageCharWidth() * 24, QComboBox::minimumSizeHint().height());
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
 } // namespace
 
 ZOR_Form_Config_Set_Kite3_Tab_User::ZOR_Form_Config_Set_Kite3_Tab_User(QWidget* parent)
@@ -88,11 +102,9 @@ ZOR_Form_Config_Set_Kite3_Tab_User::ZOR_Form_Config_Set_Kite3_Tab_User(QWidget* 
             Slot slot;
             slot.nField = w.nFirst + i;
             slot.nWidth = w.nBytes;
-            slot.lpCombo = new QComboBox(lpGroup);
+            slot.lpCombo = new SlotComboBox(lpGroup);
             slot.lpCombo->setObjectName(QStringLiteral("comboBox_User_%1").arg(slot.nField));
             slot.lpCombo->setModel(m_models[nWidth]);
-            slot.lpCombo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-            slot.lpCombo->setMinimumContentsLength(16);
             QCheckBox* lpBox = boxOf(slot.nField);
             lpBox->setParent(lpGroup);
             const int nRow = i % kSlotsPerColumn;
