@@ -34,7 +34,7 @@ class QWidget;
 class ZOR_FormBinding
 {
 public:
-    enum Kind { Check, Integer, Text, Caption, Index, Hex };
+    enum Kind { Check, Integer, Text, Caption, Index, Hex, HexUpper };
 
     struct Row {
         QByteArray attr;
@@ -56,6 +56,10 @@ public:
     // Lower-case hexadecimal text of at least nDigits digits; text that is
     // not hexadecimal loads as 0.
     ZOR_FormBinding& hex(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits);
+    // Upper-case hexadecimal text of exactly nDigits digits (type bytes:
+    // "0A"); text that is not hexadecimal or does not fit nDigits digits
+    // loads nDefault.
+    ZOR_FormBinding& hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits);
 
     const QVector<Row>& rows() const { return m_rows; }
     void clear() { m_rows.clear(); }
