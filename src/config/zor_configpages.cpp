@@ -1,10 +1,14 @@
 #include "config/zor_configpages.h"
 
 #include "config/zor_form_config.h"
+#include "config/zor_form_config_track_locator_blist.h"
+#include "config/zor_form_config_transfer_srvalg.h"
 
 const QVector<ZOR_ConfigPage>& zorConfigPages()
 {
     static const QVector<ZOR_ConfigPage> pages = {
+        {"transfer", "cfgsrv_001", &zorCreateConfigForm<ZOR_Form_Config_Transfer_SrvAlg>, false},
+        {"wifi_blist", "cfgsrv_037", &zorCreateConfigForm<ZOR_Form_Config_Track_Locator_BList>, false},
     };
     return pages;
 }
