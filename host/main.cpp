@@ -2,6 +2,7 @@
 // name, shows its menu entry and connects it to a terminal: the simulated
 // one by default, or a serial port.
 
+#include "zor_config_window.h"
 #include "zor_host_demo.h"
 #include "zor_host_module.h"
 #include "zor_host_window.h"
@@ -39,9 +40,12 @@ int main(int argc, char** argv)
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Run the demo and save a picture of the host with the console."),
                                         QStringLiteral("file"));
-    parser.addOptions({library, connectTo, language, dialect, ussd, ravel, demo, screenshot});
+    const QCommandLineOption screenshotConfig(QStringLiteral("screenshot-config"),
+                                              QStringLiteral("Save a picture of the configuration window on a new document."),
+                                              QStringLiteral("file"));
+    parser.addOptions({library, connectTo, language, dialect, ussd, ravel, demo, screenshot, screenshotConfig});
     parser.process(app);
-    const bool bScripted = parser.isSet(demo) || parser.isSet(screenshot);
+    const bool bScripted = parser.isSet(demo) || parser.isSet(screenshot) || parser.isSet(screenshotConfig);
 
     app.setProperty("zor_programLanguage", parser.value(language));
     ZOR_HostModule module;
@@ -62,6 +66,8 @@ int main(int argc, char** argv)
     }
     if (!bScripted)
         return app.exec();
+    if (parser.isSet(screenshotConfig))
+        return window.openConfigWindow()->saveScreenshot(parser.value(screenshotConfig)) ? 0 : 1;
 
     ZOR_HostDemo script(&module, &window, parser.value(screenshot));
     QObject::connect(&script, &ZOR_HostDemo::signal_Finished, &app, &QCoreApplication::exit);
