@@ -27,6 +27,7 @@ const Subcommand kSubcommands[] = {
     {"csv", toolCsv, "export telemetry records to CSV"},
     {"settings", toolSettings, "read and change settings documents"},
     {"log", toolLog, "show an exchange log as lines: log FILE"},
+    {"config", toolConfig, "new, normalize and diff settings documents through every settings form"},
 };
 
 int usage(int code)
@@ -47,6 +48,9 @@ int usage(int code)
 
 int main(int argc, char** argv)
 {
+    // The settings forms behind "config" are widgets: it runs its own (offscreen) QApplication.
+    if (argc > 1 && qstrcmp(argv[1], "config") == 0)
+        return toolConfigMain(argc, argv);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zor-tool"));
     const QStringList args = app.arguments();

@@ -46,6 +46,11 @@ uint upperHexValue(const QString& qsValue, const QString& qsDefault, int nDigits
 
 } // namespace
 
+int ZOR_FormBinding::intValue(const QString& qsValue)
+{
+    return toInt(qsValue);
+}
+
 ZOR_FormBinding& ZOR_FormBinding::append(Row row)
 {
     m_rows.append(std::move(row));
@@ -54,38 +59,45 @@ ZOR_FormBinding& ZOR_FormBinding::append(Row row)
 
 ZOR_FormBinding& ZOR_FormBinding::check(const char* lpAttr, QAbstractButton* lpBox, bool bDefault)
 {
-    return append({lpAttr, lpBox, Check, bDefault ? QStringLiteral("1") : QStringLiteral("0"), nullptr, 0});
+    return append({lpAttr, lpBox, Check, bDefault ? QStringLiteral("1") : QStringLiteral("0"), nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::integer(const char* lpAttr, QSpinBox* lpSpin, int nDefault)
 {
-    return append({lpAttr, lpSpin, Integer, QString::number(nDefault), nullptr, 0});
+    return append({lpAttr, lpSpin, Integer, QString::number(nDefault), nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::text(const char* lpAttr, QLineEdit* lpEdit, const QString& qsDefault)
 {
-    return append({lpAttr, lpEdit, Text, qsDefault.isNull() ? QStringLiteral("") : qsDefault, nullptr, 0});
+    return append({lpAttr, lpEdit, Text, qsDefault.isNull() ? QStringLiteral("") : qsDefault, nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::caption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
                                           const QString& qsDefault)
 {
-    return append({lpAttr, lpBox, Caption, qsDefault, lpList, 0});
+    return append({lpAttr, lpBox, Caption, qsDefault, lpList, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::index(const char* lpAttr, QComboBox* lpBox, int nDefault)
 {
-    return append({lpAttr, lpBox, Index, QString::number(nDefault), nullptr, 0});
+    return append({lpAttr, lpBox, Index, QString::number(nDefault), nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::hex(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits)
 {
-    return append({lpAttr, lpEdit, Hex, QString::number(uint(nDefault), 16), nullptr, nDigits});
+    return append({lpAttr, lpEdit, Hex, QString::number(uint(nDefault), 16), nullptr, nDigits, {}, {}});
+}
+
+ZOR_FormBinding& ZOR_FormBinding::custom(const char* lpAttr, QWidget* lpWidget, const QString& qsDefault,
+                                         std::function<QString()> store, std::function<void(const QString&)> show)
+{
+    Row row{lpAttr, lpWidget, Custom, qsDefault, nullptr, 0, std::move(store), std::move(show)};
+    return append(std::move(row));
 }
 
 ZOR_FormBinding& ZOR_FormBinding::hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits)
 {
-    return append({lpAttr, lpEdit, HexUpper, upperHex(uint(nDefault), nDigits), nullptr, nDigits});
+    return append({lpAttr, lpEdit, HexUpper, upperHex(uint(nDefault), nDigits), nullptr, nDigits, {}, {}});
 }
 
 QString ZOR_FormBinding::storedValue(const Row& row)
@@ -111,6 +123,8 @@ QString ZOR_FormBinding::storedValue(const Row& row)
     case HexUpper:
         return upperHex(upperHexValue(static_cast<QLineEdit*>(row.lpWidget)->text(), row.qsDefault, row.nDigits),
                         row.nDigits);
+    case Custom:
+        return row.store ? row.store() : row.qsDefault;
     }
     return QString();
 }
@@ -147,6 +161,10 @@ void ZOR_FormBinding::showValue(const Row& row, const QString& qsValue)
     }
     case HexUpper:
         static_cast<QLineEdit*>(row.lpWidget)->setText(upperHex(upperHexValue(v, row.qsDefault, row.nDigits), row.nDigits));
+        break;
+    case Custom:
+        if (row.show)
+            row.show(v);
         break;
     }
 }

@@ -1,6 +1,7 @@
 #include "config/zor_rowbuilder.h"
 
 #include "module/zor_language.h"
+#include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
 
 #include <QCheckBox>
@@ -134,4 +135,27 @@ void ZOR_RowBuilder::writeNodes(CXMLWorkData* lpParent, const QString& qsWord, c
 {
     for (int r = 0; r < m_rows.size(); ++r)
         m_rows[r].bind.writeNode(lpParent, ZOR_SettingsNode::name(qsWord, r + 1, qsTail));
+}
+
+void ZOR_RowBuilder::readAttributes(CXMLWorkData* lpNode)
+{
+    for (int r = 0; r < m_rows.size(); ++r) {
+        for (ZOR_FormBinding::Row row : m_rows[r].bind.rows()) {
+            QString qsValue;
+            row.attr += QByteArray::number(r + 1);
+            if (lpNode)
+                lpNode->readString(row.attr.constData(), QString(), qsValue);
+            ZOR_FormBinding::showValue(row, qsValue);
+        }
+    }
+}
+
+void ZOR_RowBuilder::writeAttributes(CXMLWorkData* lpNode) const
+{
+    if (!lpNode)
+        return;
+    for (int r = 0; r < m_rows.size(); ++r) {
+        for (const ZOR_FormBinding::Row& row : m_rows[r].bind.rows())
+            lpNode->writeString((row.attr + QByteArray::number(r + 1)).constData(), ZOR_FormBinding::storedValue(row));
+    }
 }

@@ -82,6 +82,11 @@ public:
     // Node names: qsWord + row number + qsTail ("FS" -> FS1, FS2 ...).
     void readNodes(CXMLWorkData* lpParent, const QString& qsWord, const QString& qsTail = QString());
     void writeNodes(CXMLWorkData* lpParent, const QString& qsWord, const QString& qsTail = QString()) const;
+    // Lists kept in one node, each row's attributes numbered by the row
+    // (column "oc" -> oc1, oc2 ...), written row by row. A null node reads
+    // the defaults; the caller writes the node's parameters.
+    void readAttributes(CXMLWorkData* lpNode);
+    void writeAttributes(CXMLWorkData* lpNode) const;
 
 private:
     struct BuiltRow {
