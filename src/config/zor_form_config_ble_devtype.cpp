@@ -59,6 +59,7 @@ void ZOR_Form_Config_Ble_DevType::buildPage(const Layout& layout)
         m_models.addText(QString::number(i), layout.models[i]);
     auto form = new QFormLayout(this);
     form->setContentsMargins(4, 4, 4, 4);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     auto addRow = [this, form](const QString& qsKey, QWidget* lpField) {
         auto label = new QLabel(this);
         m_labels.append({label, qsKey});

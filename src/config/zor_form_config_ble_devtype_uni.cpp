@@ -33,6 +33,11 @@ QString axisCaption(const char* lpAxis)
     return QStringLiteral("%1 %2").arg(qsText, QLatin1String(lpAxis));
 }
 
+void fitTypeByte(QWidget* lpEdit)
+{
+    lpEdit->setMaximumWidth(lpEdit->fontMetrics().horizontalAdvance(QStringLiteral("WWWW")));
+}
+
 // A stored group as the row would show it (strtol, clamped to the spin box).
 int storedGroup(CXMLWorkData* lpNode, bool* lpPresent)
 {
@@ -104,7 +109,10 @@ void ZOR_Form_Config_Ble_DevType_Uni::buildRows()
     box->addLayout(condGrid);
     m_cond.build(condGrid, nConditions, [](int n) { return zorTr(QStringLiteral("cfgble_025")).arg(n); }, 1,
                  [](int nIndex, QVector<QWidget*>& widgets) {
-                     static_cast<QLineEdit*>(widgets[CondMask])->setMaxLength(kMaskLength);
+                     fitTypeByte(widgets[CondType]);
+                     auto mask = static_cast<QLineEdit*>(widgets[CondMask]);
+                     mask->setMaxLength(kMaskLength);
+                     mask->setMinimumWidth(mask->fontMetrics().horizontalAdvance(QString(kMaskLength, QLatin1Char('W'))) / 2);
                      // The first condition always compares with the first operator.
                      if (nIndex == 0)
                          widgets[CondOper]->setVisible(false);
@@ -112,7 +120,10 @@ void ZOR_Form_Config_Ble_DevType_Uni::buildRows()
     addTitle("cfgble_011");
     auto prmGrid = new QGridLayout;
     box->addLayout(prmGrid);
-    m_prm.build(prmGrid, nParams, [](int n) { return zorTr(QStringLiteral("cfgble_026")).arg(n); });
+    m_prm.build(prmGrid, nParams, [](int n) { return zorTr(QStringLiteral("cfgble_026")).arg(n); }, 1,
+                [](int, QVector<QWidget*>& widgets) { fitTypeByte(widgets[PrmType]); });
+    condGrid->setColumnStretch(CondMask + 1, 1);
+    prmGrid->setColumnStretch(PrmShift + 1, 1);
     box->addStretch();
     for (int r = 0; r < nConditions; ++r)
         connectRow(m_cond, r, false);

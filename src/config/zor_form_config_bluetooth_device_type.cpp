@@ -176,7 +176,14 @@ ZOR_Form_Config_Ble_DevType* ZOR_Form_Config_Bluetooth_Device_Type::page(BLUETOO
 
 void ZOR_Form_Config_Bluetooth_Device_Type::showBluetoothSensorType(BLUETOOTH_DEVICE_TYPE type)
 {
-    m_lpStack->setCurrentIndex(checkedType(type));
+    const int nShow = checkedType(type);
+    // A stack is as large as its largest page; only the shown one may count,
+    // or every slot would be as wide as the universal sensor.
+    for (int i = 0; i < m_lpStack->count(); ++i)
+        m_lpStack->widget(i)->setSizePolicy(i == nShow ? QSizePolicy::Preferred : QSizePolicy::Ignored,
+                                            i == nShow ? QSizePolicy::Preferred : QSizePolicy::Ignored);
+    m_lpStack->setCurrentIndex(nShow);
+    m_lpStack->adjustSize();
 }
 
 void ZOR_Form_Config_Bluetooth_Device_Type::slot_currentIndexChanged_DeviceType(int)
