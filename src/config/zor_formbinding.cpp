@@ -27,6 +27,23 @@ int hexToInt(const QString& qsValue, bool* lpOk)
     return int(n);
 }
 
+QString upperHex(uint n, int nDigits)
+{
+    return QStringLiteral("%1").arg(n, nDigits, 16, QLatin1Char('0')).toUpper();
+}
+
+// The value of an upper-case hex row, or its default when the text is not
+// hexadecimal or too wide for the row.
+uint upperHexValue(const QString& qsValue, const QString& qsDefault, int nDigits)
+{
+    const quint64 nMax = nDigits >= 8 ? 0xFFFFFFFFull : (quint64(1) << (4 * nDigits)) - 1;
+    bool ok = false;
+    const quint64 n = qsValue.trimmed().toULongLong(&ok, 16);
+    if (ok && n <= nMax)
+        return uint(n);
+    return qsDefault.toUInt(nullptr, 16);
+}
+
 } // namespace
 
 int ZOR_FormBinding::intValue(const QString& qsValue)
@@ -78,6 +95,11 @@ ZOR_FormBinding& ZOR_FormBinding::custom(const char* lpAttr, QWidget* lpWidget, 
     return append(std::move(row));
 }
 
+ZOR_FormBinding& ZOR_FormBinding::hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits)
+{
+    return append({lpAttr, lpEdit, HexUpper, upperHex(uint(nDefault), nDigits), nullptr, nDigits, {}, {}});
+}
+
 QString ZOR_FormBinding::storedValue(const Row& row)
 {
     switch (row.kind) {
@@ -98,6 +120,9 @@ QString ZOR_FormBinding::storedValue(const Row& row)
         const int n = hexToInt(static_cast<QLineEdit*>(row.lpWidget)->text(), &ok);
         return QStringLiteral("%1").arg(uint(ok ? n : 0), row.nDigits, 16, QLatin1Char('0'));
     }
+    case HexUpper:
+        return upperHex(upperHexValue(static_cast<QLineEdit*>(row.lpWidget)->text(), row.qsDefault, row.nDigits),
+                        row.nDigits);
     case Custom:
         return row.store ? row.store() : row.qsDefault;
     }
@@ -134,6 +159,9 @@ void ZOR_FormBinding::showValue(const Row& row, const QString& qsValue)
             QStringLiteral("%1").arg(uint(ok ? n : 0), row.nDigits, 16, QLatin1Char('0')));
         break;
     }
+    case HexUpper:
+        static_cast<QLineEdit*>(row.lpWidget)->setText(upperHex(upperHexValue(v, row.qsDefault, row.nDigits), row.nDigits));
+        break;
     case Custom:
         if (row.show)
             row.show(v);

@@ -36,7 +36,7 @@ class QWidget;
 class ZOR_FormBinding
 {
 public:
-    enum Kind { Check, Integer, Text, Caption, Index, Hex, Custom };
+    enum Kind { Check, Integer, Text, Caption, Index, Hex, Custom, HexUpper };
 
     struct Row {
         QByteArray attr;
@@ -60,6 +60,10 @@ public:
     // Lower-case hexadecimal text of at least nDigits digits; text that is
     // not hexadecimal loads as 0.
     ZOR_FormBinding& hex(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits);
+    // Upper-case hexadecimal text of exactly nDigits digits (type bytes:
+    // "0A"); text that is not hexadecimal or does not fit nDigits digits
+    // loads nDefault.
+    ZOR_FormBinding& hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits);
     // A value the form converts itself (a timer stored in seconds and shown
     // in minutes, a value spread over two widgets): store gives the stored
     // text, show gets the stored text (the default when absent or empty).

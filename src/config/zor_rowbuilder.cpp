@@ -33,33 +33,40 @@ void ZOR_RowBuilder::build(QGridLayout* lpGrid, int nRows, RowCaption caption, i
         BuiltRow& row = m_rows[r];
         for (int c = 0; c < m_columns.size(); ++c) {
             const Column& col = m_columns[c];
+            // Widgets of unstored columns go into a scratch binding.
+            ZOR_FormBinding unstored;
+            ZOR_FormBinding& bind = col.lpAttr ? row.bind : unstored;
             QWidget* w = nullptr;
             switch (col.kind) {
             case Check: {
                 auto box = new QCheckBox(parent);
-                row.bind.check(col.lpAttr, box, col.qsDefault.toInt() != 0);
+                bind.check(col.lpAttr, box, col.qsDefault.toInt() != 0);
                 w = box;
                 break;
             }
             case Integer: {
                 auto spin = new QSpinBox(parent);
                 spin->setRange(col.nMin, col.nMax);
-                row.bind.integer(col.lpAttr, spin, col.qsDefault.toInt());
+                bind.integer(col.lpAttr, spin, col.qsDefault.toInt());
                 w = spin;
                 break;
             }
             case Text: {
                 auto edit = new QLineEdit(parent);
-                row.bind.text(col.lpAttr, edit, col.qsDefault);
+                bind.text(col.lpAttr, edit, col.qsDefault);
                 w = edit;
                 break;
             }
-            case Hex: {
+            case Hex:
+            case HexUpper: {
                 auto edit = new QLineEdit(parent);
                 const int nDigits = qMax(1, col.nMax);
                 edit->setValidator(new QRegularExpressionValidator(
                     QRegularExpression(QStringLiteral("[0-9a-fA-F]{0,%1}").arg(nDigits)), edit));
-                row.bind.hex(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
+                if (col.kind == Hex)
+                    bind.hex(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
+                else
+                    bind.hexUpper(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
                 w = edit;
                 break;
             }
@@ -69,9 +76,9 @@ void ZOR_RowBuilder::build(QGridLayout* lpGrid, int nRows, RowCaption caption, i
                 if (col.lpList)
                     col.lpList->fill(box);
                 if (col.kind == Caption)
-                    row.bind.caption(col.lpAttr, box, col.lpList, col.qsDefault);
+                    bind.caption(col.lpAttr, box, col.lpList, col.qsDefault);
                 else
-                    row.bind.index(col.lpAttr, box, col.qsDefault.toInt());
+                    bind.index(col.lpAttr, box, col.qsDefault.toInt());
                 w = box;
                 break;
             }

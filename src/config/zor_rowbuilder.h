@@ -16,7 +16,8 @@
 //   rows.readNodes(root, "FS");
 //
 // Rows are numbered from 1 in names and captions and indexed from 0 in
-// calls. A hook may adjust a row's widgets after they are built (a range
+// calls. A column without an attribute is shown but not stored (a row's
+// own on/off switch). A hook may adjust a row's widgets after they are built (a range
 // that differs per row, a tooltip).
 
 #include "config/zor_formbinding.h"
@@ -41,6 +42,7 @@ public:
         Caption = ZOR_FormBinding::Caption,
         Index = ZOR_FormBinding::Index,
         Hex = ZOR_FormBinding::Hex,
+        HexUpper = ZOR_FormBinding::HexUpper,
         Label = 100,       // the row's caption, not stored
     };
 
