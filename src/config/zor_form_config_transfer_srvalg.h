@@ -18,7 +18,8 @@
 //
 // Data states ("cnctH" 0..2, "cnctR" 0..4): 0 off, 1 always connected,
 // 2 connect periodically, 3 one message per period (roaming), 4 alarm
-// messages only (roaming). An unknown caption is saved as 0. The states of
+// messages only (roaming). An unknown caption is saved as 0; an unknown
+// stored state loads the default of its table row. The states of
 // the SIM cards in use switch the server settings the way they matter:
 //   - ping period and "telemetry instead of ping": some SIM is always
 //     connected (home or roaming);

@@ -1,6 +1,7 @@
 #include "config/zor_operatorcoderows.h"
 
 #include <QEvent>
+#include <QGridLayout>
 #include <QLabel>
 #include <QSpinBox>
 
@@ -22,6 +23,9 @@ void ZOR_OperatorCodeRows::build(QGridLayout* lpGrid)
                      spin->setMinimumWidth(90);
                      spin->installEventFilter(this);
                  });
+    // Keeps the number beside its code however wide the dialog is.
+    if (lpGrid)
+        lpGrid->setColumnStretch(2, 1);
     setCurrentRow(0);
 }
 
