@@ -27,7 +27,29 @@ int hexToInt(const QString& qsValue, bool* lpOk)
     return int(n);
 }
 
+QString upperHex(uint n, int nDigits)
+{
+    return QStringLiteral("%1").arg(n, nDigits, 16, QLatin1Char('0')).toUpper();
+}
+
+// The value of an upper-case hex row, or its default when the text is not
+// hexadecimal or too wide for the row.
+uint upperHexValue(const QString& qsValue, const QString& qsDefault, int nDigits)
+{
+    const quint64 nMax = nDigits >= 8 ? 0xFFFFFFFFull : (quint64(1) << (4 * nDigits)) - 1;
+    bool ok = false;
+    const quint64 n = qsValue.trimmed().toULongLong(&ok, 16);
+    if (ok && n <= nMax)
+        return uint(n);
+    return qsDefault.toUInt(nullptr, 16);
+}
+
 } // namespace
+
+int ZOR_FormBinding::intValue(const QString& qsValue)
+{
+    return toInt(qsValue);
+}
 
 ZOR_FormBinding& ZOR_FormBinding::append(Row row)
 {
@@ -37,33 +59,45 @@ ZOR_FormBinding& ZOR_FormBinding::append(Row row)
 
 ZOR_FormBinding& ZOR_FormBinding::check(const char* lpAttr, QAbstractButton* lpBox, bool bDefault)
 {
-    return append({lpAttr, lpBox, Check, bDefault ? QStringLiteral("1") : QStringLiteral("0"), nullptr, 0});
+    return append({lpAttr, lpBox, Check, bDefault ? QStringLiteral("1") : QStringLiteral("0"), nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::integer(const char* lpAttr, QSpinBox* lpSpin, int nDefault)
 {
-    return append({lpAttr, lpSpin, Integer, QString::number(nDefault), nullptr, 0});
+    return append({lpAttr, lpSpin, Integer, QString::number(nDefault), nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::text(const char* lpAttr, QLineEdit* lpEdit, const QString& qsDefault)
 {
-    return append({lpAttr, lpEdit, Text, qsDefault.isNull() ? QStringLiteral("") : qsDefault, nullptr, 0});
+    return append({lpAttr, lpEdit, Text, qsDefault.isNull() ? QStringLiteral("") : qsDefault, nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::caption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
                                           const QString& qsDefault)
 {
-    return append({lpAttr, lpBox, Caption, qsDefault, lpList, 0});
+    return append({lpAttr, lpBox, Caption, qsDefault, lpList, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::index(const char* lpAttr, QComboBox* lpBox, int nDefault)
 {
-    return append({lpAttr, lpBox, Index, QString::number(nDefault), nullptr, 0});
+    return append({lpAttr, lpBox, Index, QString::number(nDefault), nullptr, 0, {}, {}});
 }
 
 ZOR_FormBinding& ZOR_FormBinding::hex(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits)
 {
-    return append({lpAttr, lpEdit, Hex, QString::number(uint(nDefault), 16), nullptr, nDigits});
+    return append({lpAttr, lpEdit, Hex, QString::number(uint(nDefault), 16), nullptr, nDigits, {}, {}});
+}
+
+ZOR_FormBinding& ZOR_FormBinding::custom(const char* lpAttr, QWidget* lpWidget, const QString& qsDefault,
+                                         std::function<QString()> store, std::function<void(const QString&)> show)
+{
+    Row row{lpAttr, lpWidget, Custom, qsDefault, nullptr, 0, std::move(store), std::move(show)};
+    return append(std::move(row));
+}
+
+ZOR_FormBinding& ZOR_FormBinding::hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits)
+{
+    return append({lpAttr, lpEdit, HexUpper, upperHex(uint(nDefault), nDigits), nullptr, nDigits, {}, {}});
 }
 
 QString ZOR_FormBinding::storedValue(const Row& row)
@@ -86,6 +120,11 @@ QString ZOR_FormBinding::storedValue(const Row& row)
         const int n = hexToInt(static_cast<QLineEdit*>(row.lpWidget)->text(), &ok);
         return QStringLiteral("%1").arg(uint(ok ? n : 0), row.nDigits, 16, QLatin1Char('0'));
     }
+    case HexUpper:
+        return upperHex(upperHexValue(static_cast<QLineEdit*>(row.lpWidget)->text(), row.qsDefault, row.nDigits),
+                        row.nDigits);
+    case Custom:
+        return row.store ? row.store() : row.qsDefault;
     }
     return QString();
 }
@@ -120,6 +159,13 @@ void ZOR_FormBinding::showValue(const Row& row, const QString& qsValue)
             QStringLiteral("%1").arg(uint(ok ? n : 0), row.nDigits, 16, QLatin1Char('0')));
         break;
     }
+    case HexUpper:
+        static_cast<QLineEdit*>(row.lpWidget)->setText(upperHex(upperHexValue(v, row.qsDefault, row.nDigits), row.nDigits));
+        break;
+    case Custom:
+        if (row.show)
+            row.show(v);
+        break;
     }
 }
 

@@ -24,6 +24,8 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
+
 class CXMLWorkData;
 class QAbstractButton;
 class QComboBox;
@@ -34,7 +36,7 @@ class QWidget;
 class ZOR_FormBinding
 {
 public:
-    enum Kind { Check, Integer, Text, Caption, Index, Hex };
+    enum Kind { Check, Integer, Text, Caption, Index, Hex, Custom, HexUpper };
 
     struct Row {
         QByteArray attr;
@@ -43,6 +45,8 @@ public:
         QString qsDefault;
         const ZOR_CaptionList* lpList = nullptr;  // Caption
         int nDigits = 0;                          // Hex: minimum digits
+        std::function<QString()> store;           // Custom
+        std::function<void(const QString&)> show; // Custom
     };
 
     ZOR_FormBinding& check(const char* lpAttr, QAbstractButton* lpBox, bool bDefault);
@@ -56,6 +60,20 @@ public:
     // Lower-case hexadecimal text of at least nDigits digits; text that is
     // not hexadecimal loads as 0.
     ZOR_FormBinding& hex(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits);
+    // Upper-case hexadecimal text of exactly nDigits digits (type bytes:
+    // "0A"); text that is not hexadecimal or does not fit nDigits digits
+    // loads nDefault.
+    ZOR_FormBinding& hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits);
+    // A value the form converts itself (a timer stored in seconds and shown
+    // in minutes, a value spread over two widgets): store gives the stored
+    // text, show gets the stored text (the default when absent or empty).
+    // lpWidget is what setEnabled() switches.
+    ZOR_FormBinding& custom(const char* lpAttr, QWidget* lpWidget, const QString& qsDefault,
+                            std::function<QString()> store, std::function<void(const QString&)> show);
+
+    // A stored number as every row reads it: strtol semantics saturated to
+    // int ("12abc" is 12, "abc" 0).
+    static int intValue(const QString& qsValue);
 
     const QVector<Row>& rows() const { return m_rows; }
     void clear() { m_rows.clear(); }

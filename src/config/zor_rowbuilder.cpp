@@ -1,6 +1,7 @@
 #include "config/zor_rowbuilder.h"
 
 #include "module/zor_language.h"
+#include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
 
 #include <QCheckBox>
@@ -32,33 +33,40 @@ void ZOR_RowBuilder::build(QGridLayout* lpGrid, int nRows, RowCaption caption, i
         BuiltRow& row = m_rows[r];
         for (int c = 0; c < m_columns.size(); ++c) {
             const Column& col = m_columns[c];
+            // Widgets of unstored columns go into a scratch binding.
+            ZOR_FormBinding unstored;
+            ZOR_FormBinding& bind = col.lpAttr ? row.bind : unstored;
             QWidget* w = nullptr;
             switch (col.kind) {
             case Check: {
                 auto box = new QCheckBox(parent);
-                row.bind.check(col.lpAttr, box, col.qsDefault.toInt() != 0);
+                bind.check(col.lpAttr, box, col.qsDefault.toInt() != 0);
                 w = box;
                 break;
             }
             case Integer: {
                 auto spin = new QSpinBox(parent);
                 spin->setRange(col.nMin, col.nMax);
-                row.bind.integer(col.lpAttr, spin, col.qsDefault.toInt());
+                bind.integer(col.lpAttr, spin, col.qsDefault.toInt());
                 w = spin;
                 break;
             }
             case Text: {
                 auto edit = new QLineEdit(parent);
-                row.bind.text(col.lpAttr, edit, col.qsDefault);
+                bind.text(col.lpAttr, edit, col.qsDefault);
                 w = edit;
                 break;
             }
-            case Hex: {
+            case Hex:
+            case HexUpper: {
                 auto edit = new QLineEdit(parent);
                 const int nDigits = qMax(1, col.nMax);
                 edit->setValidator(new QRegularExpressionValidator(
                     QRegularExpression(QStringLiteral("[0-9a-fA-F]{0,%1}").arg(nDigits)), edit));
-                row.bind.hex(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
+                if (col.kind == Hex)
+                    bind.hex(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
+                else
+                    bind.hexUpper(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
                 w = edit;
                 break;
             }
@@ -68,9 +76,9 @@ void ZOR_RowBuilder::build(QGridLayout* lpGrid, int nRows, RowCaption caption, i
                 if (col.lpList)
                     col.lpList->fill(box);
                 if (col.kind == Caption)
-                    row.bind.caption(col.lpAttr, box, col.lpList, col.qsDefault);
+                    bind.caption(col.lpAttr, box, col.lpList, col.qsDefault);
                 else
-                    row.bind.index(col.lpAttr, box, col.qsDefault.toInt());
+                    bind.index(col.lpAttr, box, col.qsDefault.toInt());
                 w = box;
                 break;
             }
@@ -127,4 +135,27 @@ void ZOR_RowBuilder::writeNodes(CXMLWorkData* lpParent, const QString& qsWord, c
 {
     for (int r = 0; r < m_rows.size(); ++r)
         m_rows[r].bind.writeNode(lpParent, ZOR_SettingsNode::name(qsWord, r + 1, qsTail));
+}
+
+void ZOR_RowBuilder::readAttributes(CXMLWorkData* lpNode)
+{
+    for (int r = 0; r < m_rows.size(); ++r) {
+        for (ZOR_FormBinding::Row row : m_rows[r].bind.rows()) {
+            QString qsValue;
+            row.attr += QByteArray::number(r + 1);
+            if (lpNode)
+                lpNode->readString(row.attr.constData(), QString(), qsValue);
+            ZOR_FormBinding::showValue(row, qsValue);
+        }
+    }
+}
+
+void ZOR_RowBuilder::writeAttributes(CXMLWorkData* lpNode) const
+{
+    if (!lpNode)
+        return;
+    for (int r = 0; r < m_rows.size(); ++r) {
+        for (const ZOR_FormBinding::Row& row : m_rows[r].bind.rows())
+            lpNode->writeString((row.attr + QByteArray::number(r + 1)).constData(), ZOR_FormBinding::storedValue(row));
+    }
 }

@@ -16,7 +16,8 @@
 //   rows.readNodes(root, "FS");
 //
 // Rows are numbered from 1 in names and captions and indexed from 0 in
-// calls. A hook may adjust a row's widgets after they are built (a range
+// calls. A column without an attribute is shown but not stored (a row's
+// own on/off switch). A hook may adjust a row's widgets after they are built (a range
 // that differs per row, a tooltip).
 
 #include "config/zor_formbinding.h"
@@ -41,6 +42,7 @@ public:
         Caption = ZOR_FormBinding::Caption,
         Index = ZOR_FormBinding::Index,
         Hex = ZOR_FormBinding::Hex,
+        HexUpper = ZOR_FormBinding::HexUpper,
         Label = 100,       // the row's caption, not stored
     };
 
@@ -80,6 +82,11 @@ public:
     // Node names: qsWord + row number + qsTail ("FS" -> FS1, FS2 ...).
     void readNodes(CXMLWorkData* lpParent, const QString& qsWord, const QString& qsTail = QString());
     void writeNodes(CXMLWorkData* lpParent, const QString& qsWord, const QString& qsTail = QString()) const;
+    // Lists kept in one node, each row's attributes numbered by the row
+    // (column "oc" -> oc1, oc2 ...), written row by row. A null node reads
+    // the defaults; the caller writes the node's parameters.
+    void readAttributes(CXMLWorkData* lpNode);
+    void writeAttributes(CXMLWorkData* lpNode) const;
 
 private:
     struct BuiltRow {
