@@ -138,11 +138,12 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::translateForm()
     }
     if (auto* lpHint = findChild<QLabel*>(QStringLiteral("label_UserHint")))
         lpHint->setText(zorTr(QStringLiteral("cfgkt_064")));
-    // The catalogue keeps captions of the language it was built in.
-    if (m_lpCatalogue->property("zor_language").toString() != ZOR_Language::instance().language()) {
-        if (m_lpCatalogue->property("zor_language").isValid())
+    // The catalogue keeps the captions of the language it was built in.
+    const QString qsLanguage = ZOR_Language::instance().language();
+    if (qsLanguage != m_qsCatalogueLanguage) {
+        if (!m_qsCatalogueLanguage.isNull())
             m_lpCatalogue->translateClass();
-        m_lpCatalogue->setProperty("zor_language", ZOR_Language::instance().language());
+        m_qsCatalogueLanguage = qsLanguage;
         rebuildModels();
     }
 }

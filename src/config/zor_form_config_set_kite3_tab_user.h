@@ -81,6 +81,7 @@ private:
     void slot_Withdrawn(const ZOR_UserParamEntry& entry);
 
     ZOR_UserParams* m_lpCatalogue;
+    QString m_qsCatalogueLanguage;
     QVector<ZOR_UserParamEntry> m_catalogue;
     ZOR_UserParamRegistry* m_lpRegistry = nullptr;
     QVector<Slot> m_slots;
