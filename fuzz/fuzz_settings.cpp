@@ -1,6 +1,8 @@
 // Arbitrary bytes as a settings document: open through the memory-buffer
 // entry point, walk every element with cursors reading every parameter,
-// change a value, render, and read the rendering back.
+// change values (with names and texts taken from the document itself), and
+// render. Whatever the store agrees to render must read back and render
+// again; a refusal must leave a reason.
 
 #include "store/cserialize.h"
 #include "store/cxmltagv2.h"
@@ -8,6 +10,8 @@
 
 #include <cstddef>
 #include <cstdint>
+
+#include <QByteArray>
 
 namespace {
 
@@ -35,6 +39,11 @@ void walk(CXMLWorkData* cursor, int depth)
         cursor->writeInteger("fuzz", depth);
         cursor->writeParameters();
         cursor->writeStringZOR(QStringLiteral("text"), text);
+        // Texts of the document used as names: most are no XML names.
+        if (!text.isEmpty() && tag) {
+            tag->setTagValue(text, text);
+            tag->addTagNode(text.left(8), text);
+        }
     } else if (depth == 2) {
         // A cursor left on a cleared subtree must drop its writes.
         CXMLWorkData* first = cursor->getFirstNode(names.value(0));
@@ -61,9 +70,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     coreSzMemo out{nullptr, 0, nullptr};
     if (zor_GetSZMemo(doc, &out)) {
-        coreSzMemo again{out.lpData, out.nSize, nullptr};
-        if (zor_StartSZMemo(&again))
-            zor_StopSZMemo(again.lpSerialize);
+        const QByteArray saved(out.lpData, out.nSize);
+        coreSzMemo again{saved.constData(), saved.size(), nullptr};
+        if (!zor_StartSZMemo(&again))
+            __builtin_trap();   // the store rendered what it cannot read
+        coreSzMemo twice{nullptr, 0, nullptr};
+        if (!zor_GetSZMemo(again.lpSerialize, &twice))
+            __builtin_trap();   // what was saved once cannot be saved again
+        zor_StopSZMemo(again.lpSerialize);
+    } else if (doc->errorString().isEmpty()) {
+        __builtin_trap();       // refused without a reason
     }
     zor_StopSZMemo(doc);
     return 0;

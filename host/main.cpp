@@ -2,6 +2,7 @@
 // name, shows its menu entry and connects it to a terminal: the simulated
 // one by default, or a serial port.
 
+#include "zor_config_window.h"
 #include "zor_host_demo.h"
 #include "zor_host_module.h"
 #include "zor_host_window.h"
@@ -38,12 +39,15 @@ struct Options {
     QCommandLineOption screenshot{QStringLiteral("screenshot"),
                                   QStringLiteral("Run the demo and save a picture of the host with the console."),
                                   QStringLiteral("file")};
+    QCommandLineOption screenshotConfig{QStringLiteral("screenshot-config"),
+                                        QStringLiteral("Save a picture of the configuration window on a new document."),
+                                        QStringLiteral("file")};
 
     void addTo(QCommandLineParser& parser) const
     {
         parser.setApplicationDescription(QStringLiteral("Reference host of the ZOR_Commands module."));
         parser.addHelpOption();
-        parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot});
+        parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig});
     }
 };
 
@@ -72,7 +76,8 @@ int main(int argc, char** argv)
     options.library.setDefaultValue(QApplication::applicationDirPath() + QStringLiteral("/libZOR_Commands.so"));
     options.addTo(parser);
     parser.process(app);
-    const bool bScripted = parser.isSet(options.demo) || parser.isSet(options.screenshot);
+    const bool bScripted = parser.isSet(options.demo) || parser.isSet(options.screenshot)
+        || parser.isSet(options.screenshotConfig);
 
     app.setProperty("zor_programLanguage", parser.value(options.language));
     ZOR_HostModule module;
@@ -94,6 +99,8 @@ int main(int argc, char** argv)
     }
     if (!bScripted)
         return app.exec();
+    if (parser.isSet(options.screenshotConfig))
+        return window.openConfigWindow()->saveScreenshot(parser.value(options.screenshotConfig)) ? 0 : 1;
 
     ZOR_HostDemo script(&module, &window, parser.value(options.screenshot));
     QObject::connect(&script, &ZOR_HostDemo::signal_Finished, &app, &QCoreApplication::exit);

@@ -1,6 +1,7 @@
 #include "zor_host_window.h"
 #include "ui_zor_host_window.h"
 
+#include "zor_config_window.h"
 #include "zor_dialog_serialport.h"
 #include "zor_host_module.h"
 #include "zor_terminal_link_serial.h"
@@ -36,6 +37,7 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
     connect(ui->action_Serial, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Serial);
     connect(ui->action_Disconnect, &QAction::triggered, lpModule, &ZOR_HostModule::disconnectLink);
     connect(ui->action_Quit, &QAction::triggered, this, &QWidget::close);
+    connect(ui->action_Config, &QAction::triggered, this, &ZOR_HostWindow::openConfigWindow);
     connect(ui->action_Dialect, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Dialect);
     connect(ui->action_Ussd, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Ussd);
 
@@ -61,8 +63,21 @@ bool ZOR_HostWindow::connectTerminal(const QString& qsLink)
     return m_lpModule->connectLink(lpLink);
 }
 
+ZOR_ConfigWindow* ZOR_HostWindow::openConfigWindow()
+{
+    if (!m_lpConfig)
+        m_lpConfig = new ZOR_ConfigWindow(m_lpModule, this);
+    m_lpConfig->show();
+    m_lpConfig->raise();
+    return m_lpConfig;
+}
+
 void ZOR_HostWindow::closeEvent(QCloseEvent* event)
 {
+    if (m_lpConfig && !m_lpConfig->close()) {
+        event->ignore();
+        return;
+    }
     m_lpModule->closeWindows();
     event->accept();
 }

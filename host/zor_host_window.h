@@ -5,11 +5,13 @@
 // link logic lives in the module object; this class only asks the user.
 
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
 
 namespace Ui {
 class ZOR_HostWindow;
 }
+class ZOR_ConfigWindow;
 class ZOR_HostModule;
 
 class ZOR_HostWindow : public QMainWindow
@@ -22,6 +24,8 @@ public:
     // "simulator", "serial:PORT" or "serial:PORT:BAUD"; false when the text
     // is malformed or the link did not open (the status bar says why).
     bool connectTerminal(const QString& qsLink);
+    // The configuration window ("Settings" menu), created on first use and shown.
+    ZOR_ConfigWindow* openConfigWindow();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -33,6 +37,7 @@ private:
 
     std::unique_ptr<Ui::ZOR_HostWindow> ui;
     ZOR_HostModule* m_lpModule;
+    QPointer<ZOR_ConfigWindow> m_lpConfig;
 };
 
 #endif

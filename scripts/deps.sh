@@ -10,6 +10,11 @@ packages=(
 if [ "${ZOR_WITH_CLANG:-0}" = 1 ]; then
   packages+=(clang libclang-rt-14-dev)
 fi
+# Extra packages a script needs beyond the build (coverage: gcovr).
+if [ -n "${ZOR_EXTRA_PACKAGES:-}" ]; then
+  read -r -a extra <<< "$ZOR_EXTRA_PACKAGES"
+  packages+=("${extra[@]}")
+fi
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -50,8 +50,33 @@ expect "unframe truncated header" 1 "" "truncated frame" -- unframe 405a4f52
 expect "unframe signature" 1 "" "wrong signature" -- unframe 415a4f520000000001000000030043462a3f56
 expect "unframe header checksum" 1 "" "bad header checksum" -- unframe 405a4f520000000001000000030043472a3f56
 expect "unframe length past end" 1 "" "length past the end" -- unframe 405a4f520000000001000000030043462a3f
-expect "unframe trailing bytes" 1 "" "bytes after the data" -- unframe ${frame}00
+expect "unframe trailing bytes" 1 "text: *?V" "1 bytes after the data of frame 1, at offset 19" -- unframe ${frame}00
 expect "unframe data checksum" 1 "" "bad data checksum" -- unframe 405a4f520000000001000000030043462a3f57
 expect "unframe --help" 0 "HEX" "" -- unframe --help
+
+# Pipes: "-" is standard input, as hex or as raw bytes.
+pipe() { # DESCRIPTION EXPECTED-STDOUT COMMAND...
+  local what=$1 want=$2; shift 2
+  local got; got=$(bash -c "$*" 2>&1); local rc=$?
+  if [ "$rc" = 0 ] && [ "$got" = "$want" ]; then echo "ok   $what"; else
+    echo "FAIL $what (exit $rc)"; echo "$got" | sed 's/^/  got: /'; failed=1; fi
+}
+pipe "frame | unframe -" "$(printf 'text: *?V\nhex: 2a3f56')" "'$tool' frame '*?V' | '$tool' unframe -"
+pipe "frame --raw | unframe -" "$(printf 'text: *?V\nhex: 2a3f56')" "'$tool' frame --raw '*?V' | '$tool' unframe -"
+pipe "frame --raw is the bytes" "$frame" "'$tool' frame --raw '*?V' | od -An -tx1 -v | tr -d ' \n'"
+pipe "two frames back to back" \
+  "$(printf 'frame 1 at offset 0\ntext: *?V\nhex: 2a3f56\nframe 2 at offset 19\ntext: *?V\nhex: 2a3f56')" \
+  "{ '$tool' frame --raw '*?V'; '$tool' frame --raw '*?V'; } | '$tool' unframe -"
+pipe "crc32 of standard input" cbf43926 "printf 123456789 | '$tool' crc32 --file -"
+pipe "hex from standard input" 29b1 "echo 31323334 35363738 39 | '$tool' crc16 -"
+expect "hex with 0x and colons" 0 cbf43926 "" -- crc32 "0x31:0x32:33 34:35:36:37:38:39"
+expect "a colon cutting a byte" 2 "" "malformed hex" -- crc32 3:1
+if [ -w /dev/full ]; then
+  "$tool" frame '*?V' >/dev/full 2>"$tmp/err"; rc=$?
+  if [ $rc = 1 ] && grep -q "standard output" "$tmp/err"; then echo "ok   full standard output exits 1"; else
+    echo "FAIL full standard output (exit $rc)"; failed=1; fi
+fi
+expect "--version of the program" 0 "zor-tool " "" -- --version
+expect "--help-all works as --help" 0 "--payload" "" -- frame --help-all
 
 exit $failed

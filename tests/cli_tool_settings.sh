@@ -15,7 +15,8 @@ cp "$DATA/store/settings.xml" "$WORK/cfg.xml"
 
 [ "$("$TOOL" settings get "$WORK/cfg.xml" USRPRMS/MDBSPRM1 addr)" = "1" ] || fail "get addr before set"
 
-"$TOOL" settings set "$WORK/cfg.xml" USRPRMS/MDBSPRM1 addr 7 || fail "set exit code $?"
+"$TOOL" settings set "$WORK/cfg.xml" USRPRMS/MDBSPRM1 addr 7 2> "$WORK/err.txt" || fail "set exit code $?"
+[ ! -s "$WORK/err.txt" ] || fail "set said: $(cat "$WORK/err.txt")"
 sed 's/<MDBSPRM1 addr="1"/<MDBSPRM1 addr="7"/' "$DATA/store/settings.xml" > "$WORK/expected.xml"
 cmp "$WORK/cfg.xml" "$WORK/expected.xml" || fail "set changed more than the one value"
 [ "$("$TOOL" settings get "$WORK/cfg.xml" USRPRMS/MDBSPRM1 addr)" = "7" ] || fail "get addr after set"
@@ -48,6 +49,47 @@ done
 "$TOOL" settings get "$WORK/missing.xml" A a > /dev/null 2>&1
 [ $? -eq 2 ] || fail "unreadable file must exit 2"
 [ ! -e "$WORK/missing.xml" ] || fail "get created the missing file"
+
+# Element text, deleting, paths and JSON.
+cp "$DATA/store/settings.xml" "$WORK/cfg.xml"
+[ "$("$TOOL" settings get --text "$WORK/cfg.xml" USRPRMS/RATIO)" = "0.250000" ] || fail "get --text"
+"$TOOL" settings set --text "$WORK/cfg.xml" RATIO 0.5 || fail "set --text exit $?"
+sed 's|<RATIO>0.250000</RATIO>|<RATIO>0.5</RATIO>|' "$DATA/store/settings.xml" > "$WORK/expected.xml"
+cmp -s "$WORK/cfg.xml" "$WORK/expected.xml" || fail "set --text changed more than the text"
+"$TOOL" settings del "$WORK/cfg.xml" MDBSPRM2 || fail "del element exit $?"
+"$TOOL" settings del "$WORK/cfg.xml" MDBSPRM1 use || fail "del attribute exit $?"
+grep -q 'MDBSPRM2' "$WORK/cfg.xml" && fail "del left the element"
+grep -q '<MDBSPRM1 addr="1" type="4f" />' "$WORK/cfg.xml" || fail "del attribute"
+"$TOOL" settings del "$WORK/cfg.xml" MDBSPRM1 nope 2>/dev/null; [ $? -eq 1 ] || fail "del of a missing attribute must exit 1"
+[ "$("$TOOL" settings paths "$WORK/cfg.xml" | tr '\n' ' ')" = "USRPRMS USRPRMS/MDBSPRM1 USRPRMS/SIM1RULES USRPRMS/EMPTY USRPRMS/NOTE USRPRMS/RATIO USRPRMS/DEEP USRPRMS/DEEP/ROW USRPRMS/DEEP/ROW USRPRMS/COLOR " ] \
+    || fail "paths: $("$TOOL" settings paths "$WORK/cfg.xml" | tr '\n' ' ')"
+"$TOOL" settings dump --json "$WORK/cfg.xml" > "$WORK/dump.json" || fail "dump --json exit"
+python3 -c 'import json,sys; d=json.load(open(sys.argv[1])); assert d["name"]=="USRPRMS" and d["children"][0]["attributes"][0]=={"name":"addr","value":"1"}' "$WORK/dump.json" \
+    || fail "dump --json content"
+[ "$("$TOOL" settings get - SIM1RULES 'a b' < "$DATA/store/settings.xml")" = "<x>" ] || fail "get from standard input"
+
+# What would not read back is refused and the file stays as it was.
+cp "$DATA/store/settings.xml" "$WORK/cfg.xml"
+for args in "USRPRMS a?b 1" "USRPRMS/a[1] x 1" "RATIO/SUB y 2"; do
+    # shellcheck disable=SC2086
+    "$TOOL" settings set "$WORK/cfg.xml" $args 2> "$WORK/err.txt"
+    code=$?
+    [ $code -eq 1 ] || fail "set $args: exit $code"
+    cmp -s "$WORK/cfg.xml" "$DATA/store/settings.xml" || fail "set $args changed the file"
+    grep -q "not saved" "$WORK/err.txt" || fail "set $args: $(cat "$WORK/err.txt")"
+done
+
+# A UTF-8 document keeps its encoding ("тест" in UTF-8 bytes).
+printf '<?xml version="1.0" encoding="UTF-8"?>\n<R a="\xd1\x82\xd0\xb5\xd1\x81\xd1\x82" />\n' > "$WORK/u.xml"
+"$TOOL" settings set "$WORK/u.xml" R b 1 || fail "set on UTF-8 exit $?"
+printf '<?xml version="1.0" encoding="UTF-8"?>\n<R a="\xd1\x82\xd0\xb5\xd1\x81\xd1\x82" b="1" />\n' > "$WORK/u.expected"
+cmp -s "$WORK/u.xml" "$WORK/u.expected" || fail "UTF-8 document relabelled or changed"
+[ "$("$TOOL" settings get "$WORK/u.xml" R a)" = "тест" ] || fail "UTF-8 value read"
+
+# Comments cannot be kept: the change says so.
+printf '<?xml version="1.0"?>\n<R>\n<!-- keep me -->\n<?pi x?>\n</R>\n' > "$WORK/c.xml"
+"$TOOL" settings set "$WORK/c.xml" R a 1 2> "$WORK/err.txt" || fail "set with comment exit $?"
+grep -q "2 comment" "$WORK/err.txt" || fail "dropped comment not told: $(cat "$WORK/err.txt")"
 
 [ $failures -eq 0 ] && echo "all passed"
 exit $failures

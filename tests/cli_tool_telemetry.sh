@@ -123,6 +123,19 @@ run csv --version 3 --mask "$(ones 255)" --in "$tmp/big.bin" --out "$tmp/big.csv
 check "csv 100,000 records: exit 0" test "$rc" = 0
 check "csv 100,000 records: progress on stderr" grep -q '100%' "$tmp/err"
 check "csv 100,000 records: 100,001 lines" test "$(wc -l <"$tmp/big.csv")" = 100001
+run decode --protocol 3 --mask 1 --hex 2a000000 --json
+check "decode --protocol --json" python3 -c 'import json,sys; assert json.load(open(sys.argv[1])) == [{"number": 1, "name": "NumPage", "text": "42"}]' "$tmp/out"
+printf '\x2a\x00\x00\x00' | "$tool" decode --protocol 3 --mask 1 --file - >"$tmp/out" 2>&1
+check "decode from standard input" out_is '1;NumPage;42'
+
+# ---- log -------------------------------------------------------------------
+# A sent "*?V" frame, made by hand: Windows-1251 "Записано", CR line ends.
+printf '23.11.2026 07:30:00:123  \xc7\xe0\xef\xe8\xf1\xe0\xed\xee\r405a4f5200000000\r*?V\r\r--------------\r' >"$tmp/x.log"
+run log "$tmp/x.log"
+check "log: CR line ends become lines" out_is "$(printf '23.11.2026 07:30:00:123  \xc7\xe0\xef\xe8\xf1\xe0\xed\xee\n405a4f5200000000\n*?V\n\n--------------')"
+run log "$tmp/missing.log"
+check "log: unreadable file exits 2" test "$rc" = 2
+
 check "csv 100,000 records: CRLF on every line" test "$(grep -c $'\r$' "$tmp/big.csv")" = 100001
 check "csv 100,000 records: equal cell count on every line" \
   test "$(awk -F';' '{print NF}' "$tmp/big.csv" | sort -u | wc -l)" = 1

@@ -95,6 +95,7 @@ private slots:
     void readsMissingAttributesAsEmptyAndIgnoresUnknown();
     void keepsBrokenUserFileBeforeWritingOverIt_data();
     void keepsBrokenUserFileBeforeWritingOverIt();
+    void hugeUserFileIsMovedAside();
     void duplicateNamesBlockTheSave();
     void failedWriteIsTold();
     void closingWithoutSavingDropsEdits();
@@ -289,6 +290,14 @@ void TestLists::keepsBrokenUserFileBeforeWritingOverIt_data()
     QTest::newRow("not xml at all") << QByteArray("\x01\x02garbage\xff") << QStringList{};
     QTest::newRow("two roots")
         << QByteArray("<SERVERS/><SERVERS><SERVER name=\"Second\"/></SERVERS>") << QStringList{};
+    QTest::newRow("another kind of list")
+        << QByteArray("<?xml version=\"1.0\"?><GSM_OPERATORS><GSM_OPERATOR name=\"MTS\"/></GSM_OPERATORS>")
+        << QStringList{};
+    QTest::newRow("records of another kind")
+        << QByteArray("<SERVERS><COMMAND name=\"Ping\" cmnd=\"*?PING\"/></SERVERS>") << QStringList{};
+    QByteArray huge("<SERVERS><SERVER name=\"Big\" ip=\"h\" port=\"1\"/>");
+    huge += QByteArray(int(ZOR_Dialog_XmlList::nMaxFileBytes), ' ') + "</SERVERS>";
+    QTest::newRow("larger than a list may be") << huge << QStringList{};
 }
 
 void TestLists::keepsBrokenUserFileBeforeWritingOverIt()
@@ -313,6 +322,20 @@ void TestLists::keepsBrokenUserFileBeforeWritingOverIt()
     QCOMPARE(sandbox->asked.size(), 1);
     QVERIFY(!sandbox->exists(kServersUser + ".bad2"));
     QCOMPARE(sandbox->read(kServersUser + ".bad"), content);
+}
+
+void TestLists::hugeUserFileIsMovedAside()
+{
+    sandbox->write(kServersUser, "<SERVERS><SERVER name=\"Big\" ip=\"h\" port=\"1\"/>");
+    const qint64 size = qint64(3) << 30;
+    QVERIFY(QFile::resize(sandbox->path(kServersUser), size));   // sparse: costs no disk
+    ZOR_Dialog_Servers dialog;
+    QCOMPARE(names(dialog), QStringList());
+    dialog.addServer(QStringLiteral("a.example.ru"), 1);
+    QVERIFY(dialog.writeFile());
+    QCOMPARE(QFileInfo(sandbox->path(kServersUser + ".bad")).size(), size);
+    QCOMPARE(sandbox->asked.size(), 1);
+    QCOMPARE(userServerNames(*sandbox), QStringList{"Current Server"});
 }
 
 void TestLists::duplicateNamesBlockTheSave()

@@ -1,5 +1,6 @@
 // Framed commands, checksums, byte order and bit helpers.
 
+#include "module/zor_cp1251.h"
 #include "protocol/commonfunctions.h"
 #include "protocol/crc32.h"
 #include "protocol/zor_bits.h"
@@ -29,6 +30,8 @@ class TestProtocol : public QObject
 {
     Q_OBJECT
 private slots:
+    void scrambledTextsComeBackOnlyWithTheirKey_data();
+    void scrambledTextsComeBackOnlyWithTheirKey();
     void framesMatchTheWireLayout_data();
     void framesMatchTheWireLayout();
     void namedBuildersCarryTheirTextAndBlock_data();
@@ -79,6 +82,60 @@ void TestProtocol::namedBuildersCarryTheirTextAndBlock_data()
     QTest::addColumn<Builder>("build");
     QTest::addColumn<QByteArray>("data");
     const QByteArray block = QByteArray::fromHex("00ff10");
+    // Every builder with a fixed text, and every prefix builder with a block.
+#define FIXED(fn, text) \
+    QTest::newRow(#fn) << Builder([](const commonFunctions& f) { return f.fn(); }) << QByteArray(text);
+#define PREFIX(fn, text) \
+    QTest::newRow(#fn) << Builder([block](const commonFunctions& f) { return f.fn(block); }) << QByteArray(text) + block;
+    FIXED(getUsbCommand_DeviceTestMode, "*!TM")
+    FIXED(getUsbCommand_GetKey, "*?PASS")
+    FIXED(getUsbCommand_DeviceReset, "*!DEV_RESET")
+    FIXED(getUsbCommand_TM_Type, "*?DKV")
+    FIXED(getUsbCommand_TM_FileChange, "*!DKU")
+    FIXED(getUsbCommand_Set_Protection_Off, "*!GN")
+    FIXED(getUsbCommand_Set_Protection, "*!GY")
+    FIXED(getUsbCommand_Set_Protection_2, "*!G2")
+    FIXED(getUsbCommand_Set_Protection_3, "*!G3")
+    FIXED(getUsbCommand_DeviceType, "*?V")
+    FIXED(getUsbCommand_DeviceBhr, "*?H")
+    FIXED(getUsbCommand_DeviceImei, "*?S")
+    FIXED(getUsbCommand_ConfigReset, "*!SETT_RESET")
+    FIXED(getUsbCommand_RCS_DeviceDisconnect, "*!DELD")
+    FIXED(getUsbCommand_RFID, "*?ERFT")
+    FIXED(getUsbCommand_TM, "*?TM")
+    FIXED(getUsbCommand_AnalogValue, "*?AN2G")
+    FIXED(getUsbCommand_AD_Value_Fuel, "*?FUEL")
+    FIXED(getUsbCommand_Accel_Param, "*?ACL2")
+    FIXED(getUsbCommand_Accel_Reset, "*!ACL_RESET")
+    FIXED(getUsbCommand_Dtp_Test, "*?KRAI")
+    FIXED(getUsbCommand_Bluetooth_List, "*?BTDEV1")
+    FIXED(getUsbCommand_Bluetooth_Cancel, "*!BTDEV0")
+    FIXED(getUsbCommand_Disp_Value, "*?DISP")
+    FIXED(getUsbCommand_Canlog_CurVer, "*?CANLOG")
+    PREFIX(getUsbCommand_File_ReadPage, "*!FR")
+    PREFIX(getUsbCommand_File_WritePage, "*!FW")
+    PREFIX(getUsbCommand_File_Info, "*?FV")
+    PREFIX(getUsbCommand_Dtp_ReadPageFile, "*!R")
+    PREFIX(getUsbCommand_WritePage, "*!W")
+    PREFIX(getUsbCommand_Accel_Break, "*!ACLI")
+    PREFIX(getUsbCommand_Accel_AclC, "*!ACL_C:")
+    PREFIX(getUsbCommand_Dtp_Protection, "*!KRAI")
+    PREFIX(getUsbCommand_TM_FileWrite, "*!DKW")
+    PREFIX(getUsbCommand_ClearServerToDevice, "*!SYNC:")
+    PREFIX(getUsbCommand_SetRun, "*!MLG:")
+    PREFIX(getUsbCommand_Taho_Quest, "*?TACH")
+    PREFIX(getUsbCommand_Taho_File, "*?TACH")
+    PREFIX(getUsbCommand_FLS_Data_Quest, "*!BTARCH")
+    PREFIX(getUsbCommand_Camera_Info, "*?DCAM")
+    PREFIX(getUsbCommand_SD_File, "*!SDFS")
+    PREFIX(getUsbCommand_Ainf, "*!AINF")
+    PREFIX(getUsbCommand_Log, "*!LOG")
+    PREFIX(getUsbCommandToDeviceTest, "*?DATA ")
+    PREFIX(getUsbCommand_CE_Debug, "*?CEVT")
+    PREFIX(getUsbCommand_CE_ProgramInfo, "*?CEVT")
+    PREFIX(getUsbCommand_CE_UserCmd, "*!CEVT ")
+#undef FIXED
+#undef PREFIX
     QTest::newRow("ping") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Ping(); }) << QByteArray("*?PING 1");
     QTest::newRow("fuel un") << Builder([](const commonFunctions& f) { return f.getUsbCommand_AD_Value_Fuel_UN(); }) << QByteArray("*?FUEL_UN");
     QTest::newRow("out on 2") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Out_On(2); }) << QByteArray("*!2Y");
@@ -258,6 +315,40 @@ void TestProtocol::bitHelpers()
     QCOMPARE(getBitFromStrByte(QStringLiteral("abc"), 0), 0);
     QCOMPARE(getStrByteFromBit(7), QStringLiteral("128"));
     QCOMPARE(getStrByteFromBit(9), QStringLiteral("0"));
+}
+
+void TestProtocol::scrambledTextsComeBackOnlyWithTheirKey_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("key");
+    QString every;   // all 256 Windows-1251 characters, NUL included
+    for (int b = 0; b < 256; ++b)
+        every += b < 128 ? QChar(b) : QChar(ZOR_Cp1251::upperHalf()[b - 128]);
+    QTest::newRow("every character") << every << QStringLiteral("ключ");
+    QTest::newRow("empty key") << QStringLiteral("пароль 123") << QString();
+    QTest::newRow("empty text") << QString() << QStringLiteral("k");
+    QTest::newRow("long repeated text") << QString(5000, QLatin1Char('a')) << QStringLiteral("a");
+}
+
+void TestProtocol::scrambledTextsComeBackOnlyWithTheirKey()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, key);
+    const QString hex = stringEncrypt(text, key);
+    QCOMPARE(hex.size(), text.size() * 2);
+    QVERIFY(std::all_of(hex.cbegin(), hex.cend(), [](QChar c) { return QStringLiteral("0123456789ABCDEF").contains(c); }));
+    QString back;
+    QVERIFY(stringDecrypt(hex, key, back));
+    QCOMPARE(back, text);
+    if (!text.isEmpty()) {
+        QVERIFY(hex != QString::fromLatin1(ZOR_Cp1251::encode(text).toHex().toUpper()));
+        QVERIFY(stringDecrypt(hex, key + QLatin1Char('x'), back));
+        QVERIFY(back != text);
+    }
+    back = QStringLiteral("untouched");
+    QVERIFY(!stringDecrypt(QStringLiteral("ABC"), key, back));
+    QVERIFY(!stringDecrypt(QStringLiteral("zz"), key, back));
+    QCOMPARE(back, QStringLiteral("untouched"));
 }
 
 QTEST_APPLESS_MAIN(TestProtocol)

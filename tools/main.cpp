@@ -26,6 +26,8 @@ const Subcommand kSubcommands[] = {
     {"decode", toolDecode, "decode one telemetry record"},
     {"csv", toolCsv, "export telemetry records to CSV"},
     {"settings", toolSettings, "read and change settings documents"},
+    {"log", toolLog, "show an exchange log as lines: log FILE"},
+    {"config", toolConfig, "new, normalize and diff settings documents through every settings form"},
 };
 
 int usage(int code)
@@ -34,7 +36,10 @@ int usage(int code)
     s << "Usage: zor-tool <command> [options]\n\nCommands:\n";
     for (const Subcommand& c : kSubcommands)
         s << "  " << QString::fromLatin1(c.name).leftJustified(10) << c.summary << '\n';
-    s << "\nRun 'zor-tool <command> --help' for the options of a command.\n";
+    s << "\nRun 'zor-tool <command> --help' for the options of a command.\n"
+      << "A hex or file argument given as '-' is read from standard input.\n"
+      << "Exit codes: 0 done, 1 the input is wrong as the message says, 2 usage,\n"
+      << "malformed hex or an unreadable file.\n";
     s.flush();
     return code;
 }
@@ -43,6 +48,9 @@ int usage(int code)
 
 int main(int argc, char** argv)
 {
+    // The settings forms behind "config" are widgets: it runs its own (offscreen) QApplication.
+    if (argc > 1 && qstrcmp(argv[1], "config") == 0)
+        return toolConfigMain(argc, argv);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zor-tool"));
     const QStringList args = app.arguments();
@@ -50,10 +58,14 @@ int main(int argc, char** argv)
         return usage(2);
     const QString name = args.at(1);
     if (name == QLatin1String("--help") || name == QLatin1String("-h") || name == QLatin1String("help"))
-        return usage(0);
+        return ZorTool::finish(usage(0));
+    if (name == QLatin1String("--version")) {
+        ZorTool::out() << "zor-tool " << ZOR_VERSION << '\n';
+        return ZorTool::finish(0);
+    }
     for (const Subcommand& c : kSubcommands) {
         if (name == QLatin1String(c.name))
-            return c.run(args.mid(1));
+            return ZorTool::finish(c.run(args.mid(1)));
     }
     return ZorTool::fail(2, QStringLiteral("unknown command '%1' (try --help)").arg(name));
 }

@@ -3,7 +3,9 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace ZorTool {
 
@@ -29,29 +31,60 @@ int fail(int code, const QString& message)
     return code;
 }
 
+namespace {
+
+int hexDigit(ushort u)
+{
+    if (u >= '0' && u <= '9')
+        return u - '0';
+    if (u >= 'a' && u <= 'f')
+        return u - 'a' + 10;
+    if (u >= 'A' && u <= 'F')
+        return u - 'A' + 10;
+    return -1;
+}
+
+bool readStdin(QByteArray& bytes, QString* error)
+{
+    QFile in;
+    if (!in.open(stdin, QIODevice::ReadOnly)) {
+        if (error)
+            *error = QStringLiteral("cannot read standard input: %1").arg(in.errorString());
+        return false;
+    }
+    bytes = in.readAll();
+    return true;
+}
+
+} // namespace
+
 bool parseHex(const QString& text, QByteArray& bytes, QString* error)
 {
+    if (text == QLatin1String("-")) {
+        QByteArray input;
+        return readStdin(input, error) && parseHex(QString::fromLatin1(input), bytes, error);
+    }
     bytes.clear();
     bytes.reserve(text.size() / 2);
     int high = -1;
+    bool tokenStart = true;
     for (int i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
-        if (c.isSpace()) {
+        const bool separator = c.isSpace() || c == QLatin1Char(':');
+        if (separator || (tokenStart && high < 0 && c == QLatin1Char('0') && i + 1 < text.size()
+                          && (text[i + 1] == QLatin1Char('x') || text[i + 1] == QLatin1Char('X')))) {
             if (high >= 0) {
                 if (error)
-                    *error = QStringLiteral("malformed hex: a byte is cut by white space at position %1").arg(i + 1);
+                    *error = QStringLiteral("malformed hex: a byte is cut by a separator at position %1").arg(i + 1);
                 return false;
             }
+            if (!separator)
+                ++i;   // the "0x"
+            tokenStart = separator;
             continue;
         }
-        int v = -1;
-        const ushort u = c.unicode();
-        if (u >= '0' && u <= '9')
-            v = u - '0';
-        else if (u >= 'a' && u <= 'f')
-            v = u - 'a' + 10;
-        else if (u >= 'A' && u <= 'F')
-            v = u - 'A' + 10;
+        tokenStart = false;
+        const int v = hexDigit(c.unicode());
         if (v < 0) {
             if (error)
                 *error = QStringLiteral("malformed hex: '%1' at position %2 is not a hex digit").arg(c).arg(i + 1);
@@ -74,6 +107,8 @@ bool parseHex(const QString& text, QByteArray& bytes, QString* error)
 
 bool readFile(const QString& path, QByteArray& bytes, QString* error)
 {
+    if (path == QLatin1String("-"))
+        return readStdin(bytes, error);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         if (error)
@@ -81,7 +116,27 @@ bool readFile(const QString& path, QByteArray& bytes, QString* error)
         return false;
     }
     bytes = file.readAll();
+    if (bytes.size() != file.size()) {
+        if (error)
+            *error = QStringLiteral("cannot read %1: got %2 of its %3 bytes").arg(path).arg(bytes.size()).arg(file.size());
+        return false;
+    }
     return true;
+}
+
+int finish(int code)
+{
+    errno = 0;
+    out().flush();
+    const bool flushed = std::fflush(stdout) == 0;
+    const int saved = errno;
+    if (!flushed || std::ferror(stdout)) {
+        err() << "zor-tool: cannot write to standard output: "
+              << (saved ? QString::fromLocal8Bit(std::strerror(saved)) : QStringLiteral("write error")) << '\n';
+        err().flush();
+        return code == 0 ? 1 : code;
+    }
+    return code;
 }
 
 QString toHex(const QByteArray& bytes)
@@ -96,7 +151,8 @@ bool parse(QCommandLineParser& parser, const QStringList& args, int* code)
         *code = fail(2, parser.errorText());
         return false;
     }
-    if (parser.isSet(help)) {
+    // The parser offers --help-all beside --help; both show the same here.
+    if (parser.isSet(help) || parser.isSet(QStringLiteral("help-all"))) {
         // The parser names the program by its path; name the subcommand too.
         QString text = parser.helpText();
         const QString program = QCoreApplication::arguments().value(0);

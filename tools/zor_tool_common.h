@@ -17,12 +17,19 @@ QTextStream& err();
 // Prints "zor-tool: <message>" on stderr and returns code.
 int fail(int code, const QString& message);
 
-// Parses hex text (whitespace allowed between byte pairs). On malformed
-// input (odd digit count, non-hex character) returns false and sets error.
+// Parses hex text: byte pairs, optionally each led by "0x", separated (or
+// not) by blanks or ":". "-" reads the text from standard input. On
+// malformed input (odd digit count, non-hex character) returns false and
+// sets error.
 bool parseHex(const QString& text, QByteArray& bytes, QString* error);
 
-// Reads a whole file; false with an error text when it cannot be read.
+// Reads a whole file ("-": standard input); false with an error text when
+// it cannot be read.
 bool readFile(const QString& path, QByteArray& bytes, QString* error);
+
+// Flushes standard output; a failed write there (a full disk, a closed
+// pipe) turns a successful exit code into 1 with the reason on stderr.
+int finish(int code);
 
 // Lower-case hex without separators.
 QString toHex(const QByteArray& bytes);

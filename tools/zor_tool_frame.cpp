@@ -10,6 +10,8 @@
 
 #include <QCommandLineParser>
 
+#include <cstdio>
+
 namespace {
 
 const uchar* bytesOf(const QByteArray& b)
@@ -78,6 +80,8 @@ int toolFrame(const QStringList& args)
                                            QStringLiteral("binary parameter block appended to the text"),
                                            QStringLiteral("HEX"));
     parser.addOption(payloadOption);
+    const QCommandLineOption rawOption(QStringLiteral("raw"), QStringLiteral("write the frame's bytes instead of hex"));
+    parser.addOption(rawOption);
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))
         return code;
@@ -88,7 +92,12 @@ int toolFrame(const QStringList& args)
     QString error;
     if (parser.isSet(payloadOption) && !ZorTool::parseHex(parser.value(payloadOption), payload, &error))
         return ZorTool::fail(2, error);
-    ZorTool::out() << ZorTool::toHex(commonFunctions().getUsbCommandToDevice(positional.first(), payload)) << '\n';
+    const QByteArray frame = commonFunctions().getUsbCommandToDevice(positional.first(), payload);
+    if (parser.isSet(rawOption)) {
+        std::fwrite(frame.constData(), 1, size_t(frame.size()), stdout);
+        return 0;
+    }
+    ZorTool::out() << ZorTool::toHex(frame) << '\n';
     return 0;
 }
 
@@ -97,24 +106,56 @@ int toolUnframe(const QStringList& args)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Checks a frame (signature, length, header and data checksums) and prints its data part "
-        "as Windows-1251 text and as hex, or names what is wrong (exit code 1)."));
-    parser.addPositionalArgument(QStringLiteral("HEX"), QStringLiteral("the frame as hex"));
+        "as Windows-1251 text and as hex, or names what is wrong (exit code 1). Frames back to "
+        "back are shown one by one; bytes after the last are reported with their offset. "
+        "\"-\" reads the frames from standard input, as hex or as the raw bytes."));
+    parser.addPositionalArgument(QStringLiteral("HEX"), QStringLiteral("the frame as hex, or -"));
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))
         return code;
     const QStringList positional = parser.positionalArguments();
     if (positional.size() != 1)
         return ZorTool::fail(2, QStringLiteral("unframe takes exactly one HEX (try unframe --help)"));
-    QByteArray frame;
+    QByteArray bytes;
     QString error;
-    if (!ZorTool::parseHex(positional.first(), frame, &error))
+    if (positional.first() == QLatin1String("-")) {
+        if (!ZorTool::readFile(QStringLiteral("-"), bytes, &error))
+            return ZorTool::fail(2, error);
+        // A raw capture starts with the signature, which is no hex.
+        if (!bytes.startsWith("@ZOR") && !ZorTool::parseHex(QString::fromLatin1(bytes), bytes, &error))
+            return ZorTool::fail(2, error);
+    } else if (!ZorTool::parseHex(positional.first(), bytes, &error)) {
         return ZorTool::fail(2, error);
-    QByteArray data;
-    const commonFunctions::FrameFault fault = commonFunctions().checkFrame(frame, &data);
-    if (fault != commonFunctions::FrameOk)
-        return ZorTool::fail(1, faultText(fault, frame));
-    ZorTool::out() << "text: " << ZOR_Cp1251::decode(data) << '\n'
-                   << "hex: " << ZorTool::toHex(data) << '\n';
+    }
+    const int header = commonFunctions::HeaderSize;
+    QString shown;
+    int count = 0;
+    int offset = 0;
+    do {
+        const QByteArray rest = bytes.mid(offset);
+        const int length = rest.size() >= header ? (uchar(rest[12]) | (uchar(rest[13]) << 8)) : 0;
+        const QByteArray frame = rest.left(header + length);
+        QByteArray data;
+        const commonFunctions::FrameFault fault = commonFunctions().checkFrame(frame, &data);
+        if (fault != commonFunctions::FrameOk) {
+            ZorTool::out() << shown;
+            const bool trailing = count > 0 && (fault == commonFunctions::FrameTruncatedHeader
+                                                || fault == commonFunctions::FrameBadSignature
+                                                || fault == commonFunctions::FrameLengthPastEnd);
+            if (trailing)
+                return ZorTool::fail(1, QStringLiteral("%1 bytes after the data of frame %2, at offset %3")
+                                            .arg(rest.size()).arg(count).arg(offset));
+            return ZorTool::fail(1, count ? QStringLiteral("frame %1 at offset %2: %3")
+                                                .arg(count + 1).arg(offset).arg(faultText(fault, frame))
+                                          : faultText(fault, frame));
+        }
+        ++count;
+        if (bytes.size() > frame.size() || count > 1)
+            shown += QStringLiteral("frame %1 at offset %2\n").arg(count).arg(offset);
+        shown += QStringLiteral("text: %1\nhex: %2\n").arg(ZOR_Cp1251::decode(data), ZorTool::toHex(data));
+        offset += frame.size();
+    } while (offset < bytes.size());
+    ZorTool::out() << shown;
     return 0;
 }
 

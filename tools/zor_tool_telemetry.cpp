@@ -10,6 +10,9 @@
 #include "telemetry/zor_tmicsvwriter.h"
 
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <cstdio>
 #include <cstdlib>
@@ -25,8 +28,9 @@ const int kRecordsPerRead = 4096;
 
 struct RecordOptions
 {
-    QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Protocol version: 1, 2 or 3."),
-                               QStringLiteral("1|2|3")};
+    // "--version" was the first name of this option and still works.
+    QCommandLineOption version{QStringList{QStringLiteral("protocol"), QStringLiteral("version")},
+                               QStringLiteral("Protocol version: 1, 2 or 3."), QStringLiteral("1|2|3")};
     QCommandLineOption mask{QStringLiteral("mask"),
                             QStringLiteral("Field set as text: character i is field i+1, \"1\" present."),
                             QStringLiteral("MASK")};
@@ -63,7 +67,7 @@ int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
     bool ok = false;
     const int version = parser.value(o.version).toInt(&ok);
     if (!parser.isSet(o.version) || !ok || !(record = makeRecord(version)))
-        return ZorTool::fail(2, QStringLiteral("--version must be 1, 2 or 3"));
+        return ZorTool::fail(2, QStringLiteral("--protocol must be 1, 2 or 3"));
     if (parser.isSet(o.mask) && parser.isSet(o.maskHex))
         return ZorTool::fail(2, QStringLiteral("give either --mask or --mask-hex, not both"));
     if (parser.isSet(o.maskHex)) {
@@ -126,6 +130,9 @@ int toolDecode(const QStringList& args)
     parser.addOption(hex);
     parser.addOption(file);
     parser.addOption(utcOffset);
+    const QCommandLineOption json(QStringLiteral("json"),
+                                  QStringLiteral("Print a JSON array of {number, name, text} instead."));
+    parser.addOption(json);
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))
         return code;
@@ -163,14 +170,24 @@ int toolDecode(const QStringList& args)
         record->setCurrentTMI(bytes, data.size());
 
     QByteArray lines;
+    QJsonArray fields;
     for (int n = 1; n <= record->lastField(); ++n) {
         if (!record->isUseParam(n))
             continue;
+        QByteArray text;
+        record->appendColumnTexts(n, text, QByteArray(), QByteArrayLiteral(";"));
+        text.chop(1);
+        if (parser.isSet(json)) {
+            fields.append(QJsonObject{{QStringLiteral("number"), n},
+                                      {QStringLiteral("name"), QString::fromLatin1(ZorTmi::field(n).name)},
+                                      {QStringLiteral("text"), QString::fromUtf8(text)}});
+            continue;
+        }
         lines.append(QByteArray::number(n)).append(';').append(ZorTmi::field(n).name).append(';');
-        record->appendColumnTexts(n, lines, QByteArray(), QByteArrayLiteral(";"));
-        lines.chop(1);
-        lines.append('\n');
+        lines.append(text).append('\n');
     }
+    if (parser.isSet(json))
+        lines = QJsonDocument(fields).toJson(QJsonDocument::Indented);
     std::fwrite(lines.constData(), 1, size_t(lines.size()), stdout);
     std::fflush(stdout);
     if (!isF8 && record->missingBytes() > 0)
@@ -203,7 +220,8 @@ int toolCsv(const QStringList& args)
     if (!parser.isSet(in))
         return ZorTool::fail(2, QStringLiteral("give the records with --in FILE"));
     QFile input(parser.value(in));
-    if (!input.open(QIODevice::ReadOnly))
+    const bool fromStdin = parser.value(in) == QLatin1String("-");
+    if (!(fromStdin ? input.open(stdin, QIODevice::ReadOnly) : input.open(QIODevice::ReadOnly)))
         return ZorTool::fail(2, QStringLiteral("cannot read %1: %2").arg(input.fileName(), input.errorString()));
     applyLanguage(parser, o);
 

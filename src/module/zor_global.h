@@ -47,10 +47,12 @@ extern const QString glqsBtPreffix_WP;
 extern const QString glqsCanPreffix_SC;
 extern const QString glqsCanPreffix_AC;
 extern const QString glqsCanPreffix_BC;
-// Other peripheral groups.
-extern const QString glqsPreffix_CO;
-extern const QString glqsPreffix_RC;
-extern const QString glqsPreffix_CE;
-extern const QString glqsPreffix_AX;
+// Other sources of user parameters: passenger counter (CO), refrigeration
+// unit (RC, and AX for the unit's auxiliary controller), and values an
+// external controller reports under numbers of its own (CE).
+extern const QString glqsPcntPreffix_CO;
+extern const QString glqsRefrPreffix_RC;
+extern const QString glqsCEPreffix_CE;
+extern const QString glqsRefrPreffix_AX;
 
 #endif

@@ -1,9 +1,11 @@
 #include "protocol/commonfunctions.h"
 
 #include "module/zor_cp1251.h"
+#include "protocol/crc32.h"
 
 #include <QtEndian>
 
+#include <cctype>
 #include <cstring>
 
 namespace {
@@ -160,4 +162,46 @@ commonFunctions::FrameFault commonFunctions::checkFrame(const QByteArray& frame,
     if (data)
         *data = frame.mid(HeaderSize);
     return FrameOk;
+}
+
+namespace {
+
+// XORs bytes with the key stream of qsKey (its own inverse).
+void applyKeyStream(QByteArray& bytes, const QString& qsKey)
+{
+    const QByteArray key = ZOR_Cp1251::encode(qsKey);
+    crc32 seed;
+    seed.ProcessCRC(key.constData(), key.size());
+    // xorshift32 must not start from 0.
+    uint32_t state = seed.value() ^ 0x9E3779B9u;
+    if (state == 0)
+        state = 0x9E3779B9u;
+    for (char& b : bytes) {
+        state ^= state << 13;
+        state ^= state >> 17;
+        state ^= state << 5;
+        b = char(uchar(b) ^ uchar(state >> 24));
+    }
+}
+
+} // namespace
+
+QString stringEncrypt(const QString& qsText, const QString& qsKey)
+{
+    QByteArray bytes = ZOR_Cp1251::encode(qsText);
+    applyKeyStream(bytes, qsKey);
+    return QString::fromLatin1(bytes.toHex().toUpper());
+}
+
+bool stringDecrypt(const QString& qsHex, const QString& qsKey, QString& qsText)
+{
+    if (qsHex.size() % 2 != 0)
+        return false;
+    for (const QChar c : qsHex)
+        if (!std::isxdigit(uchar(c.toLatin1())) || c.unicode() > 127)
+            return false;
+    QByteArray bytes = QByteArray::fromHex(qsHex.toLatin1());
+    applyKeyStream(bytes, qsKey);
+    qsText = ZOR_Cp1251::decode(bytes);
+    return true;
 }

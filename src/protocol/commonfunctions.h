@@ -141,4 +141,20 @@ private:
     uint32_t m_nAddress2;
 };
 
+// Keyed string scrambling, for a host that wants a stored password or
+// login not to be readable at a glance in a settings file. This is NOT
+// encryption: the key stream comes from a 32-bit seed (the CRC-32 of the
+// key) through xorshift32, so anyone holding this code and the key (or
+// enough tries) reads the text. Use it only where the stored text would
+// otherwise be plain.
+//
+// stringEncrypt: the text in Windows-1251 (characters it lacks become "_"),
+// each byte XORed with the next key-stream byte, written as upper-case hex
+// (two digits per byte), so the result is plain ASCII fit for any settings
+// value. stringDecrypt reverses it: false (and qsText untouched) when the
+// input is not such hex. decrypt(encrypt(t, k), k) == t for every text t
+// of Windows-1251 characters and every key k, the empty key included.
+QString stringEncrypt(const QString& qsText, const QString& qsKey);
+bool stringDecrypt(const QString& qsHex, const QString& qsKey, QString& qsText);
+
 #endif

@@ -25,8 +25,16 @@ void CFxXmListlTag::moveAllTo(CFxXmListlTag& other)
     m_tags.clear();
 }
 
+// Deletes level by level instead of through the tags' destructors, which
+// would recurse once per level of a deep tree.
 void CFxXmListlTag::deleteAll()
 {
-    qDeleteAll(m_tags);
-    m_tags.clear();
+    QVector<CXmlTagV2*> work;
+    work.swap(m_tags);
+    while (!work.isEmpty()) {
+        CXmlTagV2* tag = work.takeLast();
+        work += tag->children().m_tags;
+        tag->children().m_tags.clear();
+        delete tag;
+    }
 }

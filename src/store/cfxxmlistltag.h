@@ -24,6 +24,9 @@ public:
     int indexOf(const CXmlTagV2* tag) const { return m_tags.indexOf(const_cast<CXmlTagV2*>(tag)); }
 
     void append(CXmlTagV2* tag) { m_tags.append(tag); }
+    // Removes the i-th tag from the list without deleting it; null when
+    // there is none.
+    CXmlTagV2* takeAt(int i) { return i >= 0 && i < m_tags.size() ? m_tags.takeAt(i) : nullptr; }
     // Moves every tag to the end of other (which then owns them).
     void moveAllTo(CFxXmListlTag& other);
     void deleteAll();

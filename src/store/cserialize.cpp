@@ -2,78 +2,328 @@
 
 #include "store/cxmldefaulthandler.h"
 #include "store/cxmltagv2.h"
-#include "store/xmlwriter.h"
 #include "module/zor_cp1251.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
+#include <QTextCodec>
 #include <QXmlInputSource>
 #include <QXmlSimpleReader>
 
+#include <cerrno>
 #include <cstring>
+#include <new>
+#include <vector>
 
 QT_WARNING_DISABLE_DEPRECATED
 
-CSerialize::~CSerialize() = default;
+namespace {
 
-bool CSerialize::openFile(const QString& qsFileName)
+const char kUtf8Bom[] = "\xEF\xBB\xBF";
+
+bool isCp1251Name(const QByteArray& name)
 {
-    m_qsFileName = qsFileName;
-    QFile file(qsFileName);
-    if (!file.exists()) {
-        if (!file.open(QIODevice::WriteOnly)) {
-            m_qsError = QStringLiteral("cannot create %1: %2").arg(qsFileName, file.errorString());
+    const QByteArray n = name.toLower();
+    return n == "windows-1251" || n == "cp1251" || n == "x-cp1251";
+}
+
+bool isValidUtf8(const QByteArray& data, bool* nonAscii)
+{
+    QTextCodec::ConverterState state;
+    QTextCodec::codecForMib(106)->toUnicode(data.constData(), data.size(), &state);
+    *nonAscii = std::any_of(data.cbegin(), data.cend(), [](char c) { return (c & 0x80) != 0; });
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}
+
+// The encoding of the bytes (without a byte-order mark) and their text.
+bool decodeText(const QByteArray& data, XmlWriter::Encoding& enc, QString& text, QString& error)
+{
+    static const QRegularExpression declaration(
+        QStringLiteral("^<\\?xml[^>]*?encoding\\s*=\\s*[\"']([A-Za-z0-9._:-]+)[\"']"));
+    const QByteArray head = data.left(256);
+    const QRegularExpressionMatch m = declaration.match(QString::fromLatin1(head));
+    if (m.hasMatch()) {
+        enc.name = m.captured(1).toLatin1();
+    } else if (enc.bom) {
+        enc.name = "UTF-8";
+    } else {
+        bool nonAscii = false;
+        enc.name = isValidUtf8(data, &nonAscii) && nonAscii ? QByteArray("UTF-8") : QByteArray("windows-1251");
+    }
+    if (isCp1251Name(enc.name)) {
+        if (enc.bom) {
+            error = QStringLiteral("the file starts with a UTF-8 byte-order mark but declares %1")
+                        .arg(QString::fromLatin1(enc.name));
             return false;
         }
+        enc.codec = nullptr;
+        text = ZOR_Cp1251::decode(data);
         return true;
     }
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_qsError = QStringLiteral("cannot read %1: %2").arg(qsFileName, file.errorString());
+    enc.codec = QTextCodec::codecForName(enc.name);
+    if (!enc.codec) {
+        error = QStringLiteral("the encoding \"%1\" is not known").arg(QString::fromLatin1(enc.name));
         return false;
     }
-    return parse(file.readAll());
-}
-
-bool CSerialize::openData(const QByteArray& data)
-{
-    return parse(data);
-}
-
-bool CSerialize::parse(const QByteArray& data)
-{
-    m_top.deleteAll();
-    if (data.isEmpty())
-        return true;
-    // Control characters other than tab and line ends are not text in any
-    // settings document; the reader would let some of them through.
-    for (const char c : data) {
-        const unsigned char b = static_cast<unsigned char>(c);
-        if (b < 0x20 && b != '\t' && b != '\n' && b != '\r') {
-            m_qsError = QStringLiteral("byte 0x%1 is not text").arg(int(b), 2, 16, QLatin1Char('0'));
-            return false;
-        }
+    if (enc.codec->fromUnicode(QStringLiteral("<?xml &\"=>")) != "<?xml &\"=>") {
+        error = QStringLiteral("the encoding \"%1\" is not supported for settings documents")
+                    .arg(QString::fromLatin1(enc.name));
+        return false;
     }
-    // The bytes are decoded by the module's own Windows-1251 rule rather than
-    // by the codec the declaration names.
+    if (enc.bom && !enc.isUtf8()) {
+        error = QStringLiteral("the file starts with a UTF-8 byte-order mark but declares %1")
+                    .arg(QString::fromLatin1(enc.name));
+        return false;
+    }
+    QTextCodec::ConverterState state;
+    text = enc.codec->toUnicode(data.constData(), data.size(), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0) {
+        error = QStringLiteral("the bytes are not valid %1").arg(QString::fromLatin1(enc.name));
+        return false;
+    }
+    return true;
+}
+
+// Only the declaration (and blanks): what an empty document saves as.
+bool onlyDeclaration(const QString& text)
+{
+    static const QRegularExpression re(QStringLiteral("^\\s*<\\?xml[^<>]*\\?>\\s*$"));
+    return re.match(text).hasMatch();
+}
+
+bool parseText(const QString& text, CFxXmListlTag& top, QString& error, int* dropped)
+{
     QXmlInputSource source;
-    source.setData(ZOR_Cp1251::decode(data));
-    CXmlDefaultHandler handler(m_top);
+    source.setData(text);
+    CXmlDefaultHandler handler(top);
     QXmlSimpleReader reader;
     reader.setContentHandler(&handler);
     reader.setErrorHandler(&handler);
     reader.setLexicalHandler(&handler);
     reader.setDeclHandler(&handler);
     reader.setDTDHandler(&handler);
+    // xmlns attributes are attributes like any other to the store.
+    reader.setFeature(QStringLiteral("http://xml.org/sax/features/namespace-prefixes"), true);
     const bool ok = reader.parse(&source, false);
+    if (dropped)
+        *dropped = handler.droppedMarkup();
     if (!ok || !handler.sawElement()) {
-        m_qsError = ok ? QStringLiteral("the document has no element") : handler.errorText();
-        if (m_qsError.isEmpty())
-            m_qsError = QStringLiteral("not a settings document");
-        m_top.deleteAll();
+        error = ok ? QStringLiteral("the document has no element") : handler.errorText();
+        if (error.isEmpty())
+            error = QStringLiteral("not a settings document");
+        top.deleteAll();
         return false;
     }
     return true;
+}
+
+// Reads a rendering back and checks it, event by event, against the tree
+// it was rendered from (as the encoding stores it), without building a
+// second tree. Uses the reader and the decoding of CXmlDefaultHandler.
+class TreeVerifier : public QXmlDefaultHandler
+{
+public:
+    TreeVerifier(const CFxXmListlTag& expected, const XmlWriter::Encoding& enc)
+        : m_expected(expected)
+        , m_enc(enc)
+    {
+    }
+
+    bool startElement(const QString&, const QString&, const QString& qName, const QXmlAttributes& atts) override
+    {
+        const CFxXmListlTag& siblings = m_stack.empty() ? m_expected : m_stack.back().tag->children();
+        int& next = m_stack.empty() ? m_nextTop : m_stack.back().next;
+        const CXmlTagV2* tag = siblings.getNumTag(next++);
+        if (!tag)
+            return differ(m_stack.empty() ? nullptr : m_stack.back().tag, QStringLiteral("its child elements"));
+        if (stored(tag->name()) != XmlWriter::decodeName(qName))
+            return differ(tag, QStringLiteral("its name"));
+        const QVector<CXmlAttribute>& attributes = tag->attributes();
+        if (atts.count() != attributes.size())
+            return differ(tag, QStringLiteral("its attributes"));
+        for (int i = 0; i < attributes.size(); ++i) {
+            if (stored(attributes.at(i).name) != XmlWriter::decodeName(atts.qName(i))
+                || stored(attributes.at(i).value) != CXmlDefaultHandler::decodeValue(atts.value(i)))
+                return differ(tag, QStringLiteral("attribute \"%1\"").arg(attributes.at(i).name));
+        }
+        m_text.clear();
+        m_stack.push_back(Level{tag, 0});
+        return true;
+    }
+    bool endElement(const QString&, const QString&, const QString&) override
+    {
+        const Level level = m_stack.back();
+        m_stack.pop_back();
+        if (level.next != level.tag->children().count())
+            return differ(level.tag, QStringLiteral("its child elements"));
+        if (level.next == 0 && stored(level.tag->value()) != CXmlDefaultHandler::decodeValue(m_text))
+            return differ(level.tag, QStringLiteral("its text"));
+        m_text.clear();
+        return true;
+    }
+    bool characters(const QString& ch) override
+    {
+        if (!m_stack.empty() && m_stack.back().next == 0)
+            m_text += ch;
+        return true;
+    }
+    bool startDTD(const QString&, const QString&, const QString&) override
+    {
+        m_qsError = QStringLiteral("a document type declaration");
+        return false;
+    }
+    bool fatalError(const QXmlParseException& exception) override
+    {
+        if (m_qsError.isEmpty())
+            m_qsError = QStringLiteral("line %1, column %2: %3")
+                            .arg(exception.lineNumber()).arg(exception.columnNumber()).arg(exception.message());
+        return false;
+    }
+    QString errorString() const override { return m_qsError; }
+
+    // Empty when the rendering reads back as the tree, else what differs.
+    QString verify(const QString& text)
+    {
+        QXmlInputSource source;
+        source.setData(text);
+        QXmlSimpleReader reader;
+        reader.setContentHandler(this);
+        reader.setErrorHandler(this);
+        reader.setLexicalHandler(this);
+        reader.setDeclHandler(this);
+        reader.setDTDHandler(this);
+        reader.setFeature(QStringLiteral("http://xml.org/sax/features/namespace-prefixes"), true);
+        if (!reader.parse(&source, false))
+            return m_qsError.isEmpty() ? QStringLiteral("it is not well-formed") : m_qsError;
+        if (m_nextTop != m_expected.count())
+            return QStringLiteral("the document's elements");
+        return QString();
+    }
+
+private:
+    struct Level {
+        const CXmlTagV2* tag;
+        int next;
+    };
+    QString stored(const QString& s) const { return XmlWriter::storedText(s, m_enc); }
+    bool differ(const CXmlTagV2* tag, const QString& what)
+    {
+        m_qsError = tag ? QStringLiteral("element \"%1\": %2").arg(XmlWriter::pathOf(tag), what) : what;
+        return false;
+    }
+
+    const CFxXmListlTag& m_expected;
+    const XmlWriter::Encoding& m_enc;
+    std::vector<Level> m_stack;
+    int m_nextTop = 0;
+    QString m_text;
+    QString m_qsError;
+};
+
+QString systemReason(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
+} // namespace
+
+CSerialize::~CSerialize() = default;
+
+bool CSerialize::fail(const QString& qsError)
+{
+    m_qsError = qsError;
+    return false;
+}
+
+bool CSerialize::openFile(const QString& qsFileName)
+{
+    m_qsFileName = qsFileName;
+    m_qsError.clear();
+    m_top.deleteAll();
+    const QString shown = QDir::toNativeSeparators(qsFileName);
+    QFile file(qsFileName);
+    if (!file.exists()) {
+        if (!file.open(QIODevice::WriteOnly))
+            return fail(QStringLiteral("cannot create %1: %2").arg(shown, file.errorString()));
+        return true;
+    }
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(QStringLiteral("cannot read %1: %2").arg(shown, file.errorString()));
+    const qint64 size = file.size();
+    if (size > nMaxDocumentBytes)
+        return fail(QStringLiteral("%1 is %2 bytes; settings documents over %3 MiB are not opened")
+                        .arg(shown).arg(size).arg(nMaxDocumentBytes >> 20));
+    QByteArray data;
+    try {
+        data.resize(int(size));
+    } catch (const std::bad_alloc&) {
+        return fail(QStringLiteral("not enough memory to read %1 (%2 bytes)").arg(shown).arg(size));
+    }
+    qint64 got = 0;
+    while (got < size) {
+        const qint64 n = file.read(data.data() + got, size - got);
+        if (n <= 0)
+            break;
+        got += n;
+    }
+    if (got != size || file.read(1).size() != 0)
+        return fail(QStringLiteral("cannot read %1: got %2 of its %3 bytes%4")
+                        .arg(shown).arg(got).arg(size)
+                        .arg(file.error() != QFileDevice::NoError ? QStringLiteral(" (%1)").arg(file.errorString())
+                                                                 : QString()));
+    file.close();
+    if (!parse(std::move(data))) {
+        m_qsError = QStringLiteral("%1: %2").arg(shown, m_qsError);
+        return false;
+    }
+    return true;
+}
+
+bool CSerialize::openData(const QByteArray& data)
+{
+    m_qsError.clear();
+    return parse(data);
+}
+
+bool CSerialize::parse(QByteArray data)
+{
+    m_top.deleteAll();
+    m_encoding = XmlWriter::Encoding();
+    m_nDroppedMarkup = 0;
+    if (data.isEmpty())
+        return true;
+    const int size = data.size();
+    // The bytes are dropped once decoded: only the text is parsed.
+    QByteArray body = std::move(data);
+    if (body.startsWith(kUtf8Bom)) {
+        m_encoding.bom = true;
+        body.remove(0, 3);
+    } else if (body.startsWith("\xFF\xFE") || body.startsWith("\xFE\xFF")) {
+        return fail(QStringLiteral("UTF-16 documents are not supported"));
+    }
+    // Control characters other than tab and line ends are not text in any
+    // settings document; the reader would let some of them through.
+    for (int i = 0; i < body.size(); ++i) {
+        const unsigned char b = static_cast<unsigned char>(body.at(i));
+        if (b < 0x20 && b != '\t' && b != '\n' && b != '\r')
+            return fail(QStringLiteral("byte 0x%1 at offset %2 is not text")
+                            .arg(int(b), 2, 16, QLatin1Char('0')).arg(i + (m_encoding.bom ? 3 : 0)));
+    }
+    try {
+        QString text;
+        if (!decodeText(body, m_encoding, text, m_qsError))
+            return false;
+        body.clear();
+        if (onlyDeclaration(text))
+            return true;
+        return parseText(text, m_top, m_qsError, &m_nDroppedMarkup);
+    } catch (const std::bad_alloc&) {
+        m_top.deleteAll();
+        return fail(QStringLiteral("not enough memory for a document of %1 bytes").arg(size));
+    }
 }
 
 CXmlTagV2* CSerialize::topNode(const QString& qsName, bool bCreate)
@@ -105,6 +355,16 @@ void CSerialize::clearTag(CXmlTagV2* tag)
     children.moveAllTo(m_detached);
 }
 
+void CSerialize::removeTag(CXmlTagV2* tag)
+{
+    if (!isGoodTag(tag))
+        return;
+    CFxXmListlTag& list = tag->parent() ? tag->parent()->children() : m_top;
+    list.takeAt(list.indexOf(tag));
+    tag->setDetached();
+    m_detached.append(tag);
+}
+
 bool CSerialize::isGoodTag(const CXmlTagV2* tag) const
 {
     if (!tag)
@@ -119,29 +379,99 @@ bool CSerialize::isGoodTag(const CXmlTagV2* tag) const
 
 QByteArray CSerialize::render() const
 {
-    return XmlWriter::render(m_top);
+    QByteArray out;
+    XmlWriter::render(m_top, m_encoding, out, nullptr);
+    return out;
 }
 
-const QByteArray& CSerialize::renderToBuffer()
+bool CSerialize::renderChecked(QByteArray& out)
 {
-    m_rendered = render();
-    return m_rendered;
+    try {
+        QString error;
+        if (!XmlWriter::render(m_top, m_encoding, out, &error)) {
+            out.clear();
+            return fail(QStringLiteral("not saved: %1").arg(error));
+        }
+        // The writer refuses what it knows cannot come back; reading the
+        // bytes again catches anything it does not know.
+        XmlWriter::Encoding enc = m_encoding;
+        QString text;
+        QByteArray body = out;
+        if (body.startsWith(kUtf8Bom))
+            body.remove(0, 3);
+        QString differs;
+        if (!decodeText(body, enc, text, error))
+            differs = error;
+        else if (!onlyDeclaration(text) || !m_top.isEmpty())
+            differs = TreeVerifier(m_top, m_encoding).verify(text);
+        if (!differs.isEmpty()) {
+            out.clear();
+            return fail(QStringLiteral("not saved: the written document would not read back as it is (%1)")
+                            .arg(differs));
+        }
+    } catch (const std::bad_alloc&) {
+        out.clear();
+        return fail(QStringLiteral("not saved: not enough memory to render the document"));
+    }
+    return true;
+}
+
+const QByteArray* CSerialize::renderToBuffer()
+{
+    if (!renderChecked(m_rendered))
+        return nullptr;
+    return &m_rendered;
 }
 
 bool CSerialize::save()
 {
+    if (m_qsFileName.isEmpty())
+        return fail(QStringLiteral("the document has no file to be saved to"));
+    QByteArray bytes;
+    if (!renderChecked(bytes))
+        return false;
+    const QString shown = QDir::toNativeSeparators(m_qsFileName);
+    const QFileInfo info(m_qsFileName);
     QSaveFile file(m_qsFileName);
+    // Writing in place would leave a cut file behind a failed save.
+    file.setDirectWriteFallback(false);
+    errno = 0;
     if (!file.open(QIODevice::WriteOnly)) {
-        m_qsError = file.errorString();
-        return false;
+        const int saved = errno;
+        const QFileInfo folder(info.absolutePath());
+        if (folder.exists() && !folder.isWritable())
+            return fail(QStringLiteral("cannot save %1: the folder is read-only, so the file cannot be replaced safely")
+                            .arg(shown));
+        return fail(QStringLiteral("cannot save %1: %2")
+                        .arg(shown, saved ? systemReason(saved) : file.errorString()));
     }
-    const QByteArray bytes = render();
-    if (file.write(bytes) != bytes.size() || !file.commit()) {
-        m_qsError = file.errorString();
+    errno = 0;
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 n = file.write(bytes.constData() + done, bytes.size() - done);
+        if (n <= 0)
+            break;
+        done += n;
+    }
+    const bool written = done == bytes.size() && file.flush();
+    const int writeErrno = errno;
+    if (!written || !file.commit()) {
+        const int saved = writeErrno ? writeErrno : errno;
+        const QString reason = saved ? systemReason(saved) : file.errorString();
         file.cancelWriting();
-        return false;
+        return fail(QStringLiteral("cannot save %1: %2").arg(shown, reason));
     }
     return true;
+}
+
+bool CSerialize::saveAs(const QString& qsFileName)
+{
+    const QString qsOld = m_qsFileName;
+    m_qsFileName = qsFileName;
+    if (save())
+        return true;
+    m_qsFileName = qsOld;
+    return false;
 }
 
 bool zor_StartSZ(coreSzCreate* lpCreate)
@@ -149,8 +479,8 @@ bool zor_StartSZ(coreSzCreate* lpCreate)
     if (!lpCreate)
         return false;
     lpCreate->lpSerialize = nullptr;
-    const int n = int(strnlen(lpCreate->szFileName, sizeof lpCreate->szFileName - 1));
-    const QString name = ZOR_Cp1251::decode(lpCreate->szFileName, n);
+    const size_t n = strnlen(lpCreate->szFileName, sizeof lpCreate->szFileName - 1);
+    const QString name = QFile::decodeName(QByteArray(lpCreate->szFileName, int(n)));
     if (name.isEmpty())
         return false;
     CSerialize* doc = new CSerialize;
@@ -191,9 +521,11 @@ bool zor_GetSZMemo(CSerialize* lpSerialize, coreSzMemo* lpMemo)
 {
     if (!lpSerialize || !lpMemo)
         return false;
-    const QByteArray& buffer = lpSerialize->renderToBuffer();
-    lpMemo->lpData = buffer.constData();
-    lpMemo->nSize = buffer.size();
+    const QByteArray* buffer = lpSerialize->renderToBuffer();
+    if (!buffer)
+        return false;
+    lpMemo->lpData = buffer->constData();
+    lpMemo->nSize = buffer->size();
     lpMemo->lpSerialize = lpSerialize;
     return true;
 }

@@ -1,17 +1,30 @@
 #ifndef CSERIALIZE_H
 #define CSERIALIZE_H
 
-// A settings document: a file (or a memory buffer) of Windows-1251 XML held
-// in memory as a tag tree. Nothing is written until save().
+// A settings document: a file (or a memory buffer) of XML held in memory as
+// a tag tree. Nothing is written until save().
 //
 // Opening a file that does not exist creates it empty; an empty file or
-// buffer gives an empty document (saving it writes only the declaration).
-// A parse error, a document without an element, a DOCTYPE or nesting deeper
-// than CXmlDefaultHandler::nMaxDepth fail the open and leave the file as it
-// was. Saving goes through QSaveFile, so an interrupted save leaves the
-// previous file whole.
+// buffer, or one holding only the declaration, gives an empty document
+// (saving it writes only the declaration). A parse error, a DOCTYPE,
+// nesting deeper than CXmlDefaultHandler::nMaxDepth, a control character,
+// an unknown encoding or a file larger than nMaxDocumentBytes fail the open
+// and leave the file as it was; errorString() says why.
+//
+// Encoding: the declared one (or a UTF-8 byte-order mark) is honoured when
+// reading and kept when saving. Windows-1251 goes through the module's own
+// rule; a document without a declaration is UTF-8 when its bytes are valid
+// UTF-8 holding non-ASCII, otherwise Windows-1251.
+//
+// Saving refuses, with the element and the character named in
+// errorString(), any tree whose rendering would not read back as the same
+// tree, and checks the rendered bytes by reading them again before the file
+// is touched. It goes through QSaveFile and never writes in place, so a
+// failed or interrupted save leaves the previous file whole; the message
+// carries the system's reason ("No space left on device").
 
 #include "store/cfxxmlistltag.h"
+#include "store/xmlwriter.h"
 
 #include <QByteArray>
 #include <QString>
@@ -21,6 +34,10 @@ class CXmlTagV2;
 class CSerialize
 {
 public:
+    // Larger files are refused rather than read: the tree of a document
+    // takes several times its size in memory.
+    static constexpr qint64 nMaxDocumentBytes = 256 * 1024 * 1024;
+
     CSerialize() = default;
     ~CSerialize();
     CSerialize(const CSerialize&) = delete;
@@ -30,6 +47,10 @@ public:
     bool openData(const QByteArray& data);
     const QString& fileName() const { return m_qsFileName; }
     QString errorString() const { return m_qsError; }
+    const XmlWriter::Encoding& encoding() const { return m_encoding; }
+    // Comments and processing instructions met while reading; the tree does
+    // not keep them, so a save drops them.
+    int droppedMarkup() const { return m_nDroppedMarkup; }
 
     const CFxXmListlTag& topTags() const { return m_top; }
     CXmlTagV2* root() const { return m_top.getNumTag(0); }
@@ -44,23 +65,38 @@ public:
     // them are recognised by isGoodTag instead of dangling.
     void clearTag(CXmlTagV2* tag);
     bool isGoodTag(const CXmlTagV2* tag) const;
+    // Takes tag (and its subtree) out of the document, kept detached like
+    // the children of a cleared tag.
+    void removeTag(CXmlTagV2* tag);
 
+    // The bytes of the document, unchecked (what the writer gives).
     QByteArray render() const;
-    // Renders into a buffer the document keeps until the next call.
-    const QByteArray& renderToBuffer();
+    // The bytes, or false (errorString) when they would not read back as
+    // this tree.
+    bool renderChecked(QByteArray& out);
+    // Renders into a buffer the document keeps until the next call; null
+    // when the document cannot be rendered faithfully.
+    const QByteArray* renderToBuffer();
     bool save();
+    // Saves to another file, which becomes the document's file when the save
+    // succeeds.
+    bool saveAs(const QString& qsFileName);
 
 private:
-    bool parse(const QByteArray& data);
+    bool parse(QByteArray data);
+    bool fail(const QString& qsError);
 
     QString m_qsFileName;
     QString m_qsError;
+    XmlWriter::Encoding m_encoding;
+    int m_nDroppedMarkup = 0;
     CFxXmListlTag m_top;
     CFxXmListlTag m_detached;
     QByteArray m_rendered;
 };
 
-// Low-level entry points. Names are Windows-1251 bytes.
+// Low-level entry points. File names are in the file system's encoding
+// (QFile::decodeName).
 struct coreSzCreate
 {
     char szFileName[256];     // in: NUL-terminated file name

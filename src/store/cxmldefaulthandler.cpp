@@ -34,6 +34,19 @@ QString CXmlDefaultHandler::decodeValue(const QString& qsValue)
     return out;
 }
 
+bool CXmlDefaultHandler::acceptText(const QString& qsText, const QString& qsWhat)
+{
+    for (const QChar c : qsText) {
+        const ushort u = c.unicode();
+        if (u < 0x20 && u != '\t' && u != '\n' && u != '\r') {
+            m_qsError = QStringLiteral("%1 holds the control character U+%2")
+                            .arg(qsWhat).arg(u, 4, 16, QLatin1Char('0'));
+            return false;
+        }
+    }
+    return true;
+}
+
 bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QString& qName,
                                       const QXmlAttributes& atts)
 {
@@ -54,8 +67,11 @@ bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QStr
     const int n = atts.count();
     if (n > 0) {
         tag->attributesRef().reserve(n);
-        for (int i = 0; i < n; ++i)
+        for (int i = 0; i < n; ++i) {
+            if (!acceptText(atts.value(i), QStringLiteral("attribute \"%1\" of \"%2\"").arg(atts.qName(i), qName)))
+                return false;
             tag->addTagValue(XmlWriter::decodeName(atts.qName(i)), decodeValue(atts.value(i)));
+        }
         tag->setKind(CXmlTagV2::KindAttributes);
     }
     m_current = tag;
@@ -67,6 +83,8 @@ bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QStr
 bool CXmlDefaultHandler::endElement(const QString&, const QString&, const QString&)
 {
     if (!m_current)
+        return false;
+    if (!acceptText(m_current->value(), QStringLiteral("the text of \"%1\"").arg(m_current->name())))
         return false;
     if (!m_current->value().isEmpty())
         m_current->setValue(decodeValue(m_current->value()));
@@ -86,6 +104,20 @@ bool CXmlDefaultHandler::startDTD(const QString&, const QString&, const QString&
 {
     m_qsError = QStringLiteral("document type declarations are not accepted");
     return false;
+}
+
+bool CXmlDefaultHandler::comment(const QString&)
+{
+    ++m_nDropped;
+    return true;
+}
+
+bool CXmlDefaultHandler::processingInstruction(const QString& target, const QString&)
+{
+    // The reader reports the XML declaration as one; the writer renews it.
+    if (target.compare(QLatin1String("xml"), Qt::CaseInsensitive) != 0)
+        ++m_nDropped;
+    return true;
 }
 
 bool CXmlDefaultHandler::fatalError(const QXmlParseException& exception)

@@ -6,7 +6,10 @@
 // decoded once more (decodeValue). Documents with a DOCTYPE (and so any
 // entity declaration) and documents nested deeper than nMaxDepth are
 // refused: the reader's own recursion would overflow the stack long before
-// it reports an error of its own.
+// it reports an error of its own. So are control characters that arrive
+// through character references ("&#1;"): no save could write them back.
+
+#include "store/xmlwriter.h"
 
 #include <QXmlDefaultHandler>
 
@@ -21,7 +24,7 @@ class CXmlTagV2;
 class CXmlDefaultHandler : public QXmlDefaultHandler
 {
 public:
-    enum { nMaxDepth = 256 };
+    enum { nMaxDepth = XmlWriter::nMaxDepth };
 
     explicit CXmlDefaultHandler(CFxXmListlTag& topTags);
 
@@ -31,18 +34,24 @@ public:
                     const QString& qName) override;
     bool characters(const QString& ch) override;
     bool startDTD(const QString& name, const QString& publicId, const QString& systemId) override;
+    bool comment(const QString& ch) override;
+    bool processingInstruction(const QString& target, const QString& data) override;
     bool fatalError(const QXmlParseException& exception) override;
     QString errorString() const override;
 
     bool sawElement() const { return m_bSawElement; }
     QString errorText() const { return m_qsError; }
+    int droppedMarkup() const { return m_nDropped; }
 
     // "&amp;nbsp;" and "&nbsp;" -> " ", then &amp; &gt; &lt; &quot; &apos;,
     // then "_33_" -> "!", in this order.
     static QString decodeValue(const QString& qsValue);
 
 private:
+    bool acceptText(const QString& qsText, const QString& qsWhat);
+
     CFxXmListlTag& m_top;
+    int m_nDropped = 0;
     CXmlTagV2* m_current = nullptr;
     int m_nDepth = 0;
     bool m_bSawElement = false;

@@ -48,6 +48,7 @@ CXMLWorkData::CXMLWorkData(const QString& qsFileName, const QString& qsNodeName)
 {
     CSerialize* doc = new CSerialize;
     if (!doc->openFile(qsFileName)) {
+        m_qsError = doc->errorString();
         delete doc;
         return;
     }
@@ -74,14 +75,26 @@ CXMLWorkData::~CXMLWorkData()
 
 bool CXMLWorkData::closeDocument(bool bSave)
 {
-    if (!m_bOwnsSerialize || !m_lpSerialize)
+    if (!m_bOwnsSerialize || !m_lpSerialize) {
+        if (m_qsError.isEmpty())
+            m_qsError = QStringLiteral("no document is open");
         return false;
-    const bool ok = zor_StopSZ(m_lpSerialize, bSave);
+    }
+    const bool ok = !bSave || m_lpSerialize->save();
+    m_qsError = ok ? QString() : m_lpSerialize->errorString();
+    delete m_lpSerialize;
     m_lpSerialize = nullptr;
     m_lpTag = nullptr;
     m_bOwnsSerialize = false;
     m_list.clear();
     return ok;
+}
+
+QString CXMLWorkData::errorString() const
+{
+    if (!m_qsError.isEmpty() || !m_lpSerialize)
+        return m_qsError;
+    return m_lpSerialize->errorString();
 }
 
 bool CXMLWorkData::inicParameters(CSerialize* lpSerialize, const QString& qsNodeName)

@@ -8,7 +8,8 @@
 // Reads come from the list, writes go to the list; nothing reaches the
 // document until writeParameters(). A cursor without a document (the file
 // could not be opened or parsed, or its element was cleared away) reads
-// every default and drops every write.
+// every default and drops every write; errorString() then says why the
+// document could not be opened.
 //
 // Parameter names are Windows-1251 bytes (plain ASCII in practice); element
 // names are strings. Cursors returned by pointer belong to the caller.
@@ -51,8 +52,12 @@ public:
     CXmlTagV2* getTag() const { return m_lpTag; }
     CListParameters& parameters() { return m_list; }
     // Saves (when bSave) and releases a document this cursor owns; false when
-    // it owns none or the save failed.
+    // it owns none or the save failed, with the reason in errorString(). A
+    // failed save leaves the file as it was.
     bool closeDocument(bool bSave);
+    // Why the document could not be opened or saved; empty when nothing
+    // failed. A cursor on a shared document reports the document's error.
+    QString errorString() const;
 
     int readInteger(const char* lpName, int nDefault);
     bool readBool(const char* lpName, bool bDefault);
@@ -117,6 +122,7 @@ private:
     QString m_qsIterName;
     int m_nIterNext = 0;
     CListParameters m_list;
+    QString m_qsError;
 };
 
 #endif

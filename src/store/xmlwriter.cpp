@@ -1,9 +1,14 @@
 #include "store/xmlwriter.h"
 
+#include "store/cxmldefaulthandler.h"
 #include "store/cxmltagv2.h"
 #include "module/zor_cp1251.h"
 
+#include <QTextCodec>
+
 #include <array>
+#include <limits>
+#include <vector>
 
 namespace {
 
@@ -23,10 +28,39 @@ bool isNameChar(char16_t c)
     return false;
 }
 
+// What the SAX reader accepts in a name: letters (and "_") may begin one,
+// digits, marks, "." and "-" may follow.
+enum NameClass { NotName, NameStart, NameFollow };
+
+NameClass nameClass(QChar c)
+{
+    const char16_t u = c.unicode();
+    if (u < 128) {
+        if ((u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || u == '_' || u == ':')
+            return NameStart;
+        if ((u >= '0' && u <= '9') || u == '.' || u == '-')
+            return NameFollow;
+        return NotName;
+    }
+    const QChar::Category cat = c.category();
+    if ((cat >= QChar::Letter_Uppercase && cat <= QChar::Letter_Other) || cat == QChar::Number_Letter)
+        return NameStart;
+    if ((cat >= QChar::Number_DecimalDigit && cat <= QChar::Number_Other)
+        || (cat >= QChar::Mark_NonSpacing && cat <= QChar::Mark_Enclosing))
+        return NameFollow;
+    return NotName;
+}
+
 // Byte-level tables for the hot loop of the writer.
 struct Tables {
     std::array<bool, 128> nameEscape{};
+    std::array<const char*, 128> attrEscape{};
     std::array<const char*, 128> textEscape{};
+    // The one-line text form keeps its text as it stands but for what would
+    // end it or not come back.
+    std::array<const char*, 128> lineEscape{};
+    // Characters that need a closer look before a string is written.
+    std::array<bool, 128> suspicious{};
     Tables()
     {
         for (char16_t c : kNameChars)
@@ -37,6 +71,16 @@ struct Tables {
         textEscape['>'] = "&gt;";
         textEscape['"'] = "&quot;";
         textEscape['\''] = "&apos;";
+        textEscape['\r'] = "&#13;";
+        attrEscape = textEscape;
+        lineEscape['&'] = "&amp;";
+        lineEscape['<'] = "&lt;";
+        lineEscape['\r'] = "&#13;";
+        attrEscape['\t'] = "&#9;";
+        attrEscape['\n'] = "&#10;";
+        for (int c = 0; c < 0x20; ++c)
+            suspicious[c] = c != '\t' && c != '\n';
+        suspicious['&'] = suspicious['_'] = true;
     }
 };
 
@@ -46,20 +90,79 @@ const Tables& tables()
     return t;
 }
 
-// The writer works on raw pointers into a buffer grown for the worst case
-// of each string and cut back afterwards: appending byte by byte through
-// QByteArray costs more than the whole encoding.
-class Cursor
+// Nothing longer than this goes into one byte array.
+const qint64 kMaxOutput = std::numeric_limits<int>::max() - 4096;
+// Worst growth of one character: "&quot;", "_1095_".
+const qint64 kWorstPerChar = 6;
+
+QString charName(QChar c)
+{
+    const QString code = QStringLiteral("U+%1").arg(c.unicode(), 4, 16, QLatin1Char('0')).toUpper();
+    return c.unicode() < 0x20 || c.unicode() == 0x7f ? code : QStringLiteral("\"%1\" (%2)").arg(c, code);
+}
+
+class Writer
 {
 public:
-    Cursor(QByteArray& out, int worstCase)
-        : m_out(out)
-        , m_start(out.size())
+    Writer(const XmlWriter::Encoding& encoding, QByteArray& out, QString* error)
+        : m_enc(encoding)
+        , m_out(out)
+        , m_error(error)
+        , m_utf8(encoding.codec && encoding.isUtf8())
     {
-        out.resize(m_start + worstCase);
-        m_p = out.data() + m_start;
     }
-    ~Cursor() { m_out.resize(int(m_p - m_out.constData())); }
+
+    bool run(const CFxXmListlTag& topTags);
+
+private:
+    bool fail(const CXmlTagV2* tag, const QString* attribute, const QString& what)
+    {
+        if (m_error) {
+            QString where = QStringLiteral("element \"%1\"").arg(XmlWriter::pathOf(tag));
+            if (attribute)
+                where += QStringLiteral(", attribute \"%1\"").arg(*attribute);
+            *m_error = QStringLiteral("%1: %2").arg(where, what);
+        }
+        return false;
+    }
+    bool reserve(const CXmlTagV2* tag, qint64 nChars)
+    {
+        // The slack covers the indentation (at most nMaxDepth * 4) and markup.
+        if (qint64(m_out.size()) + 2048 + nChars * kWorstPerChar <= kMaxOutput)
+            return true;
+        if (m_error)
+            *m_error = QStringLiteral("the document is too large to save (over 2 GiB) at element \"%1\"")
+                           .arg(XmlWriter::pathOf(tag));
+        return false;
+    }
+    bool checkName(const QString& name, const CXmlTagV2* tag, const QString* attribute);
+    bool checkText(const QString& text, const CXmlTagV2* tag, const QString* attribute);
+    bool openTag(const CXmlTagV2* tag, int level, bool& leaf);
+    void appendName(const QString& name);
+    void appendText(const QString& text, const std::array<const char*, 128>& escapes, bool guardCdataEnd);
+    void appendWide(const QChar* p, int& i, int n, char*& dst);
+
+    const XmlWriter::Encoding& m_enc;
+    QByteArray& m_out;
+    QString* m_error;
+    bool m_utf8;
+};
+
+// Cursor over the output grown for the worst case of one string and cut
+// back afterwards: appending byte by byte through QByteArray costs more
+// than the whole encoding.
+class Sink
+{
+public:
+    Sink(QByteArray& out, int worstCase)
+        : m_out(out)
+    {
+        const int start = out.size();
+        out.resize(start + worstCase);
+        m_p = out.data() + start;
+    }
+    ~Sink() { m_out.resize(int(m_p - m_out.constData())); }
+    char*& p() { return m_p; }
     void put(char c) { *m_p++ = c; }
     void put(const char* s)
     {
@@ -80,16 +183,49 @@ public:
 
 private:
     QByteArray& m_out;
-    int m_start;
     char* m_p;
 };
 
-void appendName(const QString& name, QByteArray& out)
+void Writer::appendWide(const QChar* p, int& i, int n, char*& dst)
+{
+    if (!m_enc.codec) {
+        *dst++ = ZOR_Cp1251::encodeChar(p[i]);
+        return;
+    }
+    if (m_utf8) {
+        const char32_t c = p[i].unicode();
+        if (p[i].isHighSurrogate() && i + 1 < n && p[i + 1].isLowSurrogate()) {
+            const char32_t u = QChar::surrogateToUcs4(p[i], p[i + 1]);
+            ++i;
+            *dst++ = char(0xF0 | (u >> 18));
+            *dst++ = char(0x80 | ((u >> 12) & 0x3F));
+            *dst++ = char(0x80 | ((u >> 6) & 0x3F));
+            *dst++ = char(0x80 | (u & 0x3F));
+        } else if (c < 0x800) {
+            *dst++ = char(0xC0 | (c >> 6));
+            *dst++ = char(0x80 | (c & 0x3F));
+        } else {
+            *dst++ = char(0xE0 | (c >> 12));
+            *dst++ = char(0x80 | ((c >> 6) & 0x3F));
+            *dst++ = char(0x80 | (c & 0x3F));
+        }
+        return;
+    }
+    const int count = p[i].isHighSurrogate() && i + 1 < n ? 2 : 1;
+    const QByteArray bytes = m_enc.codec->fromUnicode(p + i, count);
+    i += count - 1;
+    for (const char b : bytes.left(4))
+        *dst++ = b;
+}
+
+void Writer::appendName(const QString& name)
 {
     const Tables& t = tables();
-    Cursor sink(out, name.size() * 6);   // "_1095_" is the longest code
-    for (const QChar qc : name) {
-        const char16_t c = qc.unicode();
+    Sink sink(m_out, name.size() * int(kWorstPerChar));
+    const QChar* p = name.constData();
+    const int n = name.size();
+    for (int i = 0; i < n; ++i) {
+        const char16_t c = p[i].unicode();
         if (c < 128) {
             if (t.nameEscape[c])
                 sink.putCode(c);
@@ -98,50 +234,243 @@ void appendName(const QString& name, QByteArray& out)
         } else if (c == u'ч' || c == u'Ч') {
             sink.putCode(c);
         } else {
-            sink.put(ZOR_Cp1251::encodeChar(qc));
+            appendWide(p, i, n, sink.p());
         }
     }
 }
 
-void appendText(const QString& text, bool escape, QByteArray& out)
+void Writer::appendText(const QString& text, const std::array<const char*, 128>& escapes, bool guardCdataEnd)
 {
-    const Tables& t = tables();
     const QChar* p = text.constData();
     const int n = text.size();
-    Cursor sink(out, n * 6);   // "&quot;" is the longest entity
+    Sink sink(m_out, n * int(kWorstPerChar));
     for (int i = 0; i < n; ++i) {
         const char16_t c = p[i].unicode();
-        if (c < 128) {
-            if (escape && t.textEscape[c])
-                sink.put(t.textEscape[c]);
-            else
-                sink.put(char(c));
-        } else {
-            sink.put(ZOR_Cp1251::encodeChar(p[i]));
+        if (c >= 128)
+            appendWide(p, i, n, sink.p());
+        else if (escapes[c])
+            sink.put(escapes[c]);
+        else if (guardCdataEnd && c == '>' && i >= 2 && p[i - 1] == QLatin1Char(']') && p[i - 2] == QLatin1Char(']'))
+            sink.put("&gt;");
+        else
+            sink.put(char(c));
+    }
+}
+
+bool Writer::checkName(const QString& name, const CXmlTagV2* tag, const QString* attribute)
+{
+    if (name.isEmpty())
+        return fail(tag, attribute, QStringLiteral("an element or attribute needs a name"));
+    const QString stored = XmlWriter::storedText(name, m_enc);
+    bool first = true;
+    for (const QChar c : stored) {
+        if (isNameChar(c.unicode())) {
+            first = false;
+            continue;
+        }
+        const NameClass cls = nameClass(c);
+        if (cls == NotName || (first && cls != NameStart))
+            return fail(tag, attribute, QStringLiteral("the name \"%1\" cannot %2 the character %3")
+                                            .arg(name, first ? QStringLiteral("begin with") : QStringLiteral("hold"),
+                                                 charName(c)));
+        first = false;
+    }
+    if (stored.contains(QLatin1Char('_'))) {
+        QString encoded;
+        for (const QChar c : stored)
+            encoded += isNameChar(c.unicode()) ? QStringLiteral("_%1_").arg(c.unicode()) : QString(c);
+        const QString back = XmlWriter::decodeName(encoded);
+        if (back != stored) {
+            for (int i = 0; i < stored.size(); ++i)
+                if (back.size() <= i || back.at(i) != stored.at(i))
+                    return fail(tag, attribute, QStringLiteral("the name \"%1\" holds \"%2\", which reads back as \"%3\"")
+                                                    .arg(name, stored.mid(i, stored.indexOf(QLatin1Char('_'), i + 1) - i + 1),
+                                                         back.at(i)));
         }
     }
+    return true;
 }
 
-// ">text</name>" and the line end, or " />" when there is no text.
-void appendTextAndClose(const QString& name, const QString& text, bool escape, QByteArray& out)
+bool Writer::checkText(const QString& text, const CXmlTagV2* tag, const QString* attribute)
 {
-    if (text.isEmpty()) {
-        out += " />\n";
-        return;
+    const Tables& t = tables();
+    bool closer = false;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u < 128) {
+            if (t.suspicious[u] && u != '\r') {
+                if (u < 0x20)
+                    return fail(tag, attribute, QStringLiteral("the control character %1 cannot be stored").arg(charName(c)));
+                closer = true;
+            }
+        } else if (m_enc.codec) {
+            if (u == 0xFFFE || u == 0xFFFF || (c.isSurrogate() && !m_utf8))
+                return fail(tag, attribute, QStringLiteral("the character %1 cannot be stored").arg(charName(c)));
+        }
     }
-    out += '>';
-    appendText(text, escape, out);
-    out += "</";
-    appendName(name, out);
-    out += ">\n";
+    if (m_enc.codec) {
+        const QChar* p = text.constData();
+        for (int i = 0; i < text.size(); ++i) {
+            if (p[i].isHighSurrogate() && i + 1 < text.size() && p[i + 1].isLowSurrogate()) {
+                ++i;
+                continue;
+            }
+            if (p[i].isSurrogate() || (!m_utf8 && p[i].unicode() >= 128 && !m_enc.codec->canEncode(p[i])))
+                return fail(tag, attribute, QStringLiteral("the character %1 has no code in %2")
+                                                .arg(charName(p[i]), QString::fromLatin1(m_enc.name)));
+        }
+    }
+    if (!closer)
+        return true;
+    // The reader decodes a few escapes once more after the XML entities; a
+    // value holding one of them would not come back as it was. (Every
+    // escape it decodes begins with one of these.)
+    static const QLatin1String kDecodedAgain[] = {
+        QLatin1String("&nbsp;"), QLatin1String("&amp;"), QLatin1String("&gt;"), QLatin1String("&lt;"),
+        QLatin1String("&quot;"), QLatin1String("&apos;"), QLatin1String("_33_")};
+    const QString stored = XmlWriter::storedText(text, m_enc);
+    const QChar* p = stored.constData();
+    const int n = stored.size();
+    for (int i = 0; i < n; ++i) {
+        if (p[i] != QLatin1Char('&') && p[i] != QLatin1Char('_'))
+            continue;
+        const QStringView rest = QStringView(p + i, n - i);
+        for (const QLatin1String& escape : kDecodedAgain)
+            if (rest.startsWith(escape))
+                return fail(tag, attribute, QStringLiteral("the text \"%1\" would be read back as \"%2\"")
+                                                .arg(escape, CXmlDefaultHandler::decodeValue(escape)));
+    }
+    return true;
 }
 
-void appendIndent(int level, QByteArray& out)
+// Writes the opening tag; a tag without children is closed at once (leaf).
+bool Writer::openTag(const CXmlTagV2* tag, int level, bool& leaf)
 {
-    out.append(level * 4, ' ');
+    const Tables& t = tables();
+    if (level >= XmlWriter::nMaxDepth)
+        return fail(tag, nullptr, QStringLiteral("elements nested deeper than %1 are not saved").arg(int(XmlWriter::nMaxDepth)));
+    const CFxXmListlTag& children = tag->children();
+    if (!tag->value().isEmpty() && !children.isEmpty())
+        return fail(tag, nullptr, QStringLiteral("holds both text and child elements; the text would be lost"));
+    if (!reserve(tag, tag->name().size() * 2 + tag->value().size()) || !checkName(tag->name(), tag, nullptr)
+        || !checkText(tag->value(), tag, nullptr))
+        return false;
+    m_out.append(level * 4, ' ');
+    m_out += '<';
+    appendName(tag->name());
+    leaf = children.isEmpty();
+    // The one-line form holds the text alone; with attributes or children
+    // the element is written like any other so nothing is dropped.
+    const bool oneLine = tag->kind() == CXmlTagV2::KindText && tag->attributes().isEmpty() && leaf;
+    if (!oneLine) {
+        for (const CXmlAttribute& a : tag->attributes()) {
+            if (!reserve(tag, a.name.size() + a.value.size()) || !checkName(a.name, tag, &a.name)
+                || !checkText(a.value, tag, &a.name))
+                return false;
+            m_out += ' ';
+            appendName(a.name);
+            m_out += "=\"";
+            appendText(a.value, t.attrEscape, false);
+            m_out += '"';
+        }
+    }
+    if (!leaf) {
+        m_out += ">\n";
+        return true;
+    }
+    if (tag->value().isEmpty()) {
+        m_out += " />\n";
+        return true;
+    }
+    m_out += '>';
+    appendText(tag->value(), oneLine ? t.lineEscape : t.textEscape, oneLine);
+    m_out += "</";
+    appendName(tag->name());
+    m_out += ">\n";
+    return true;
+}
+
+bool Writer::run(const CFxXmListlTag& topTags)
+{
+    if (m_enc.bom)
+        m_out += "\xEF\xBB\xBF";
+    m_out += "<?xml version=\"1.0\" encoding=\"";
+    m_out += m_enc.name;
+    m_out += "\"?>\n";
+    struct Frame {
+        const CXmlTagV2* tag;
+        int next;
+    };
+    std::vector<Frame> stack;
+    for (int top = 0; top < topTags.count(); ++top) {
+        stack.push_back(Frame{topTags.getNumTag(top), -1});
+        while (!stack.empty()) {
+            const int level = int(stack.size()) - 1;
+            Frame& f = stack.back();
+            if (f.next < 0) {
+                bool leaf = false;
+                if (!openTag(f.tag, level, leaf))
+                    return false;
+                if (leaf) {
+                    stack.pop_back();
+                    continue;
+                }
+                f.next = 0;
+            }
+            if (f.next < f.tag->children().count()) {
+                const CXmlTagV2* child = f.tag->children().getNumTag(f.next++);
+                stack.push_back(Frame{child, -1});
+                continue;
+            }
+            if (!reserve(f.tag, f.tag->name().size()))
+                return false;
+            m_out.append(level * 4, ' ');
+            m_out += "</";
+            appendName(f.tag->name());
+            m_out += ">\n";
+            stack.pop_back();
+        }
+    }
+    return true;
 }
 
 } // namespace
+
+bool XmlWriter::Encoding::isUtf8() const
+{
+    return codec && codec->mibEnum() == 106;
+}
+
+QString XmlWriter::storedText(const QString& qsText, const Encoding& encoding)
+{
+    if (encoding.codec)
+        return qsText;
+    for (const QChar c : qsText) {
+        if (c.unicode() >= 128 && !ZOR_Cp1251::canEncode(c))
+            return ZOR_Cp1251::decode(ZOR_Cp1251::encode(qsText));
+    }
+    return qsText;
+}
+
+QString XmlWriter::pathOf(const CXmlTagV2* tag)
+{
+    // A deep path is shortened to its top and the three names nearest the
+    // element.
+    const int kNear = 3;
+    QStringList names;
+    const CXmlTagV2* top = tag;
+    int depth = 0;
+    for (const CXmlTagV2* t = tag; t; t = t->parent(), ++depth) {
+        if (depth < kNear + 2)
+            names.prepend(t->name());
+        top = t;
+    }
+    if (depth <= kNear + 2)
+        return names.join(QLatin1Char('/'));
+    return QStringLiteral("%1/.../%2 (%3 levels)")
+        .arg(top->name(), names.mid(names.size() - kNear).join(QLatin1Char('/')))
+        .arg(depth);
+}
 
 QString XmlWriter::decodeName(const QString& qsName)
 {
@@ -174,39 +503,14 @@ QString XmlWriter::decodeName(const QString& qsName)
 QByteArray XmlWriter::render(const CFxXmListlTag& topTags)
 {
     QByteArray out;
-    out.reserve(4096);
-    out += "<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n";
-    for (int i = 0; i < topTags.count(); ++i)
-        writeTag(topTags.getNumTag(i), 0, out);
+    render(topTags, Encoding(), out, nullptr);
     return out;
 }
 
-void XmlWriter::writeTag(const CXmlTagV2* tag, int nLevel, QByteArray& out)
+bool XmlWriter::render(const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out, QString* error)
 {
-    appendIndent(nLevel, out);
-    out += '<';
-    appendName(tag->name(), out);
-    if (tag->kind() == CXmlTagV2::KindText) {
-        appendTextAndClose(tag->name(), tag->value(), false, out);
-        return;
-    }
-    for (const CXmlAttribute& a : tag->attributes()) {
-        out += ' ';
-        appendName(a.name, out);
-        out += "=\"";
-        appendText(a.value, true, out);
-        out += '"';
-    }
-    const CFxXmListlTag& children = tag->children();
-    if (children.isEmpty()) {
-        appendTextAndClose(tag->name(), tag->value(), true, out);
-        return;
-    }
-    out += ">\n";
-    for (int i = 0; i < children.count(); ++i)
-        writeTag(children.getNumTag(i), nLevel + 1, out);
-    appendIndent(nLevel, out);
-    out += "</";
-    appendName(tag->name(), out);
-    out += ">\n";
+    out.clear();
+    out.reserve(4096);
+    Writer writer(encoding, out, error);
+    return writer.run(topTags);
 }

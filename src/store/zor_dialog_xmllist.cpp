@@ -140,19 +140,42 @@ QList<QStringList> ZOR_Dialog_XmlList::readRecords(const QString& qsPath, bool& 
     QFile file(qsPath);
     if (!file.exists())
         return records;
-    if (!file.open(QIODevice::ReadOnly)) {
+    // A file too large for a list, or one that reads short, is no list to
+    // be written over: it goes aside as ".bad" like a broken one.
+    if (!file.open(QIODevice::ReadOnly) || file.size() > nMaxFileBytes) {
         bOk = false;
         return records;
     }
     const QByteArray content = file.readAll();
+    if (content.size() != file.size()) {
+        bOk = false;
+        return records;
+    }
     if (content.trimmed().isEmpty())
         return records;
 
     QXmlStreamReader reader(content);
+    int nDepth = 0;
+    bool bOtherChildren = false;
     while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement
-            || reader.name() != qsRecordElement)
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::EndElement)
+            --nDepth;
+        if (token != QXmlStreamReader::StartElement)
             continue;
+        ++nDepth;
+        // Another kind of list (a server list saved under the commands'
+        // name) would lose all its records to the next save.
+        if (nDepth == 1 && reader.name() != qsRootElement) {
+            bOk = false;
+            return records;
+        }
+        if (nDepth != 2)
+            continue;
+        if (reader.name() != qsRecordElement) {
+            bOtherChildren = true;
+            continue;
+        }
         const QXmlStreamAttributes attributes = reader.attributes();
         QStringList fields;
         for (const ZOR_XmlListField& field : vFields)
@@ -161,7 +184,7 @@ QList<QStringList> ZOR_Dialog_XmlList::readRecords(const QString& qsPath, bool& 
     }
     // Whatever was read before the fault is kept: the user sees it and it is
     // written back, the original going aside as ".bad" first.
-    if (reader.hasError())
+    if (reader.hasError() || (bOtherChildren && records.isEmpty()))
         bOk = false;
     return records;
 }
@@ -208,7 +231,10 @@ bool ZOR_Dialog_XmlList::keepBadUserFile()
     QString qsCopy = qsPath + QStringLiteral(".bad");
     for (int n = 2; QFileInfo::exists(qsCopy); ++n)
         qsCopy = qsPath + QStringLiteral(".bad") + QString::number(n);
-    if (!QFile::copy(qsPath, qsCopy)) {
+    // A file too large for a list is moved rather than copied: copying
+    // gigabytes would keep the user waiting and may not fit the disk.
+    const bool bMove = QFileInfo(qsPath).size() > nMaxFileBytes;
+    if (!(bMove ? QFile::rename(qsPath, qsCopy) : QFile::copy(qsPath, qsCopy))) {
         ask(this, QMessageBox::Critical, attentionTitle(),
             zorTr(QStringLiteral("lst_009")).arg(QDir::toNativeSeparators(qsPath)),
             {zorTr(QStringLiteral("wrd_003"))});

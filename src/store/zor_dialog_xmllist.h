@@ -36,6 +36,9 @@ class ZOR_Dialog_XmlList : public QDialog
     Q_OBJECT
 
 public:
+    // A user's file larger than this is not read (and so kept aside).
+    static constexpr qint64 nMaxFileBytes = 16 * 1024 * 1024;
+
     ZOR_Dialog_XmlList(const QString& qsFileSubPath, const QString& qsRootElement,
                        const QString& qsRecordElement, const QVector<ZOR_XmlListField>& fields,
                        QWidget* parent = nullptr);
@@ -43,7 +46,10 @@ public:
 
     // Clears the records and the tree and reads the default file, then the
     // user's. A missing file is an empty part of the list. Returns false when
-    // the user's file exists but could not be read whole.
+    // the user's file exists but could not be read whole, is larger than
+    // nMaxFileBytes or is a list of another kind (another root element, or
+    // only elements other than records); such a file is copied aside as
+    // ".bad", with the user told, before it is first written over.
     bool readFile();
     // Validates, then writes the user's rows of the tree and reads the files
     // again. Emits signal_List_Change on success.

@@ -1,0 +1,189 @@
+#include "config/zor_configdocument.h"
+
+#include "config/zor_configpages.h"
+#include "config/zor_form_config.h"
+#include "config/zor_userparamregistry.h"
+#include "store/cserialize.h"
+#include "store/cxmltagv2.h"
+#include "store/cxmlworkdata.h"
+
+#include <QFileInfo>
+
+const char* const ZOR_ConfigDocument::qsRootName = "CONFIG";
+
+namespace {
+
+// Counts nested loads so that edits caused by loading are not taken for the
+// user's.
+struct LoadingScope {
+    explicit LoadingScope(int& n) : counter(n) { ++counter; }
+    ~LoadingScope() { --counter; }
+    int& counter;
+};
+
+} // namespace
+
+ZOR_ConfigDocument::ZOR_ConfigDocument(QObject* parent)
+    : QObject(parent)
+    , m_lpRegistry(new ZOR_UserParamRegistry(this))
+{
+}
+
+ZOR_ConfigDocument::~ZOR_ConfigDocument()
+{
+    qDeleteAll(m_owned);
+}
+
+void ZOR_ConfigDocument::createForms(QWidget* lpParent)
+{
+    createForms(lpParent, zorConfigPages());
+}
+
+void ZOR_ConfigDocument::createForms(QWidget* lpParent, const QVector<ZOR_ConfigPage>& pages)
+{
+    LoadingScope loading(m_nLoading);
+    for (const ZOR_ConfigPage& page : pages) {
+        ZOR_Form_Config* lpForm = page.create(lpParent);
+        if (!lpParent)
+            m_owned.append(lpForm);
+        m_forms.append(lpForm);
+        m_pages.append(page);
+        connect(lpForm, &ZOR_Form_Config::signal_UserParam_Add, m_lpRegistry, &ZOR_UserParamRegistry::slot_UserParam_Add);
+        connect(lpForm, &ZOR_Form_Config::signal_UserParam_Del, m_lpRegistry, &ZOR_UserParamRegistry::slot_UserParam_Del);
+        connect(lpForm, &ZOR_Form_Config::signal_FormEdited, this, [this] {
+            if (!isLoading())
+                setModified(true);
+        });
+    }
+    for (ZOR_Form_Config* lpForm : m_forms) {
+        lpForm->setUserParamRegistry(m_lpRegistry);
+        lpForm->applyProfile(m_profile);
+    }
+    newDocument();
+}
+
+ZOR_Form_Config* ZOR_ConfigDocument::form(const QString& qsId) const
+{
+    for (int i = 0; i < m_pages.size(); ++i)
+        if (qsId == QLatin1String(m_pages[i].lpId))
+            return m_forms[i];
+    return nullptr;
+}
+
+void ZOR_ConfigDocument::setProfile(const ZOR_TerminalProfile& profile)
+{
+    LoadingScope loading(m_nLoading);
+    m_profile = profile;
+    for (ZOR_Form_Config* lpForm : m_forms)
+        lpForm->applyProfile(m_profile);
+}
+
+void ZOR_ConfigDocument::translateForms()
+{
+    LoadingScope loading(m_nLoading);
+    for (ZOR_Form_Config* lpForm : m_forms)
+        lpForm->translateForm();
+}
+
+void ZOR_ConfigDocument::attach(std::unique_ptr<CSerialize> doc, const QString& qsFileName)
+{
+    m_doc = std::move(doc);
+    m_qsFileName = qsFileName;
+}
+
+void ZOR_ConfigDocument::newDocument()
+{
+    {
+        LoadingScope loading(m_nLoading);
+        auto doc = std::make_unique<CSerialize>();
+        doc->openData(QByteArray());
+        attach(std::move(doc), QString());
+        for (ZOR_Form_Config* lpForm : m_forms)
+            lpForm->setDefaultParam();
+    }
+    m_qsError.clear();
+    setModified(false);
+}
+
+bool ZOR_ConfigDocument::load(const QString& qsFileName)
+{
+    const QFileInfo info(qsFileName);
+    if (!info.exists()) {
+        m_qsError = tr("%1: no such file").arg(qsFileName);
+        return false;
+    }
+    if (!info.isFile()) {
+        m_qsError = tr("%1: not a file").arg(qsFileName);
+        return false;
+    }
+    auto doc = std::make_unique<CSerialize>();
+    if (!doc->openFile(qsFileName)) {
+        m_qsError = doc->errorString().isEmpty() ? tr("%1: cannot be read").arg(qsFileName) : doc->errorString();
+        return false;
+    }
+    {
+        LoadingScope loading(m_nLoading);
+        attach(std::move(doc), qsFileName);
+        readForms();
+    }
+    m_qsError.clear();
+    setModified(false);
+    return true;
+}
+
+void ZOR_ConfigDocument::readForms()
+{
+    CXmlTagV2* lpTop = m_doc->root();
+    CXMLWorkData root(m_doc.get(), lpTop ? lpTop : m_doc->topNode(QString::fromLatin1(qsRootName), true));
+    for (ZOR_Form_Config* lpForm : m_forms)
+        lpForm->setDefaultParam();
+    for (int pass = 0; pass < 2; ++pass)
+        for (int i = 0; i < m_forms.size(); ++i)
+            if (m_pages[i].bLoadLast == (pass == 1))
+                m_forms[i]->readFormParam(&root);
+}
+
+void ZOR_ConfigDocument::writeForms()
+{
+    if (!m_doc) {
+        m_doc = std::make_unique<CSerialize>();
+        m_doc->openData(QByteArray());
+    }
+    CXmlTagV2* lpTop = m_doc->root();
+    CXMLWorkData root(m_doc.get(), lpTop ? lpTop : m_doc->topNode(QString::fromLatin1(qsRootName), true));
+    for (ZOR_Form_Config* lpForm : m_forms)
+        lpForm->writeFormParam(&root);
+}
+
+QByteArray ZOR_ConfigDocument::render()
+{
+    writeForms();
+    return m_doc->render();
+}
+
+bool ZOR_ConfigDocument::save(const QString& qsFileName)
+{
+    const QString qsTarget = qsFileName.isEmpty() ? m_qsFileName : qsFileName;
+    if (qsTarget.isEmpty()) {
+        m_qsError = tr("no file name to save to");
+        return false;
+    }
+    writeForms();
+    if (!m_doc->saveAs(qsTarget)) {
+        m_qsError = m_doc->errorString().isEmpty() ? tr("%1: cannot be saved").arg(qsTarget)
+                                                    : m_doc->errorString();
+        return false;
+    }
+    m_qsFileName = qsTarget;
+    m_qsError.clear();
+    setModified(false);
+    return true;
+}
+
+void ZOR_ConfigDocument::setModified(bool bModified)
+{
+    if (m_bModified == bModified)
+        return;
+    m_bModified = bModified;
+    emit signal_ModifiedChanged(bModified);
+}

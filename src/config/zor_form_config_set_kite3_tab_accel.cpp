@@ -1,0 +1,29 @@
+#include "config/zor_form_config_set_kite3_tab_accel.h"
+
+namespace {
+
+using Tab = ZOR_Form_Config_Set_Kite3_Tab;
+
+const Tab::Box kBoxes[] = {
+    {106, "tmikte_222"},
+    {107, "tmikte_223"},
+    {108, "tmikte_224"},
+    {109, "cfgkt_035"},
+    {139, "cfgkt_038"},
+    {140, "tmikte_248"},
+    {141, "cfgkt_039"},
+    {143, "tmikte_252"},
+    {144, "tmikte_253"},
+    {145, "tmikte_254"},
+    {146, "cfgkt_048"},
+};
+
+} // namespace
+
+ZOR_Form_Config_Set_Kite3_Tab_Accel::ZOR_Form_Config_Set_Kite3_Tab_Accel(QWidget* parent)
+    : ZOR_Form_Config_Set_Kite3_Tab(parent)
+{
+    setTabName(QStringLiteral("Accel"), "cfgkt_015");
+    addBoxes(kBoxes);
+    layoutByVersion();
+}

@@ -1,0 +1,267 @@
+// zor-tool config: the configuration window without a window. new and
+// normalize run every settings form of zorConfigPages() (hidden, offscreen),
+// so a form added there is part of both; diff compares two documents node
+// by node.
+
+#include "zor_tool.h"
+#include "zor_tool_common.h"
+
+#include "config/zor_configdocument.h"
+#include "config/zor_terminalprofile.h"
+#include "store/cserialize.h"
+#include "store/cxmltagv2.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QHash>
+
+namespace {
+
+const char* const kHelp =
+    "Settings documents through every settings form.\n"
+    "  config new -o OUT [profile]          a new configuration: every form's defaults\n"
+    "  config normalize IN [-o OUT] [profile]\n"
+    "                                       load into every form and save as the window\n"
+    "                                       would (in place without -o)\n"
+    "  config diff A B                      nodes and attributes added (+), removed (-)\n"
+    "                                       and changed (~); exit 0 equal, 1 different\n"
+    "profile: --sims 1|2  --can-variant ext|bt  --ble-slots N";
+
+bool readProfile(const QCommandLineParser& parser, ZOR_TerminalProfile& profile, QString* error)
+{
+    if (parser.isSet(QStringLiteral("sims"))) {
+        const QString sims = parser.value(QStringLiteral("sims"));
+        if (sims != QLatin1String("1") && sims != QLatin1String("2")) {
+            *error = QStringLiteral("--sims takes 1 or 2, not '%1'").arg(sims);
+            return false;
+        }
+        profile.nSimCount = sims.toInt();
+    }
+    if (parser.isSet(QStringLiteral("can-variant"))) {
+        const QString can = parser.value(QStringLiteral("can-variant"));
+        if (can != QLatin1String("ext") && can != QLatin1String("bt")) {
+            *error = QStringLiteral("--can-variant takes ext or bt, not '%1'").arg(can);
+            return false;
+        }
+        profile.nCanVariant = can == QLatin1String("bt") ? ZOR_TerminalProfile::CanBt : ZOR_TerminalProfile::CanExt;
+    }
+    if (parser.isSet(QStringLiteral("ble-slots"))) {
+        bool ok = false;
+        const int n = parser.value(QStringLiteral("ble-slots")).toInt(&ok);
+        if (!ok || n < 0 || n > 32) {
+            *error = QStringLiteral("--ble-slots takes 0 to 32");
+            return false;
+        }
+        profile.nBluetoothSlots = n;
+    }
+    return true;
+}
+
+int saveDocument(ZOR_ConfigDocument& doc, const QString& file)
+{
+    if (!doc.save(file))
+        return ZorTool::fail(1, QStringLiteral("%1: not saved (%2)").arg(file, doc.errorString()));
+    return 0;
+}
+
+// --- diff ---------------------------------------------------------------
+
+QString quoted(const QString& s)
+{
+    return QLatin1Char('"') + s + QLatin1Char('"');
+}
+
+// Children are matched by name and by their rank among the siblings of that
+// name: the second ROW of A is compared with the second ROW of B.
+QString childPath(const QString& parent, const CXmlTagV2* tag, int rank)
+{
+    QString path = parent.isEmpty() ? tag->name() : parent + QLatin1Char('/') + tag->name();
+    if (rank > 1)
+        path += QStringLiteral("[%1]").arg(rank);
+    return path;
+}
+
+QVector<int> ranks(const CXmlTagV2* tag)
+{
+    QVector<int> result;
+    QHash<QString, int> seen;
+    for (int i = 0; i < tag->children().count(); ++i)
+        result.append(++seen[tag->getNumTag(i)->name()]);
+    return result;
+}
+
+const CXmlTagV2* findRanked(const CXmlTagV2* tag, const QString& name, int rank, int* index)
+{
+    int n = 0;
+    for (int i = 0; i < tag->children().count(); ++i) {
+        if (tag->getNumTag(i)->name() == name && ++n == rank) {
+            *index = i;
+            return tag->getNumTag(i);
+        }
+    }
+    return nullptr;
+}
+
+class Differ
+{
+public:
+    int count = 0;
+
+    void node(const CXmlTagV2* a, const CXmlTagV2* b, const QString& path)
+    {
+        attributes(a, b, path);
+        if (a->value() != b->value())
+            line('~', path + QStringLiteral(" text: %1 -> %2").arg(quoted(a->value()), quoted(b->value())));
+        const QVector<int> rankA = ranks(a);
+        const QVector<int> rankB = ranks(b);
+        QVector<bool> matched(b->children().count(), false);
+        for (int i = 0; i < a->children().count(); ++i) {
+            const CXmlTagV2* childA = a->getNumTag(i);
+            int j = -1;
+            const CXmlTagV2* childB = findRanked(b, childA->name(), rankA[i], &j);
+            if (childB) {
+                matched[j] = true;
+                node(childA, childB, childPath(path, childA, rankA[i]));
+            } else {
+                whole('-', childA, childPath(path, childA, rankA[i]));
+            }
+        }
+        for (int j = 0; j < b->children().count(); ++j)
+            if (!matched[j])
+                whole('+', b->getNumTag(j), childPath(path, b->getNumTag(j), rankB[j]));
+    }
+
+    // A node only one side has, with everything below it.
+    void whole(char sign, const CXmlTagV2* tag, const QString& path)
+    {
+        QString text = path;
+        for (const CXmlAttribute& attr : tag->attributes())
+            text += QLatin1Char(' ') + attr.name + QLatin1Char('=') + quoted(attr.value);
+        if (!tag->value().isEmpty())
+            text += QStringLiteral(" text=") + quoted(tag->value());
+        line(sign, text);
+        const QVector<int> rank = ranks(tag);
+        for (int i = 0; i < tag->children().count(); ++i)
+            whole(sign, tag->getNumTag(i), childPath(path, tag->getNumTag(i), rank[i]));
+    }
+
+private:
+    void attributes(const CXmlTagV2* a, const CXmlTagV2* b, const QString& path)
+    {
+        for (const CXmlAttribute& attr : a->attributes()) {
+            const int i = b->attributeIndex(attr.name);
+            if (i < 0)
+                line('-', path + QStringLiteral(" @%1=%2").arg(attr.name, quoted(attr.value)));
+            else if (b->attributes().at(i).value != attr.value)
+                line('~', path + QStringLiteral(" @%1: %2 -> %3")
+                                     .arg(attr.name, quoted(attr.value), quoted(b->attributes().at(i).value)));
+        }
+        for (const CXmlAttribute& attr : b->attributes())
+            if (a->attributeIndex(attr.name) < 0)
+                line('+', path + QStringLiteral(" @%1=%2").arg(attr.name, quoted(attr.value)));
+    }
+
+    void line(char sign, const QString& text)
+    {
+        ++count;
+        ZorTool::out() << sign << ' ' << text << '\n';
+    }
+};
+
+bool openDocument(const QString& file, CSerialize& doc, QString* error)
+{
+    if (!QFileInfo(file).isFile()) {
+        *error = QStringLiteral("cannot read %1: no such file").arg(file);
+        return false;
+    }
+    if (!doc.openFile(file)) {
+        *error = QStringLiteral("%1: not a settings document (%2)").arg(file, doc.errorString());
+        return false;
+    }
+    return true;
+}
+
+int diff(const QString& fileA, const QString& fileB)
+{
+    CSerialize a;
+    CSerialize b;
+    QString error;
+    if (!openDocument(fileA, a, &error) || !openDocument(fileB, b, &error))
+        return ZorTool::fail(2, error);
+    Differ differ;
+    const CXmlTagV2* rootA = a.root();
+    const CXmlTagV2* rootB = b.root();
+    if (rootA && rootB && rootA->name() == rootB->name()) {
+        differ.node(rootA, rootB, rootA->name());
+    } else {
+        if (rootA)
+            differ.whole('-', rootA, rootA->name());
+        if (rootB)
+            differ.whole('+', rootB, rootB->name());
+    }
+    return differ.count == 0 ? 0 : 1;
+}
+
+} // namespace
+
+int toolConfig(const QStringList& args)
+{
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return ZorTool::fail(2, QStringLiteral("config: the settings forms need the widget application"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QString::fromLatin1(kHelp));
+    parser.addPositionalArgument(QStringLiteral("action"), QStringLiteral("new, normalize or diff"));
+    parser.addOption({{QStringLiteral("o"), QStringLiteral("output")}, QStringLiteral("File to write."), QStringLiteral("file")});
+    parser.addOption({QStringLiteral("sims"), QStringLiteral("SIM cards of the terminal: 1 or 2."), QStringLiteral("n")});
+    parser.addOption({QStringLiteral("can-variant"), QStringLiteral("CAN variant: ext or bt."), QStringLiteral("v")});
+    parser.addOption({QStringLiteral("ble-slots"), QStringLiteral("Bluetooth LE sensor slots."), QStringLiteral("n")});
+    int code = 0;
+    if (!ZorTool::parse(parser, args, &code))
+        return code;
+
+    const QStringList pos = parser.positionalArguments();
+    const QString action = pos.value(0);
+    const QString output = parser.value(QStringLiteral("o"));
+    if (action == QLatin1String("diff")) {
+        if (pos.size() != 3)
+            return ZorTool::fail(2, QStringLiteral("config diff takes two files: diff A B"));
+        return diff(pos.at(1), pos.at(2));
+    }
+    ZOR_TerminalProfile profile;
+    QString error;
+    if (!readProfile(parser, profile, &error))
+        return ZorTool::fail(2, error);
+    ZOR_ConfigDocument doc;
+    doc.setProfile(profile);
+    if (action == QLatin1String("new")) {
+        if (pos.size() != 1 || output.isEmpty())
+            return ZorTool::fail(2, QStringLiteral("config new takes -o OUT and no file"));
+        doc.createForms();
+        return saveDocument(doc, output);
+    }
+    if (action == QLatin1String("normalize")) {
+        if (pos.size() != 2)
+            return ZorTool::fail(2, QStringLiteral("config normalize takes one file: normalize IN [-o OUT]"));
+        doc.createForms();
+        // A file that does not load is reported and left as it is.
+        if (!doc.load(pos.at(1)))
+            return ZorTool::fail(1, QStringLiteral("%1: not loaded (%2)").arg(pos.at(1), doc.errorString()));
+        return saveDocument(doc, output.isEmpty() ? pos.at(1) : output);
+    }
+    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize or diff)").arg(action));
+}
+
+int toolConfigMain(int argc, char** argv)
+{
+    // The forms are widgets, created but never shown: no display is needed.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Qt's own notes about the desktop it does not have would only clutter
+    // the one error line a script reads; real failures still show.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
+        if (type == QtCriticalMsg || type == QtFatalMsg)
+            ZorTool::err() << message << '\n';
+    });
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zor-tool"));
+    return ZorTool::finish(toolConfig(app.arguments().mid(1)));
+}
