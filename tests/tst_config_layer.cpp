@@ -94,6 +94,7 @@ private slots:
     void registryKeepsValueUntilEveryPublisherWithdraws();
     void saveThenLoadIsByteIdenticalAndKeepsForeignNodes();
     void unreadableFileIsReportedAndNeverOverwritten();
+    void handEditedEmptyRootTakesTheForms();
     void failedSaveLeavesOldFileAndSaysWhy();
     void userEditsMarkModifiedButLoadingDoesNot();
 };
@@ -131,6 +132,7 @@ void TestConfigLayer::storedValuesLoadWithFallbacks()
     form->spin.setValue(99);
     form->check.setChecked(!on);
     QVERIFY2(doc.load(path), qPrintable(doc.errorString()));
+    QVERIFY2(!doc.render().isEmpty(), qPrintable(doc.errorString()));
     QCOMPARE(form->spin.value(), speed);
     QCOMPARE(form->check.isChecked(), on);
     QCOMPARE(form->combo.currentText(), type);
@@ -244,6 +246,18 @@ void TestConfigLayer::unreadableFileIsReportedAndNeverOverwritten()
     QCOMPARE(readAll(path), broken);
     QVERIFY(!doc.load(dir.filePath("missing.xml")));
     QVERIFY(!QFile::exists(dir.filePath("missing.xml")));
+}
+
+void TestConfigLayer::handEditedEmptyRootTakesTheForms()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath("c.xml");
+    QVERIFY(writeAll(path, kDecl + "<CONFIG>\n</CONFIG>\n"));
+    ZOR_ConfigDocument doc;
+    doc.createForms(nullptr, kPages);
+    QVERIFY(doc.load(path));
+    QVERIFY2(doc.save(), qPrintable(doc.errorString()));
+    QVERIFY(readAll(path).contains("<DEV speed=\"10\""));
 }
 
 void TestConfigLayer::failedSaveLeavesOldFileAndSaysWhy()

@@ -158,7 +158,12 @@ void ZOR_ConfigDocument::writeForms()
 QByteArray ZOR_ConfigDocument::render()
 {
     writeForms();
-    return m_doc->render();
+    QByteArray bytes;
+    if (!m_doc->renderChecked(bytes)) {
+        m_qsError = m_doc->errorString();
+        return QByteArray();
+    }
+    return bytes;
 }
 
 bool ZOR_ConfigDocument::save(const QString& qsFileName)

@@ -40,8 +40,9 @@ public:
     ~ZOR_ConfigDocument() override;
 
     // Creates one form per page (children of lpParent when given, otherwise
-    // owned by the document), runs initForm and translateForm, routes the
-    // user parameters and starts a new document.
+    // owned by the document; each form builds and translates itself in its
+    // constructor), routes the user parameters, applies the profile and
+    // starts a new document.
     void createForms(QWidget* lpParent = nullptr);
     // The same for another set of pages (tests, tools that need fewer forms).
     void createForms(QWidget* lpParent, const QVector<ZOR_ConfigPage>& pages);
@@ -61,7 +62,8 @@ public:
     // current file when empty). False when the save failed: the file on disk
     // is as it was.
     bool save(const QString& qsFileName = QString());
-    // The bytes save() would write, without touching any file.
+    // The bytes save() would write, without touching any file; empty (and
+    // errorString) when the document could not be saved.
     QByteArray render();
 
     QString fileName() const { return m_qsFileName; }

@@ -32,6 +32,11 @@ void CXmlTagV2::setTagValue(const QString& qsName, const QString& qsValue)
 
 CXmlTagV2* CXmlTagV2::addTagNode(const QString& qsName, const QString& qsValue, int nKind)
 {
+    // White space left between the tags of a hand-edited "<A>\n</A>" is
+    // layout, not text; once the element has children it would otherwise be
+    // text beside children, which no file can hold.
+    if (!m_qsValue.isEmpty() && m_qsValue.trimmed().isEmpty())
+        m_qsValue.clear();
     CXmlTagV2* tag = new CXmlTagV2(qsName, qsValue, nKind, this);
     m_children.append(tag);
     return tag;
