@@ -14,44 +14,77 @@
 
 #include <cstdio>
 
+namespace {
+
+struct Options {
+    QCommandLineOption library{QStringLiteral("library"), QStringLiteral("Module library to load."),
+                               QStringLiteral("path")};
+    QCommandLineOption connectTo{QStringLiteral("connect"),
+                                 QStringLiteral("Terminal link: simulator, simulator:CHUNK[:DELAY_MS] "
+                                                "(replies in pieces) or serial:PORT[:BAUD]."),
+                                 QStringLiteral("link"), QStringLiteral("simulator")};
+    QCommandLineOption language{QStringLiteral("language"), QStringLiteral("Language of the module: ru or en."),
+                                QStringLiteral("lang"), QStringLiteral("ru")};
+    QCommandLineOption dialect{QStringLiteral("dialect"), QStringLiteral("GNSS command dialect of the terminal (0, 1)."),
+                               QStringLiteral("n"), QStringLiteral("0")};
+    QCommandLineOption ussd{QStringLiteral("ussd"), QStringLiteral("USSD request of the SIM balance."),
+                            QStringLiteral("request"), QStringLiteral("*100#")};
+    QCommandLineOption gap{QStringLiteral("gap"),
+                           QStringLiteral("Quiet time in ms after which received bytes without a line end "
+                                          "go to the module as one reply."),
+                           QStringLiteral("ms"), QString::number(ZOR_ReplyAssembler::nDefaultIdleGapMs)};
+    QCommandLineOption ravel{QStringLiteral("ravel"), QStringLiteral("Configurator mode 5 (the RAVEL layout).")};
+    QCommandLineOption demo{QStringLiteral("demo"),
+                            QStringLiteral("Run the scripted demo, print the console log and exit.")};
+    QCommandLineOption screenshot{QStringLiteral("screenshot"),
+                                  QStringLiteral("Run the demo and save a picture of the host with the console."),
+                                  QStringLiteral("file")};
+    QCommandLineOption screenshotConfig{QStringLiteral("screenshot-config"),
+                                        QStringLiteral("Save a picture of the configuration window on a new document."),
+                                        QStringLiteral("file")};
+
+    void addTo(QCommandLineParser& parser) const
+    {
+        parser.setApplicationDescription(QStringLiteral("Reference host of the ZOR_Commands module."));
+        parser.addHelpOption();
+        parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig});
+    }
+};
+
+// Help and usage errors need no windows: answer them before a display is
+// opened, so that they work on a machine without one.
+void answerWithoutDisplay(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zor-host"));
+    QCommandLineParser parser;
+    Options options;
+    options.addTo(parser);
+    parser.process(app); // exits on --help and on a malformed command line
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
+    answerWithoutDisplay(argc, argv);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zor-host"));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Reference host of the ZOR_Commands module."));
-    parser.addHelpOption();
-    const QCommandLineOption library(QStringLiteral("library"), QStringLiteral("Module library to load."),
-                                     QStringLiteral("path"),
-                                     QApplication::applicationDirPath() + QStringLiteral("/libZOR_Commands.so"));
-    const QCommandLineOption connectTo(QStringLiteral("connect"),
-                                       QStringLiteral("Terminal link: simulator or serial:PORT[:BAUD]."),
-                                       QStringLiteral("link"), QStringLiteral("simulator"));
-    const QCommandLineOption language(QStringLiteral("language"), QStringLiteral("Language of the module: ru or en."),
-                                      QStringLiteral("lang"), QStringLiteral("ru"));
-    const QCommandLineOption dialect(QStringLiteral("dialect"), QStringLiteral("GNSS command dialect of the terminal (0, 1)."),
-                                     QStringLiteral("n"), QStringLiteral("0"));
-    const QCommandLineOption ussd(QStringLiteral("ussd"), QStringLiteral("USSD request of the SIM balance."),
-                                  QStringLiteral("request"), QStringLiteral("*100#"));
-    const QCommandLineOption ravel(QStringLiteral("ravel"), QStringLiteral("Configurator mode 5 (the RAVEL layout)."));
-    const QCommandLineOption demo(QStringLiteral("demo"),
-                                  QStringLiteral("Run the scripted demo, print the console log and exit."));
-    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
-                                        QStringLiteral("Run the demo and save a picture of the host with the console."),
-                                        QStringLiteral("file"));
-    const QCommandLineOption screenshotConfig(QStringLiteral("screenshot-config"),
-                                              QStringLiteral("Save a picture of the configuration window on a new document."),
-                                              QStringLiteral("file"));
-    parser.addOptions({library, connectTo, language, dialect, ussd, ravel, demo, screenshot, screenshotConfig});
+    Options options;
+    options.library.setDefaultValue(QApplication::applicationDirPath() + QStringLiteral("/libZOR_Commands.so"));
+    options.addTo(parser);
     parser.process(app);
-    const bool bScripted = parser.isSet(demo) || parser.isSet(screenshot) || parser.isSet(screenshotConfig);
+    const bool bScripted = parser.isSet(options.demo) || parser.isSet(options.screenshot)
+        || parser.isSet(options.screenshotConfig);
 
-    app.setProperty("zor_programLanguage", parser.value(language));
+    app.setProperty("zor_programLanguage", parser.value(options.language));
     ZOR_HostModule module;
-    module.setCoordSystem(parser.value(dialect).toInt());
-    module.setUssdRequest(parser.value(ussd));
-    if (!module.load(parser.value(library), parser.isSet(ravel) ? 5 : 0)) {
+    module.setCoordSystem(parser.value(options.dialect).toInt());
+    module.setUssdRequest(parser.value(options.ussd));
+    module.setIdleGapMs(parser.value(options.gap).toInt());
+    if (!module.load(parser.value(options.library), parser.isSet(options.ravel) ? 5 : 0)) {
         std::fprintf(stderr, "zor-host: %s\n", module.errorString().toLocal8Bit().constData());
         if (!bScripted && QGuiApplication::platformName() != QLatin1String("offscreen"))
             QMessageBox::critical(nullptr, QStringLiteral("zor-host"), module.errorString());
@@ -60,16 +93,16 @@ int main(int argc, char** argv)
 
     ZOR_HostWindow window(&module);
     window.show();
-    if (!window.connectTerminal(parser.value(connectTo)) && bScripted) {
+    if (!window.connectTerminal(parser.value(options.connectTo)) && bScripted) {
         std::fprintf(stderr, "zor-host: %s\n", window.statusBar()->currentMessage().toLocal8Bit().constData());
         return 1;
     }
     if (!bScripted)
         return app.exec();
-    if (parser.isSet(screenshotConfig))
-        return window.openConfigWindow()->saveScreenshot(parser.value(screenshotConfig)) ? 0 : 1;
+    if (parser.isSet(options.screenshotConfig))
+        return window.openConfigWindow()->saveScreenshot(parser.value(options.screenshotConfig)) ? 0 : 1;
 
-    ZOR_HostDemo script(&module, &window, parser.value(screenshot));
+    ZOR_HostDemo script(&module, &window, parser.value(options.screenshot));
     QObject::connect(&script, &ZOR_HostDemo::signal_Finished, &app, &QCoreApplication::exit);
     script.start();
     return app.exec();

@@ -2,8 +2,11 @@
 // logs, how it reads ICCID replies, and the rules of its check boxes.
 // Captions show as their keys (pseudo-language "keys").
 
+#include "commands/zor_command_history.h"
+#include "commands/zor_dialog_commands.h"
 #include "commands/zor_form_commands.h"
 #include "commands/zor_model_log.h"
+#include "module/zor_global.h"
 #include "module/zor_commands.h"
 #include "module/zor_language.h"
 #include "zor_host_recorder.h"
@@ -16,6 +19,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTemporaryDir>
 #include <QTableView>
 #include <QToolButton>
 #include <QtTest>
@@ -52,6 +56,12 @@ private slots:
     void closingStopsForwarding();
     void editingTheLineEnablesSaving();
     void ravelLayoutInMode5();
+    void enterSendsOnce_data();
+    void enterSendsOnce();
+    void escapeInTheLineDoesNotClose();
+    void historyWalksSentCommands();
+    void historyOutlivesTheConsole();
+    void reselectingTheCommandRestoresItsText();
 
 private:
     template <typename T>
@@ -69,12 +79,24 @@ private:
     }
     void setIccIdResults(const QString& sim1, const QString& sim2);
 
+    void typeAndEnter(const QString& text)
+    {
+        auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+        line->clear();
+        QTest::keyClicks(line, text);
+        QTest::keyClick(line, Qt::Key_Return);
+    }
+
     ZOR_HostRecorder& host = ZOR_HostRecorder::instance();
     std::unique_ptr<ZOR_Form_Commands> form;
+    // Application data (the history file) out of the build tree.
+    QTemporaryDir dataDir;
 };
 
 void TestConsole::initTestCase()
 {
+    QVERIFY(dataDir.isValid());
+    setAppDataDirectory(dataDir.path());
     ZOR_Language::instance().load(QStringLiteral("keys"));
     QVERIFY(lpGlobalLib);
     lpGlobalLib->InitConfigurator(&ZOR_HostRecorder::callback);
@@ -82,6 +104,7 @@ void TestConsole::initTestCase()
 
 void TestConsole::init()
 {
+    QFile::remove(ZOR_CommandHistory::defaultPath());
     host.clear();
     host.nCoordSystem = 0;
     host.ussdRequest = "*100#";
@@ -464,6 +487,100 @@ void TestConsole::ravelLayoutInMode5()
     QVERIFY(child<QGroupBox>("groupBox_Ravel")->isVisibleTo(form.get()));
     QCOMPARE(form->getWindowTitle(), QStringLiteral("mdln_002"));
     QCOMPARE(form->windowTitle(), QStringLiteral("mdln_002"));
+}
+
+void TestConsole::enterSendsOnce_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("Return") << int(Qt::Key_Return);
+    QTest::newRow("keypad Enter") << int(Qt::Key_Enter);
+}
+
+void TestConsole::enterSendsOnce()
+{
+    QFETCH(int, key);
+    form->showForm();
+    form->deviceConnect();
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    QApplication::setActiveWindow(form.get());
+    line->setFocus();
+    QTest::keyClicks(line, QStringLiteral("*!SETT_RESET"));
+    host.clear();
+    QTest::keyClick(line, Qt::Key(key));
+    QCOMPARE(host.sent(), QList<QByteArray>({QByteArray("*!SETT_RESET")}));
+    // Nor does Enter on any other button of the console send the command.
+    host.clear();
+    for (QPushButton* button : form->findChildren<QPushButton*>())
+        if (button->window() == form.get())
+            QVERIFY2(!button->autoDefault() && !button->isDefault(), qPrintable(button->objectName()));
+    QTest::keyClick(child<QComboBox>("comboBox_ListCommands"), Qt::Key_Return);
+    QVERIFY(host.sent().isEmpty());
+    QVERIFY(form->isVisible());
+}
+
+void TestConsole::escapeInTheLineDoesNotClose()
+{
+    form->showForm();
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    QTest::keyClicks(line, QStringLiteral("*?V"));
+    host.clear();
+    QTest::keyClick(line, Qt::Key_Escape);
+    QVERIFY(form->isVisible());
+    QCOMPARE(line->text(), QStringLiteral("*?V"));
+    QVERIFY(!host.codes().contains(ZOR_MSG_RECEIVE_STOP));
+}
+
+void TestConsole::historyWalksSentCommands()
+{
+    form->showForm();
+    form->deviceConnect();
+    for (const char* command : {"*?V", "*?S", "*?PING 1", "*?S"})
+        typeAndEnter(QLatin1String(command));
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    line->setText(QStringLiteral("*?IC")); // being edited
+    // Newest first; a repeated command counts once, at its latest place.
+    const QStringList up = {QStringLiteral("*?S"), QStringLiteral("*?PING 1"), QStringLiteral("*?V"),
+                            QStringLiteral("*?V")};
+    for (const QString& expected : up) {
+        QTest::keyClick(line, Qt::Key_Up);
+        QCOMPARE(line->text(), expected);
+    }
+    QTest::keyClick(line, Qt::Key_Down);
+    QCOMPARE(line->text(), QStringLiteral("*?PING 1"));
+    QTest::keyClick(line, Qt::Key_Escape);
+    QCOMPARE(line->text(), QStringLiteral("*?IC"));
+    QTest::keyClick(line, Qt::Key_Up);
+    QTest::keyClick(line, Qt::Key_Down);
+    QCOMPARE(line->text(), QStringLiteral("*?IC"));
+    QVERIFY(form->isVisible());
+}
+
+void TestConsole::historyOutlivesTheConsole()
+{
+    form->showForm();
+    form->deviceConnect();
+    typeAndEnter(QStringLiteral("*?V"));
+    typeAndEnter(QStringLiteral("*?GSM"));
+    form.reset(new ZOR_Form_Commands()); // the host restarted
+    QCOMPARE(form->commandHistory()->entries(), QStringList({QStringLiteral("*?V"), QStringLiteral("*?GSM")}));
+    form->showForm();
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    QTest::keyClick(line, Qt::Key_Up);
+    QCOMPARE(line->text(), QStringLiteral("*?GSM"));
+}
+
+void TestConsole::reselectingTheCommandRestoresItsText()
+{
+    form->dialogCommands()->setNewCommand(QStringLiteral("Version"), QStringLiteral("*?V"));
+    form->setTypeCommandType(QStringLiteral("*?V"));
+    auto* combo = child<QComboBox>("comboBox_ListCommands");
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    QCOMPARE(combo->currentText(), QStringLiteral("Version"));
+    line->setText(QStringLiteral("*?V edited"));
+    form->setTypeCommandType(QStringLiteral("*?V"));
+    QCOMPARE(combo->currentText(), QStringLiteral("Version"));
+    QCOMPARE(line->text(), QStringLiteral("*?V"));
+    QVERIFY(!child<QToolButton>("toolButton_ListCommands_Add")->isEnabled());
 }
 
 QTEST_MAIN(TestConsole)

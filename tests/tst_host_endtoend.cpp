@@ -22,7 +22,7 @@
 
 // The socat rows need socat; without it they are skipped, not failed.
 #define SKIP_WITHOUT_SOCAT(link) \
-    if ((link) == QLatin1String("socat") && QStandardPaths::findExecutable(QStringLiteral("socat")).isEmpty()) \
+    if ((link).startsWith(QLatin1String("socat")) && QStandardPaths::findExecutable(QStringLiteral("socat")).isEmpty()) \
         QSKIP("socat is not installed (scripts/deps.sh installs it)")
 
 namespace {
@@ -60,10 +60,10 @@ private slots:
 
 private:
     // Starts zor-sim (and socat, for a pair); returns the port for the host.
-    QString startTerminal(bool bSocatPair);
+    QString startTerminal(bool bSocatPair, bool bChunked);
     // The --connect text of a test row's terminal; empty when it did not start.
     QString linkText(const QString& qsLink);
-    void addTerminalRows(bool bInProcess);
+    void addTerminalRows(bool bInProcess, bool bChunked = false);
     void stop(QProcess& process);
 
     QLibrary m_fake;
@@ -103,17 +103,22 @@ void TestHostEndToEnd::cleanup()
 
 QString TestHostEndToEnd::linkText(const QString& qsLink)
 {
-    if (qsLink == QLatin1String("simulator"))
+    if (qsLink.startsWith(QLatin1String("simulator")))
         return qsLink;
-    const QString qsPort = startTerminal(qsLink == QLatin1String("socat"));
+    const QString qsPort = startTerminal(qsLink.startsWith(QLatin1String("socat")), qsLink.endsWith(QLatin1String("chunked")));
     return qsPort.isEmpty() ? QString() : QStringLiteral("serial:%1:115200").arg(qsPort);
 }
 
-QString TestHostEndToEnd::startTerminal(bool bSocatPair)
+QString TestHostEndToEnd::startTerminal(bool bSocatPair, bool bChunked)
 {
     const QString qsSim = QStringLiteral(ZOR_BIN_DIR "/zor-sim");
+    // Replies in 7-byte pieces 15 ms apart: every reply reaches the host in
+    // several reads, as from a slow line.
+    const QStringList chunking = bChunked ? QStringList{QStringLiteral("--chunk"), QStringLiteral("7"),
+                                                        QStringLiteral("--chunk-delay"), QStringLiteral("15")}
+                                          : QStringList();
     if (!bSocatPair) {
-        m_sim.start(qsSim, QStringList());
+        m_sim.start(qsSim, chunking);
         if (!m_sim.waitForStarted() || !m_sim.waitForReadyRead(3000))
             return QString();
         return QString::fromLocal8Bit(m_sim.readLine()).trimmed();
@@ -129,17 +134,23 @@ QString TestHostEndToEnd::startTerminal(bool bSocatPair)
         return QString();
     for (int nWait = 0; nWait < 100 && !(QFile::exists(qsHostEnd) && QFile::exists(qsTermEnd)); ++nWait)
         QTest::qWait(30);
-    m_sim.start(qsSim, {qsTermEnd});
+    m_sim.start(qsSim, chunking + QStringList{qsTermEnd});
     return m_sim.waitForStarted() ? qsHostEnd : QString();
 }
 
-void TestHostEndToEnd::addTerminalRows(bool bInProcess)
+void TestHostEndToEnd::addTerminalRows(bool bInProcess, bool bChunked)
 {
     QTest::addColumn<QString>("link");
     if (bInProcess)
         QTest::newRow("in process") << QStringLiteral("simulator");
     QTest::newRow("zor-sim's own pty") << QStringLiteral("pty");
     QTest::newRow("socat pair") << QStringLiteral("socat");
+    if (!bChunked)
+        return;
+    if (bInProcess)
+        QTest::newRow("in process, replies in pieces") << QStringLiteral("simulator:7:15");
+    QTest::newRow("zor-sim's own pty, replies in pieces") << QStringLiteral("pty-chunked");
+    QTest::newRow("socat pair, replies in pieces") << QStringLiteral("socat-chunked");
 }
 
 void TestHostEndToEnd::carriesRequestsAndRepliesThroughAPty_data()
@@ -179,7 +190,7 @@ void TestHostEndToEnd::lostPortDisconnectsTheModule()
 
 void TestHostEndToEnd::consoleShowsBothIccids_data()
 {
-    addTerminalRows(true);
+    addTerminalRows(true, true);
 }
 
 void TestHostEndToEnd::consoleShowsBothIccids()

@@ -1,12 +1,16 @@
 // The simulated terminal: what it answers, and how it finds where a request
-// ends when the bytes come in pieces.
+// ends when the bytes come in pieces; and how the host puts replies that
+// arrive in pieces back together.
 
+#include "zor_reply_assembler.h"
+#include "zor_terminal_link.h"
 #include "zor_terminal_link_simulator.h"
 #include "zor_terminal_simulator.h"
 
 #include "module/zor_cp1251.h"
 
 #include <QSignalSpy>
+#include <memory>
 #include <QtTest>
 
 class TestHostSimulator : public QObject
@@ -20,6 +24,9 @@ private slots:
     void iccidsAreFixed19Digits();
     void statusReflectsCommands();
     void linkRepliesFromTheEventLoopOnly();
+    void chunkedLinkSplitsReplies();
+    void assemblerDeliversWholeReplies_data();
+    void assemblerDeliversWholeReplies();
 };
 
 void TestHostSimulator::answersEveryKnownRequest_data()
@@ -146,6 +153,62 @@ void TestHostSimulator::linkRepliesFromTheEventLoopOnly()
     link.close();
     QTest::qWait(3 * ZOR_TerminalSimulator::nIdleFlushMs);
     QCOMPARE(received.count(), 0);
+}
+
+void TestHostSimulator::chunkedLinkSplitsReplies()
+{
+    std::unique_ptr<ZOR_TerminalLink> link(ZOR_TerminalLink::create(QStringLiteral("simulator:7:5")));
+    QVERIFY(link && link->open());
+    QSignalSpy received(link.get(), &ZOR_TerminalLink::signal_Received);
+    link->write("*?ICCID 3\r\n");
+    const QByteArray expected = "*#ICCID 3," + ZOR_TerminalSimulator::iccid(1) + "," + ZOR_TerminalSimulator::iccid(2) + "\r\n";
+    const auto joined = [&received] {
+        QByteArray all;
+        for (const QList<QVariant>& args : received)
+            all += args.at(0).toByteArray();
+        return all;
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(joined(), expected, 3000);
+    QCOMPARE(received.count(), (expected.size() + 6) / 7);
+    QCOMPARE(received.first().at(0).toByteArray(), expected.left(7));
+}
+
+void TestHostSimulator::assemblerDeliversWholeReplies_data()
+{
+    // Pieces as the driver hands them over; an empty piece is a quiet
+    // spell longer than the idle gap. Then the blocks the module gets.
+    QTest::addColumn<QList<QByteArray>>("pieces");
+    QTest::addColumn<QList<QByteArray>>("blocks");
+    using L = QList<QByteArray>;
+    QTest::newRow("ICCID reply in two reads")
+        << L{"*#ICCID 3,89701012345", "67890128,8970201234567890127\r\n"}
+        << L{"*#ICCID 3,8970101234567890128,8970201234567890127\r\n"};
+    QTest::newRow("two replies in one read") << L{"*#V X\r\n*#PING 1\r\n"} << L{"*#V X\r\n", "*#PING 1\r\n"};
+    QTest::newRow("CR and LF in two reads") << L{"*#V X\r", "\n"} << L{"*#V X\r\n"};
+    QTest::newRow("reply and the start of the next") << L{"*#V X\r\n*#PI", "NG 1\r\n"}
+                                                      << L{"*#V X\r\n", "*#PING 1\r\n"};
+    QTest::newRow("no line end: the gap ends it") << L{"\x01\x02", "\x03", ""} << L{"\x01\x02\x03"};
+    QTest::newRow("a quiet spell splits") << L{"*#A", "", "*#B", ""} << L{"*#A", "*#B"};
+    QTest::newRow("bare line end") << L{"\n"} << L{"\n"};
+    const QByteArray big(ZOR_ReplyAssembler::nMaxBlock + 10, 'x');
+    QTest::newRow("no line end in 64 KiB") << L{big, ""} << L{big.left(ZOR_ReplyAssembler::nMaxBlock), big.right(10)};
+}
+
+void TestHostSimulator::assemblerDeliversWholeReplies()
+{
+    QFETCH(QList<QByteArray>, pieces);
+    QFETCH(QList<QByteArray>, blocks);
+    ZOR_ReplyAssembler assembler;
+    QList<QByteArray> got;
+    connect(&assembler, &ZOR_ReplyAssembler::signal_Reply, this, [&got](const QByteArray& b) { got << b; });
+    for (const QByteArray& piece : pieces) {
+        if (piece.isEmpty())
+            QTRY_VERIFY(!assembler.hasPending());
+        else
+            assembler.feed(piece);
+    }
+    QCOMPARE(got, blocks);
+    QVERIFY(!assembler.hasPending());
 }
 
 QTEST_GUILESS_MAIN(TestHostSimulator)

@@ -120,6 +120,8 @@ void TestLists::readsDefaultThenUserWithoutDuplicates_data()
     QTest::newRow("user duplicate of a user record disappears")
         << QStringList{} << QStringList{"C", "D", "C"} << QStringList{"C", "D"} << 0;
     QTest::newRow("no user file") << QStringList{"A"} << QStringList{} << QStringList{"A"} << 1;
+    QTest::newRow("a repeated default record stays")
+        << QStringList{"A", "A"} << QStringList{"A", "B"} << QStringList{"A", "A", "B"} << 2;
     QTest::newRow("no default file") << QStringList{} << QStringList{"C"} << QStringList{"C"} << 0;
     QTest::newRow("names differ only in case") << QStringList{"a"} << QStringList{"A"}
                                                << QStringList{"a", "A"} << 1;

@@ -21,6 +21,8 @@ private slots:
     void ensureSuffix();
     void languageFileParsesEscapesAndComments();
     void missingKeyShowsTheKey();
+    void missingCaptionFallsBackToRussian_data();
+    void missingCaptionFallsBackToRussian();
     void keysPseudoLanguageShowsKeys();
     void programLanguageIsAnApplicationProperty();
 };
@@ -102,7 +104,43 @@ void TestTextRule::missingKeyShowsTheKey()
     QVERIFY(ZOR_Language::instance().load("en"));
     QCOMPARE(zorTr("mdln_001"), QStringLiteral("Commands"));
     QVERIFY(!ZOR_Language::instance().load("xx"));
-    QCOMPARE(zorTr("mdln_001"), QStringLiteral("mdln_001"));
+    QCOMPARE(zorTr("mdln_001"), QStringLiteral("Команды"));
+}
+
+void TestTextRule::missingCaptionFallsBackToRussian_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("en has it") << "en" << "a" << "Apple";
+    QTest::newRow("en lacks it") << "en" << "b" << "Берёза";
+    QTest::newRow("en leaves it empty") << "en" << "c" << "Вишня";
+    QTest::newRow("nobody has it") << "en" << "z" << "z";
+    QTest::newRow("unknown language") << "xx" << "a" << "Абрикос";
+    QTest::newRow("ru itself") << "ru" << "b" << "Берёза";
+    QTest::newRow("ru lacks it") << "ru" << "d" << "d";
+    QTest::newRow("English only key") << "en" << "d" << "Date";
+}
+
+void TestTextRule::missingCaptionFallsBackToRussian()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, key);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QDir().mkpath(dir.path() + "/Localization/Lang");
+    const auto write = [&dir](const char* name, const QByteArray& content) {
+        QFile file(dir.path() + "/Localization/Lang/" + name);
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    };
+    QVERIFY(write("zor_ru.lang", "a=Абрикос\nb=Берёза\nc=Вишня\n"));
+    QVERIFY(write("zor_en.lang", "a=Apple\nc=\nd=Date\n"));
+    setAppDataDirectory(dir.path());
+    ZOR_Language::instance().load(language);
+    const QString shown = zorTr(key);
+    setAppDataDirectory(QString());
+    ZOR_Language::instance().reload();
+    QTEST(shown, "text");
 }
 
 void TestTextRule::keysPseudoLanguageShowsKeys()

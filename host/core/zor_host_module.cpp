@@ -27,6 +27,7 @@ T* record(unsigned long wParam)
 ZOR_HostModule::ZOR_HostModule(QObject* parent)
     : QObject(parent)
 {
+    connect(&m_assembler, &ZOR_ReplyAssembler::signal_Reply, this, &ZOR_HostModule::deliver);
 }
 
 ZOR_HostModule::~ZOR_HostModule()
@@ -189,6 +190,7 @@ void ZOR_HostModule::disconnectLink()
         return;
     ZOR_TerminalLink* lpLink = m_lpLink;
     m_lpLink = nullptr;
+    m_assembler.flush();
     lpLink->close();
     lpLink->deleteLater();
     emit signal_Status(tr("Отключено"));
@@ -202,7 +204,13 @@ void ZOR_HostModule::closeWindows()
 
 void ZOR_HostModule::slot_Received(const QByteArray& bytes)
 {
-    if (!m_bForwarding || sender() != m_lpLink)
+    if (sender() == m_lpLink)
+        m_assembler.feed(bytes);
+}
+
+void ZOR_HostModule::deliver(const QByteArray& bytes)
+{
+    if (!m_bForwarding)
         return;
     QByteArray data = bytes;
     send(ZOR_MSG_DEVICE_DATA, reinterpret_cast<unsigned long>(&data));

@@ -10,6 +10,7 @@
 // the host of a loaded module.
 
 #include "module/zor_host_link.h"
+#include "zor_reply_assembler.h"
 #include "zor_terminal_link.h"
 
 #include <QHash>
@@ -49,6 +50,10 @@ public:
     bool connectLink(ZOR_TerminalLink* lpLink);
     void disconnectLink();
     ZOR_TerminalLink* link() const { return m_lpLink; }
+    // How long the line must be quiet before bytes without a line end go
+    // to the module as one block (ZOR_ReplyAssembler).
+    void setIdleGapMs(int nMs) { m_assembler.setIdleGapMs(nMs); }
+    int idleGapMs() const { return m_assembler.idleGapMs(); }
     bool isForwarding() const { return m_bForwarding; }
 
     QList<QAction*> menuActions() const { return m_actions.values(); }
@@ -66,6 +71,7 @@ private:
     void handle(int nMessage, unsigned long wParam, unsigned long lParam);
     bool fail(const QString& qsError);
     void slot_Received(const QByteArray& bytes);
+    void deliver(const QByteArray& bytes);
     void slot_Lost(const QString& qsReason);
 
     QLibrary m_library;
@@ -75,6 +81,7 @@ private:
     QHash<quint64, QAction*> m_actions;
     quint64 m_nLastHandle = 0;
     QPointer<ZOR_TerminalLink> m_lpLink;
+    ZOR_ReplyAssembler m_assembler;
     bool m_bForwarding = false;
     int m_nCoordSystem = 0;
     QString m_qsUssdRequest = QStringLiteral("*100#");

@@ -16,8 +16,9 @@ public:
     using QObject::QObject;
 
     // A new, unopened link from its command-line form: "simulator",
-    // "serial:PORT" or "serial:PORT:BAUD" (115200 when left out). Null when
-    // the text is none of these.
+    // "simulator:CHUNK[:DELAY]" (replies in pieces of CHUNK bytes, DELAY ms
+    // apart, 20 when left out), "serial:PORT" or "serial:PORT:BAUD" (115200
+    // when left out). Null when the text is none of these.
     static ZOR_TerminalLink* create(const QString& qsLink);
 
     // False when the link could not be opened; errorString() says why.

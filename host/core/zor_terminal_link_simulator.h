@@ -16,6 +16,10 @@ class ZOR_TerminalLink_Simulator : public ZOR_TerminalLink
 public:
     explicit ZOR_TerminalLink_Simulator(QObject* parent = nullptr);
 
+    // Replies go out in pieces of nBytes with nDelayMs between them, as a
+    // slow line delivers them (0 bytes: whole, the default).
+    void setChunking(int nBytes, int nDelayMs);
+
     bool open() override;
     void close() override;
     void write(const QByteArray& bytes) override;
@@ -23,9 +27,14 @@ public:
 
 private:
     void deliver(const QByteArray& replies);
+    void sendNextPiece();
 
     ZOR_TerminalSimulator m_simulator;
     QTimer m_idle;
+    QTimer m_pieces;
+    QByteArray m_outgoing;
+    int m_nChunkBytes = 0;
+    int m_nChunkDelayMs = 0;
     bool m_bOpen = false;
 };
 

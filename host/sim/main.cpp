@@ -3,6 +3,9 @@
 //
 //   zor-sim            opens a new pseudo-terminal and prints its path
 //   zor-sim DEVICE     serves an existing tty (e.g. one end of a socat pair)
+//   --chunk BYTES      writes each reply in pieces of this many bytes ...
+//   --chunk-delay MS   ... with this pause between them (default 20 ms),
+//                      the way a slow line or a USB adapter delivers it
 //
 // Runs until killed, or until DEVICE goes away.
 
@@ -33,7 +36,10 @@ void makeRaw(int fd)
     }
 }
 
-bool writeAll(int fd, const QByteArray& bytes)
+int nChunkBytes = 0;
+int nChunkDelayMs = 20;
+
+bool writeRaw(int fd, const QByteArray& bytes)
 {
     for (int nDone = 0; nDone < bytes.size();) {
         const ssize_t n = ::write(fd, bytes.constData() + nDone, size_t(bytes.size() - nDone));
@@ -44,6 +50,29 @@ bool writeAll(int fd, const QByteArray& bytes)
         nDone += int(n);
     }
     return true;
+}
+
+bool writeAll(int fd, const QByteArray& bytes)
+{
+    if (nChunkBytes <= 0)
+        return writeRaw(fd, bytes);
+    for (int nDone = 0; nDone < bytes.size(); nDone += nChunkBytes) {
+        if (nDone > 0) {
+            tcdrain(fd);
+            usleep(useconds_t(nChunkDelayMs) * 1000);
+        }
+        if (!writeRaw(fd, bytes.mid(nDone, nChunkBytes)))
+            return false;
+    }
+    return true;
+}
+
+// A whole non-negative number, or -1.
+int number(const char* text)
+{
+    char* end = nullptr;
+    const long n = std::strtol(text, &end, 10);
+    return *text && !*end && n >= 0 && n <= 1000000 ? int(n) : -1;
 }
 
 // Opens a new pseudo-terminal; returns the master and keeps a slave open
@@ -67,18 +96,28 @@ int openPty(int& slave)
 
 int main(int argc, char** argv)
 {
-    if (argc > 2 || (argc == 2 && argv[1][0] == '-')) {
-        std::fprintf(stderr, "usage: zor-sim [DEVICE]\n");
-        return 2;
+    const char* device = nullptr;
+    for (int i = 1; i < argc; ++i) {
+        const bool bChunk = !std::strcmp(argv[i], "--chunk");
+        const bool bDelay = !std::strcmp(argv[i], "--chunk-delay");
+        int n = -1;
+        if ((bChunk || bDelay) && i + 1 < argc && (n = number(argv[++i])) >= 0) {
+            (bChunk ? nChunkBytes : nChunkDelayMs) = n;
+        } else if (argv[i][0] != '-' && !device && !bChunk && !bDelay) {
+            device = argv[i];
+        } else {
+            std::fprintf(stderr, "usage: zor-sim [--chunk BYTES] [--chunk-delay MS] [DEVICE]\n");
+            return 2;
+        }
     }
     std::signal(SIGINT, [](int) { bStop = 1; });
     std::signal(SIGTERM, [](int) { bStop = 1; });
     std::signal(SIGPIPE, SIG_IGN);
 
     int slave = -1;
-    const int fd = argc == 2 ? ::open(argv[1], O_RDWR | O_NOCTTY) : openPty(slave);
+    const int fd = device ? ::open(device, O_RDWR | O_NOCTTY) : openPty(slave);
     if (fd < 0) {
-        std::fprintf(stderr, "zor-sim: cannot open %s: %s\n", argc == 2 ? argv[1] : "a pseudo-terminal", std::strerror(errno));
+        std::fprintf(stderr, "zor-sim: cannot open %s: %s\n", device ? device : "a pseudo-terminal", std::strerror(errno));
         return 1;
     }
     makeRaw(fd);

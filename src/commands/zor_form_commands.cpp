@@ -1,5 +1,6 @@
 #include "commands/zor_form_commands.h"
 
+#include "commands/zor_command_history.h"
 #include "commands/zor_dialog_commands.h"
 #include "commands/zor_model_log.h"
 #include "module/zor_commands.h"
@@ -11,7 +12,9 @@
 #include <QDateTime>
 #include <QHeaderView>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QPushButton>
 #include <QTimer>
 
 #include <functional>
@@ -60,6 +63,7 @@ ZOR_Form_Commands::ZOR_Form_Commands(QWidget* parent)
 
 ZOR_Form_Commands::~ZOR_Form_Commands()
 {
+    delete lpHistory;
     delete ui;
 }
 
@@ -126,10 +130,20 @@ void ZOR_Form_Commands::initForm()
         connect(command.first, &QAbstractButton::clicked, this,
                 [this, text] { sendCommandText(text()); });
     }
-    connect(ui->pushButton_Send_Cmd_Any, &QAbstractButton::clicked, this,
-            [this] { sendCommand(getUniCommand(ui->lineEdit_Cmd_Any->text())); });
+    connect(ui->pushButton_Send_Cmd_Any, &QAbstractButton::clicked, this, &ZOR_Form_Commands::sendFreeCommand);
+    // Enter in the command line is the send button's click and nothing
+    // else: a default button of the dialog would send the command again.
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        if (button->window() != this)
+            continue;
+        button->setAutoDefault(false);
+        button->setDefault(false);
+    }
     connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any,
             &QAbstractButton::click);
+    lpHistory = new ZOR_CommandHistory;
+    lpHistory->load(ZOR_CommandHistory::defaultPath());
+    ui->lineEdit_Cmd_Any->installEventFilter(this);
     connect(ui->toolButton_Clear, &QAbstractButton::clicked, modelLog, &ZOR_Model_Log::clear);
 
     connect(ui->checkBox_IccId_Sim_1, &QAbstractButton::toggled, this,
@@ -316,6 +330,52 @@ void ZOR_Form_Commands::sendCommand(const QByteArray& bytes)
     setData(ZOR_Model_Log::DirectionOut, bytes);
     if (lpGlobalLib)
         lpGlobalLib->sendMessageToDevice(bytes);
+}
+
+void ZOR_Form_Commands::sendFreeCommand()
+{
+    const QString qsLine = ui->lineEdit_Cmd_Any->text();
+    sendCommand(getUniCommand(qsLine));
+    if (qsLine.isEmpty())
+        return;
+    lpHistory->add(qsLine);
+    lpHistory->save(ZOR_CommandHistory::defaultPath());
+}
+
+bool ZOR_Form_Commands::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == ui->lineEdit_Cmd_Any && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->modifiers() == Qt::NoModifier || key->modifiers() == Qt::KeypadModifier)
+            return commandLineKey(key->key());
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// Up/Down walk the history, Esc puts the edited line back. Esc is taken
+// here even when there is nothing to restore: in the command line it must
+// not close the console.
+bool ZOR_Form_Commands::commandLineKey(int nKey)
+{
+    QString qsText;
+    bool bShow = false;
+    switch (nKey) {
+    case Qt::Key_Up:
+        bShow = lpHistory->older(ui->lineEdit_Cmd_Any->text(), qsText);
+        break;
+    case Qt::Key_Down:
+        bShow = lpHistory->newer(qsText);
+        break;
+    case Qt::Key_Escape:
+        if (lpHistory->restore(qsText))
+            ui->lineEdit_Cmd_Any->setText(qsText);
+        return true;
+    default:
+        return false;
+    }
+    if (bShow)
+        ui->lineEdit_Cmd_Any->setText(qsText);
+    return true;
 }
 
 void ZOR_Form_Commands::sendCommandText(const QString& qsText)
@@ -509,7 +569,12 @@ void ZOR_Form_Commands::setTypeCommandType(const QString& qsText)
 {
     const int index = ui->comboBox_ListCommands->findText(savedCommandName(qsText));
     if (index > 0) {
-        ui->comboBox_ListCommands->setCurrentIndex(index);
+        // Selecting the entry already selected signals nothing, and the
+        // line may have been edited since it was loaded.
+        if (index == ui->comboBox_ListCommands->currentIndex())
+            setParamCommandType(ui->comboBox_ListCommands->itemText(index));
+        else
+            ui->comboBox_ListCommands->setCurrentIndex(index);
         return;
     }
     ui->comboBox_ListCommands->setCurrentIndex(0);

@@ -13,6 +13,7 @@
 
 class QAction;
 class QTimer;
+class ZOR_CommandHistory;
 class ZOR_Dialog_Commands;
 class ZOR_Model_Log;
 namespace Ui {
@@ -53,7 +54,11 @@ public:
     void saveCommandAsNew();
 
     ZOR_Model_Log* logModel() const { return modelLog; }
+    ZOR_CommandHistory* commandHistory() const { return lpHistory; }
     ZOR_Dialog_Commands* dialogCommands() const { return lpDialogCommands; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void slot_currentIndexChanged_ComboBox_ListCommands(int index);
@@ -68,6 +73,8 @@ private slots:
 
 private:
     void sendCommand(const QByteArray& bytes);
+    void sendFreeCommand();
+    bool commandLineKey(int nKey);
     void sendCommandText(const QString& qsText);
     void scrollLogLater();
     void showNewLogRows();
@@ -92,6 +99,7 @@ private:
     QString qsLoadedCommand;
     QString qsWindowTitle;
     QTimer* timerScroll = nullptr;
+    ZOR_CommandHistory* lpHistory = nullptr;
 };
 
 #endif

@@ -57,10 +57,20 @@ bool ZOR_Language::load(const QString& language)
     loaded = true;
     if (language == QLatin1String("keys"))
         return true;
+    // Russian is the complete language: another one, or one without a file,
+    // shows the Russian caption of every key it lacks rather than the key.
+    const QString qsFallback = QStringLiteral("ru");
+    QFile fallback(languageFilePath(qsFallback));
+    if (language != qsFallback && fallback.open(QIODevice::ReadOnly))
+        texts = parse(fallback.readAll());
     QFile file(languageFilePath(language));
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    texts = parse(file.readAll());
+    const QHash<QString, QString> own = parse(file.readAll());
+    for (auto it = own.constBegin(); it != own.constEnd(); ++it) {
+        if (!it->isEmpty())
+            texts.insert(it.key(), it.value());
+    }
     return true;
 }
 

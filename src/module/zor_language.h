@@ -8,7 +8,8 @@
 // one "key=text" per line; '#' starts a comment line; "\n", "\t" and "\\"
 // in a text are escapes. The language is programLanguage(), "ru" when it is
 // empty. The pseudo-language "keys" shows every key as itself.
-// A key missing from the file shows as the key, never as an empty text.
+// A key missing from the file shows its Russian caption, and a key that
+// Russian lacks as well shows as the key, never as an empty text.
 // The host's 2031 message (language changed) calls reload().
 
 #include <QHash>

@@ -205,8 +205,10 @@ bool ZOR_Dialog_XmlList::readFile()
     const auto take = [&](QStringList fields, bool isDefault) {
         fixupRecord(fields);
         const QString qsKey = dedupKey(fields);
+        // Only the user's copy is checked: it must not repeat what is
+        // already listed, but the shipped list is taken as it is.
         if (!qsKey.isEmpty()) {
-            if (keys.contains(qsKey))
+            if (!isDefault && keys.contains(qsKey))
                 return;
             keys.insert(qsKey);
         }
