@@ -416,10 +416,19 @@ void ZOR_Form_Commands::initLogView()
     });
 
     ui->plainTextEdit_Detail->setFont(modelLog->font());
+    ui->splitter_Log->setStretchFactor(0, 3);
+    ui->splitter_Log->setStretchFactor(1, 2);
     ui->plainTextEdit_Detail->hide();
     connect(ui->toolButton_Detail, &QAbstractButton::toggled, this, [this](bool bOn) {
         ui->plainTextEdit_Detail->setVisible(bOn);
         updateDetail();
+        // The log got shorter or longer: keep the row in question in view.
+        QTimer::singleShot(0, this, [this] {
+            if (ui->treeWidget->currentIndex().isValid())
+                ui->treeWidget->scrollTo(ui->treeWidget->currentIndex());
+            else if (bFollowLog)
+                ui->treeWidget->scrollToBottom();
+        });
     });
     connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { updateDetail(); });
     connect(view, &QAbstractItemView::doubleClicked, this, [this] { ui->toolButton_Detail->setChecked(true); });
