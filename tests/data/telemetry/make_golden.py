@@ -183,6 +183,23 @@ def plant_sentinels(fields, values):
     put('Altitude', '<i', 0, -15)
 
 
+def plant_edges(fields, values):
+    by_name = {f['name']: n for n, f in fields.items()}
+    def put(name, fmt, off, v):
+        struct.pack_into(fmt, values[by_name[name]], off, v)
+    put('Latitude', '<i', 0, -5000)
+    put('Longitude', '<i', 0, 600000 * 37)
+    put('Altitude', '<i', 0, 1234)
+    put('NaviCoord', '<q', 0, 33507407123)
+    put('NaviCoord', '<q', 8, -600000001)
+    put('User8Byte1', '<Q', 0, 2 ** 32)
+    put('User8Byte2', '<Q', 0, 2 ** 64 - 1)
+    put('MiliSec', '<H', 0, 5)
+    put('CanFuelLevel', '<H', 0, 0x8000 | 0x7FFE)
+    put('CanLevelFiltr', '<H', 0, 0)
+    put('Time', '<I', 0, 2 ** 32 - 1)
+
+
 def present(mask, n, version):
     return n <= LAST_FIELD[version] and n <= len(mask) and mask[n - 1] == '1'
 
@@ -227,11 +244,14 @@ def main():
     for name, version, mask, fill in [('v3_full_a', 3, full, None), ('v3_full_b', 3, full, None),
                                       ('v3_sparse', 3, sparse, None), ('v3_all_ff', 3, full, 0xFF),
                                       ('v3_all_80', 3, full, 0x80), ('v3_sentinels', 3, full, None),
+                                      ('v3_edges', 3, full, None),
                                       ('v2_full', 2, full, None), ('v1_full', 1, full, None),
                                       ('v1_sparse', 1, sparse, None)]:
         values = make_values(fields, rng, fill)
         if name == 'v3_sentinels':
             plant_sentinels(fields, values)
+        if name == 'v3_edges':
+            plant_edges(fields, values)
         cases.append('%s %d %s %s' % (name, version, mask, record(fields, values, mask, version).hex()))
         with open(os.path.join(HERE, name + '.keys'), 'w') as f:
             f.write('\n'.join(keys_lines(fields, values, mask, version)) + '\n')
