@@ -102,6 +102,33 @@ void BM_ConsoleReceive100k(benchmark::State& state)
 // over per 10 ms.
 BENCHMARK(BM_ConsoleReceive100k)->Arg(1)->Arg(16)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
+// Large replies: 300 blocks of 64 KB into the shown console, each turn of
+// the event loop painting the log, as a window on screen does. Reports the
+// seconds until the last block is painted.
+void BM_ConsoleLargeBlocks(benchmark::State& state)
+{
+    openConsole();
+    ZOR_Form_Commands* form = lpGlobalLib->getFormCommands();
+    auto* view = form->findChild<QTableView*>(QStringLiteral("treeWidget"));
+    const int nBlockSize = int(state.range(0));
+    for (auto _ : state) {
+        form->logModel()->clear();
+        QElapsedTimer timer;
+        timer.start();
+        for (int n = 0; n < 300; ++n) {
+            QByteArray bytes(nBlockSize, char('0' + n % 10));
+            ReceiveMessage(nullptr, ZOR_MSG_DEVICE_DATA, reinterpret_cast<unsigned long>(&bytes), 0);
+            QCoreApplication::processEvents();
+            view->viewport()->repaint();
+        }
+        view->viewport()->repaint();
+        const double seconds = timer.nsecsElapsed() / 1e9;
+        state.SetIterationTime(seconds);
+        state.counters["shown_s"] = seconds;
+    }
+}
+BENCHMARK(BM_ConsoleLargeBlocks)->Arg(1024)->Arg(64 * 1024)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
 // Baseline: the same blocks copied into a vector, no console.
 void BM_CopyBlocksBaseline(benchmark::State& state)
 {

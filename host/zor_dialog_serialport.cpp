@@ -1,6 +1,9 @@
 #include "zor_dialog_serialport.h"
 #include "ui_zor_dialog_serialport.h"
 
+#include "zor_host_texts.h"
+
+#include <QDir>
 #include <QSerialPortInfo>
 
 ZOR_Dialog_SerialPort::ZOR_Dialog_SerialPort(QWidget* parent)
@@ -8,9 +11,22 @@ ZOR_Dialog_SerialPort::ZOR_Dialog_SerialPort(QWidget* parent)
     , ui(new Ui::ZOR_Dialog_SerialPort)
 {
     ui->setupUi(this);
-    // Pseudo-terminals (zor-sim) are not listed; their path can be typed.
+    setWindowTitle(zorHostText("port_title"));
+    ui->label_Port->setText(zorHostText("port_port"));
+    ui->label_Baud->setText(zorHostText("port_baud"));
+    QStringList ports;
     for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts())
-        ui->comboBox_Port->addItem(info.systemLocation());
+        ports << info.systemLocation();
+    // Pseudo-terminals too: zor-sim and socat serve a terminal on one, and
+    // the serial port list leaves them out.
+    const QDir pts(QStringLiteral("/dev/pts"));
+    for (const QString& qsName : pts.entryList(QDir::System | QDir::NoDotAndDotDot, QDir::Name)) {
+        bool bNumber = false;
+        qsName.toInt(&bNumber);
+        if (bNumber && !ports.contains(pts.filePath(qsName)))
+            ports << pts.filePath(qsName);
+    }
+    ui->comboBox_Port->addItems(ports);
     for (qint32 nBaud : QSerialPortInfo::standardBaudRates())
         ui->comboBox_Baud->addItem(QString::number(nBaud));
     ui->comboBox_Baud->setCurrentText(QStringLiteral("115200"));

@@ -179,6 +179,10 @@ void ZOR_HostDemo::finish()
     print(QStringLiteral("ICCID SIM 1: %1").arg(console<QLineEdit>("lineEdit_IccId_Sim_1")->text().trimmed()));
     print(QStringLiteral("ICCID SIM 2: %1").arg(console<QLineEdit>("lineEdit_IccId_Sim_2")->text().trimmed()));
     std::fflush(stdout);
+    // The ICCID reply whole, in the details pane under the log.
+    lpLog->setCurrentIndex(lpModel->index(lpModel->rowCount() - 1, 3));
+    if (auto* lpDetail = console<QAbstractButton>("toolButton_Detail"))
+        lpDetail->setChecked(true);
     if (!m_qsScreenshot.isEmpty() && !saveScreenshot())
         return fail(QStringLiteral("cannot save the picture %1").arg(m_qsScreenshot));
     emit signal_Finished(0);

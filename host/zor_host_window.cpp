@@ -4,6 +4,7 @@
 #include "zor_config_window.h"
 #include "zor_dialog_serialport.h"
 #include "zor_host_module.h"
+#include "zor_host_texts.h"
 #include "zor_terminal_link_serial.h"
 
 #include <QActionGroup>
@@ -35,6 +36,7 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
 
     connect(ui->action_Simulator, &QAction::triggered, this, [this] { connectTerminal(QStringLiteral("simulator")); });
     connect(ui->action_Serial, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Serial);
+    connect(ui->action_Reconnect, &QAction::triggered, lpModule, &ZOR_HostModule::reconnect);
     connect(ui->action_Disconnect, &QAction::triggered, lpModule, &ZOR_HostModule::disconnectLink);
     connect(ui->action_Quit, &QAction::triggered, this, &QWidget::close);
     connect(ui->action_Config, &QAction::triggered, this, &ZOR_HostWindow::openConfigWindow);
@@ -47,8 +49,29 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
         const QString qsLanguage = lpAction->objectName().right(2);
         lpLanguages->addAction(lpAction);
         lpAction->setChecked(qsLanguage == (qsCurrent.isEmpty() ? QStringLiteral("ru") : qsCurrent));
-        connect(lpAction, &QAction::triggered, this, [this, qsLanguage] { m_lpModule->setLanguage(qsLanguage); });
+        connect(lpAction, &QAction::triggered, this, [this, qsLanguage] {
+            m_lpModule->setLanguage(qsLanguage);
+            retranslate();
+        });
     }
+    retranslate();
+}
+
+void ZOR_HostWindow::retranslate()
+{
+    const std::pair<QMenu*, const char*> menus[] = {
+        {ui->menu_Terminal, "menu_terminal"}, {ui->menu_Modules, "menu_modules"},
+        {ui->menu_Settings, "menu_settings"}, {ui->menu_Language, "menu_language"}};
+    for (const auto& menu : menus)
+        menu.first->setTitle(zorHostText(menu.second));
+    ui->toolBar_Modules->setWindowTitle(zorHostText("menu_modules"));
+    const std::pair<QAction*, const char*> actions[] = {
+        {ui->action_Simulator, "act_simulator"}, {ui->action_Serial, "act_serial"},
+        {ui->action_Reconnect, "act_reconnect"}, {ui->action_Disconnect, "act_disconnect"},
+        {ui->action_Quit, "act_quit"},           {ui->action_Config, "act_config"},
+        {ui->action_Dialect, "act_dialect"},     {ui->action_Ussd, "act_ussd"}};
+    for (const auto& action : actions)
+        action.first->setText(zorHostText(action.second));
 }
 
 ZOR_HostWindow::~ZOR_HostWindow() = default;
@@ -57,7 +80,7 @@ bool ZOR_HostWindow::connectTerminal(const QString& qsLink)
 {
     ZOR_TerminalLink* lpLink = ZOR_TerminalLink::create(qsLink);
     if (!lpLink) {
-        ui->statusbar->showMessage(tr("Неизвестная связь с терминалом: %1").arg(qsLink));
+        ui->statusbar->showMessage(zorHostText("status_unknown_link").arg(qsLink));
         return false;
     }
     return m_lpModule->connectLink(lpLink);
@@ -92,7 +115,7 @@ void ZOR_HostWindow::slot_triggered_Serial()
 void ZOR_HostWindow::slot_triggered_Dialect()
 {
     // The two dialects the module knows, and one it must refuse to use.
-    const QStringList items{QStringLiteral("0 — PQPZ90"), QStringLiteral("1 — PMTK"), QStringLiteral("2 — неизвестный")};
+    const QStringList items{QStringLiteral("0 — PQPZ90"), QStringLiteral("1 — PMTK"), QStringLiteral("2 — ") + zorHostText("dialect_unknown")};
     bool bOk = false;
     const QString qsItem = QInputDialog::getItem(this, ui->action_Dialect->text(), ui->action_Dialect->text(), items,
                                                  qBound(0, m_lpModule->coordSystem(), 2), false, &bOk);

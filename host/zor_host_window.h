@@ -31,6 +31,8 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // Menus and the window's own texts in the current language.
+    void retranslate();
     void slot_triggered_Serial();
     void slot_triggered_Dialect();
     void slot_triggered_Ussd();

@@ -12,9 +12,13 @@
 #include "zor_host_recorder.h"
 
 #include <QCheckBox>
+#include <QClipboard>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QComboBox>
 #include <QDateTime>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -49,6 +53,14 @@ private slots:
     void logRowColumns_data();
     void logRowColumns();
     void logLooksAsSpecified();
+    void longCellsAreShortenedOnlyOnScreen();
+    void manyLargeBlocksAreShown();
+    void detailsShowTheWholeRowAndAHexDump();
+    void logFollowsOnlyFromTheBottom();
+    void copiesRowsAsTabSeparatedText();
+    void savedLogReadsBack();
+    void findsAndFiltersRows();
+    void receivedRowsKnowTheirReplyTime();
     void newestRowIsInView();
     void clearEmptiesTheLog();
     void connectAndDisconnectRows();
@@ -375,17 +387,256 @@ void TestConsole::logLooksAsSpecified()
                                  QStringLiteral("Данные (HEX)")};
     const int widths[] = {130, 60, 100, 250, 50};
     QCOMPARE(view->model()->columnCount(), 5);
+    form->setData(0, "abc");
+    const QFont rowFont = view->model()->index(0, 0).data(Qt::FontRole).value<QFont>();
+    QCOMPARE(rowFont.family(), QStringLiteral("Courier"));
     for (int column = 0; column < 5; ++column) {
         QCOMPARE(view->model()->headerData(column, Qt::Horizontal).toString(), headers[column]);
-        QCOMPARE(view->columnWidth(column), widths[column]);
+        // At least the designed width, and wide enough for the header.
+        QVERIFY(view->columnWidth(column) >= widths[column]);
+        QVERIFY(view->columnWidth(column) > view->horizontalHeader()->fontMetrics().horizontalAdvance(headers[column]));
     }
+    // The whole time, seconds included, in the font the rows use.
+    QVERIFY(view->columnWidth(0) > QFontMetrics(rowFont).horizontalAdvance(QStringLiteral("28.02.2026 23:59:59")));
+    QVERIFY(view->horizontalHeader()->stretchLastSection());
     QCOMPARE(view->textElideMode(), Qt::ElideNone);
-    form->setData(0, "abc");
     const QModelIndex direction = view->model()->index(0, ZOR_Model_Log::ColumnDirection);
     const QModelIndex data = view->model()->index(0, ZOR_Model_Log::ColumnData);
     QCOMPARE(direction.data(Qt::TextAlignmentRole).toInt(), int(Qt::AlignHCenter | Qt::AlignVCenter));
     QCOMPARE(data.data(Qt::TextAlignmentRole).toInt(), int(Qt::AlignLeft | Qt::AlignVCenter));
-    QCOMPARE(data.data(Qt::FontRole).value<QFont>().family(), QStringLiteral("Courier"));
+}
+
+void TestConsole::longCellsAreShortenedOnlyOnScreen()
+{
+    QByteArray block(64 * 1024, 'A');
+    block[0] = '\n';
+    form->setData(1, block);
+    const QModelIndex data = form->logModel()->index(0, ZOR_Model_Log::ColumnData);
+    const QModelIndex hex = form->logModel()->index(0, ZOR_Model_Log::ColumnHex);
+    for (const QModelIndex& index : {data, hex}) {
+        const QString shown = index.data().toString();
+        QVERIFY(shown.size() > 100 && shown.size() <= 1000);
+        QVERIFY(shown.endsWith(QChar(0x2026)));
+        // A capped tooltip, in lines a screen can hold.
+        const QString tip = index.data(Qt::ToolTipRole).toString();
+        QVERIFY(tip.size() < 3000);
+        for (const QString& line : tip.split(QLatin1Char('\n')))
+            QVERIFY2(line.size() <= 100, qPrintable(line.left(120)));
+    }
+    QCOMPARE(data.data().toString().left(3), QStringLiteral(".AA"));
+    QCOMPARE(hex.data().toString().left(4), QStringLiteral("0a41"));
+    // The cell itself stays whole for copy, save and the details.
+    QCOMPARE(form->logModel()->text(0, ZOR_Model_Log::ColumnData).size(), block.size());
+    QCOMPARE(form->logModel()->text(0, ZOR_Model_Log::ColumnHex).size(), 2 * block.size());
+    // A short cell is shown as it is.
+    form->setData(1, "*#V 1");
+    QCOMPARE(form->logModel()->index(1, ZOR_Model_Log::ColumnData).data().toString(), QStringLiteral("*#V.1"));
+}
+
+void TestConsole::manyLargeBlocksAreShown()
+{
+    // 300 replies of 64 KB each, painted: what froze the window for minutes.
+    form->showForm();
+    auto* view = child<QTableView>("treeWidget");
+    for (int i = 0; i < 300; ++i)
+        form->setData(1, QByteArray(64 * 1024, char('0' + i % 10)));
+    QTRY_VERIFY(view->updatesEnabled());
+    QVERIFY(!view->viewport()->grab().isNull());
+    QCOMPARE(form->logModel()->rowCount(), 300);
+}
+
+void TestConsole::detailsShowTheWholeRowAndAHexDump()
+{
+    form->setData(1, QByteArray("*#V ZOR\r\n0123456789"));
+    const QString detail = form->logModel()->detailText(0);
+    QVERIFY(detail.contains(QStringLiteral("*#V.ZOR..0123456789")));
+    QVERIFY2(detail.contains(QStringLiteral("00000000  2a 23 56 20 5a 4f 52 0d  0a 30 31 32 33 34 35 36  |*#V.ZOR..0123456|")),
+             qPrintable(detail));
+    QVERIFY(detail.contains(QStringLiteral("00000010  37 38 39")));
+    form->showForm();
+    auto* view = child<QTableView>("treeWidget");
+    auto* pane = child<QPlainTextEdit>("plainTextEdit_Detail");
+    QVERIFY(!pane->isVisible());
+    view->setCurrentIndex(view->model()->index(0, 3));
+    child<QToolButton>("toolButton_Detail")->click();
+    QVERIFY(pane->isVisible());
+    QCOMPARE(pane->toPlainText(), detail);
+}
+
+void TestConsole::logFollowsOnlyFromTheBottom()
+{
+    form->showForm();
+    auto* view = child<QTableView>("treeWidget");
+    auto* newRows = child<QToolButton>("toolButton_NewRows");
+    for (int i = 0; i < 200; ++i)
+        form->setData(1, QByteArray::number(i));
+    QTRY_VERIFY(view->updatesEnabled());
+    QVERIFY(!newRows->isVisible());
+    view->verticalScrollBar()->setValue(0); // the user scrolls up to read
+    for (int i = 0; i < 5; ++i)
+        form->setData(1, "more");
+    QTest::qWait(100);
+    QCOMPARE(view->verticalScrollBar()->value(), 0);
+    QTRY_VERIFY(newRows->isVisible());
+    newRows->click();
+    QTRY_COMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->maximum());
+    QVERIFY(!newRows->isVisible());
+    form->setData(1, "last");
+    QTRY_VERIFY(view->rect().intersects(view->visualRect(view->model()->index(205, 0))));
+}
+
+void TestConsole::copiesRowsAsTabSeparatedText()
+{
+    form->showForm();
+    const QList<QByteArray> blocks = {"*?V", "*#V 1;2\r\n", "x\ty", "unseen"};
+    for (int i = 0; i < blocks.size(); ++i)
+        form->setData(i % 2, blocks[i]);
+    auto* view = child<QTableView>("treeWidget");
+    view->selectionModel()->select(QItemSelection(view->model()->index(0, 0), view->model()->index(2, 4)),
+                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    view->setFocus();
+    QApplication::clipboard()->clear();
+    QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+    const QString time = lastLogText(ZOR_Model_Log::ColumnTime); // all logged within a second or two
+    QStringList lines = QApplication::clipboard()->text().split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 4);
+    QCOMPARE(lines.takeLast(), QString());
+    const QStringList expected = {QStringLiteral("OUT\t3\t*?V\t2a3f56"),
+                                  QStringLiteral("IN\t9\t*#V.1;2..\t2a235620313b320d0a"),
+                                  QStringLiteral("OUT\t3\tx.y\t780979")};
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(lines[i].section(QLatin1Char('\t'), 1), expected[i]);
+        QCOMPARE(lines[i].section(QLatin1Char('\t'), 0, 0).size(), time.size());
+    }
+}
+
+void TestConsole::savedLogReadsBack()
+{
+    const qint64 t0 = QDateTime(QDate(2026, 3, 1), QTime(12, 30, 5, 7)).toMSecsSinceEpoch();
+    ZOR_Model_Log log;
+    log.append(0, "*?V", t0);
+    log.append(1, "*#V \"A;B\"\r\n", t0 + 1234);
+    log.append(-1, "CONNECT", t0 + 2000);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("log.csv"));
+    QString error;
+    QVERIFY2(log.saveLog(path, ZOR_Model_Log::Format::Csv, &error), qPrintable(error));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArray content = file.readAll();
+    QVERIFY(content.startsWith("\xef\xbb\xbf"));
+    QString text = QString::fromUtf8(content.mid(3));
+    QVERIFY(text.endsWith(QLatin1String("\r\n")));
+    // A CSV reader of its own: ";" between fields, '"' quotes, "" inside.
+    QList<QStringList> records;
+    QStringList fields;
+    QString field;
+    bool quoted = false;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (quoted) {
+            if (c == QLatin1Char('"') && i + 1 < text.size() && text[i + 1] == QLatin1Char('"'))
+                field += text[++i];
+            else if (c == QLatin1Char('"'))
+                quoted = false;
+            else
+                field += c;
+        } else if (c == QLatin1Char('"')) {
+            quoted = true;
+        } else if (c == QLatin1Char(';')) {
+            fields << field;
+            field.clear();
+        } else if (c == QLatin1Char('\r') && text.mid(i, 2) == QLatin1String("\r\n")) {
+            records << (fields << field);
+            fields.clear();
+            field.clear();
+            ++i;
+        } else {
+            field += c;
+        }
+    }
+    QCOMPARE(records.size(), 4);
+    QCOMPARE(records[0], QStringList({"Время", "IN/OUT", "Размер (байт)", "Данные", "Данные (HEX)"}));
+    QCOMPARE(records[1], QStringList({"01.03.2026 12:30:05.007", "OUT", "3", "*?V", "2a3f56"}));
+    QCOMPARE(records[2], QStringList({"01.03.2026 12:30:06.241", "IN", "11", "*#V.\"A;B\"..", "2a23562022413b42220d0a"}));
+    QCOMPARE(records[3], QStringList({"01.03.2026 12:30:07.007", "", "7", "CONNECT", "434f4e4e454354"}));
+
+    const QString textPath = dir.filePath(QStringLiteral("log.txt"));
+    QVERIFY(log.saveLog(textPath, ZOR_Model_Log::Format::Text));
+    QFile textFile(textPath);
+    QVERIFY(textFile.open(QIODevice::ReadOnly));
+    const QString plain = QString::fromUtf8(textFile.readAll());
+    QVERIFY(plain.contains(QStringLiteral("01.03.2026 12:30:06.241  IN ")));
+    QVERIFY(plain.contains(QStringLiteral("434f4e4e454354")));
+    // A file that cannot be written says so and leaves nothing behind.
+    QVERIFY(!log.saveLog(dir.filePath(QStringLiteral("no/such/dir/log.csv")), ZOR_Model_Log::Format::Csv, &error));
+    QVERIFY(!error.isEmpty());
+}
+
+void TestConsole::findsAndFiltersRows()
+{
+    form->showForm();
+    const QList<QPair<int, QByteArray>> rows = {
+        {0, "*?PING 1"}, {1, "*#PING 1\r\n"}, {0, "*?V"}, {1, "*#V ZOR"}, {1, "*#ping 2"}};
+    for (const auto& row : rows)
+        form->setData(row.first, row.second);
+    auto* view = child<QTableView>("treeWidget");
+    QApplication::setActiveWindow(form.get());
+    QVERIFY(QTest::qWaitForWindowActive(form.get()));
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_F, Qt::ControlModifier);
+    auto* find = child<QLineEdit>("lineEdit_Find");
+    QVERIFY(find->isVisible());
+    view->setCurrentIndex(QModelIndex()); // the search starts from the top
+    QTest::keyClicks(find, QStringLiteral("ping"));
+    const auto currentRow = [view] { return view->currentIndex().row(); };
+    QTest::keyClick(find, Qt::Key_Return);
+    QCOMPARE(currentRow(), 0);
+    QTest::keyClick(find, Qt::Key_Return);
+    QCOMPARE(currentRow(), 1);
+    QTest::keyClick(find, Qt::Key_Return);
+    QCOMPARE(currentRow(), 4); // any case
+    QTest::keyClick(find, Qt::Key_Return);
+    QCOMPARE(currentRow(), 0); // round again
+    QTest::keyClick(find, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(currentRow(), 4);
+    find->setText(QStringLiteral("5a4f52")); // hex of "ZOR"
+    QTest::keyClick(find, Qt::Key_Return);
+    QCOMPARE(currentRow(), 3);
+
+    find->setText(QStringLiteral("ping"));
+    child<QCheckBox>("checkBox_Filter")->setChecked(true);
+    QCOMPARE(form->logModel()->rowCount(), 3);
+    auto* direction = child<QComboBox>("comboBox_FilterDirection");
+    direction->setCurrentIndex(direction->findText(QStringLiteral("IN")));
+    QCOMPARE(form->logModel()->rowCount(), 2);
+    QCOMPARE(form->logModel()->text(1, ZOR_Model_Log::ColumnData), QStringLiteral("*#ping.2"));
+    form->setData(1, "*#PING 3"); // new rows pass the filter too
+    form->setData(0, "*?PING 3");
+    QCOMPARE(form->logModel()->rowCount(), 3);
+    // Esc closes the search, not the console, and shows every row again.
+    QTest::keyClick(find, Qt::Key_Escape);
+    QVERIFY(form->isVisible());
+    QVERIFY(!find->isVisible());
+    QCOMPARE(form->logModel()->rowCount(), 7);
+}
+
+void TestConsole::receivedRowsKnowTheirReplyTime()
+{
+    ZOR_Model_Log log;
+    log.append(1, "*#HELLO", 500); // nothing sent yet
+    log.append(0, "*?V", 1000);
+    log.append(1, "*#V 1", 1350);
+    log.append(1, "*#V 2", 1400);
+    log.append(-1, "DISCONNECT", 1500);
+    log.append(0, "*?S", 2000);
+    log.append(1, "*#S", 2007);
+    const qint64 expected[] = {-1, -1, 350, 400, -1, -1, 7};
+    for (int row = 0; row < 7; ++row)
+        QCOMPARE(log.replyMs(row), expected[row]);
+    QVERIFY(log.index(2, 3).data(Qt::ToolTipRole).toString().contains(QLatin1String("cons_030")));
+    QVERIFY(log.detailText(6).contains(QLatin1String("cons_030")));
+    QVERIFY(!log.detailText(0).contains(QLatin1String("cons_030")));
 }
 
 void TestConsole::newestRowIsInView()

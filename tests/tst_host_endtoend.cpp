@@ -182,10 +182,30 @@ void TestHostEndToEnd::lostPortDisconnectsTheModule()
     ZOR_HostModule host;
     QVERIFY(host.load(m_fake.fileName()));
     QVERIFY2(host.connectLink(ZOR_TerminalLink::create(linkText(QStringLiteral("socat")))), qPrintable(host.errorString()));
+    const QString lastLink = host.lastLink();
+    QVERIFY(lastLink.startsWith(QLatin1String("serial:")));
+    host.setRetryIntervalMs(100);
     QSignalSpy status(&host, &ZOR_HostModule::signal_Status);
+    stop(m_sim);
     stop(m_socat); // the cable is pulled
     QTRY_VERIFY_WITH_TIMEOUT(!host.link(), 5000);
     QVERIFY(!status.isEmpty());
+    QVERIFY(host.isRetrying());
+    // The port comes back under the same name: the host takes it again.
+    QVERIFY(!linkText(QStringLiteral("socat")).isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(host.link(), 5000);
+    QVERIFY(!host.isRetrying());
+    QCOMPARE(host.lastLink(), lastLink);
+    fnSend(ZOR_MSG_RECEIVE_START, 0, 0);
+    QByteArray ping("*?PING 5\r\n");
+    fnSend(ZOR_MSG_SEND_TO_DEVICE, reinterpret_cast<unsigned long>(&ping), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(receivedBytes(), QByteArray("*#PING 5\r\n"), 5000);
+    // Disconnecting by hand stops the retries for good.
+    host.disconnectLink();
+    QVERIFY(!host.isRetrying());
+    QVERIFY(host.reconnect());
+    QVERIFY(host.link());
+    host.disconnectLink();
 }
 
 void TestHostEndToEnd::consoleShowsBothIccids_data()

@@ -249,6 +249,9 @@ void TestHostModule::languageIsAnApplicationProperty()
     QVERIFY(host.load(fakePath()));
     host.setLanguage(QStringLiteral("en"));
     QCOMPARE(qApp->property("zor_programLanguage").toString(), QStringLiteral("en"));
+    // The host's own texts follow.
+    std::unique_ptr<ZOR_TerminalLink> simulator(ZOR_TerminalLink::create(QStringLiteral("simulator")));
+    QCOMPARE(simulator->description(), QStringLiteral("terminal simulator"));
     QCOMPARE(seenCodes().last(), int(ZOR_MSG_LANGUAGE_CHANGED));
     host.setLanguage(QStringLiteral("ru"));
 }

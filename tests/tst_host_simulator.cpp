@@ -9,7 +9,10 @@
 
 #include "module/zor_cp1251.h"
 
+#include <QFile>
+#include <QRegularExpression>
 #include <QSignalSpy>
+#include <QXmlStreamReader>
 #include <memory>
 #include <QtTest>
 
@@ -21,6 +24,9 @@ private slots:
     void answersEveryKnownRequest();
     void findsRequestEnds_data();
     void findsRequestEnds();
+    void answersTheShippedCommandList_data();
+    void answersTheShippedCommandList();
+    void imeiHasAValidCheckDigit();
     void iccidsAreFixed19Digits();
     void statusReflectsCommands();
     void linkRepliesFromTheEventLoopOnly();
@@ -37,7 +43,12 @@ void TestHostSimulator::answersEveryKnownRequest_data()
     const QByteArray i2 = ZOR_TerminalSimulator::iccid(2);
     QTest::newRow("version") << QByteArray("*?V") << QByteArray("*#V ZOR-SIM 3.5.8\r\n");
     QTest::newRow("ping") << QByteArray("*?PING 1") << QByteArray("*#PING 1\r\n");
-    QTest::newRow("ping without number") << QByteArray("*?PING") << QByteArray("*#ERROR:*?PING\r\n");
+    QTest::newRow("ping without number") << QByteArray("*?PING") << QByteArray("*#PING\r\n");
+    QTest::newRow("ping, not a number") << QByteArray("*?PING x") << QByteArray("*#ERROR:*?PING x\r\n");
+    QTest::newRow("firmware version") << QByteArray("*?VERSION") << QByteArray("*#VERSION ZOR-SIM 3.5.8 (01.03.2026)\r\n");
+    QTest::newRow("IMEI") << QByteArray("*?IMEI") << QByteArray("*#IMEI 356938035643809\r\n");
+    QTest::newRow("reset") << QByteArray("*!RESET") << QByteArray("*@RESET\r\n");
+    QTest::newRow("settings reset") << QByteArray("*!SETT_RESET") << QByteArray("*@SETT_RESET\r\n");
     QTest::newRow("iccid mask 0") << QByteArray("*?ICCID 0") << QByteArray("*#ICCID 0\r\n");
     QTest::newRow("iccid sim 1") << QByteArray("*?ICCID 1") << "*#ICCID 1," + i1 + "\r\n";
     QTest::newRow("iccid sim 2") << QByteArray("*?ICCID 2") << "*#ICCID 2," + i2 + "\r\n";
@@ -153,6 +164,51 @@ void TestHostSimulator::linkRepliesFromTheEventLoopOnly()
     link.close();
     QTest::qWait(3 * ZOR_TerminalSimulator::nIdleFlushMs);
     QCOMPARE(received.count(), 0);
+}
+
+void TestHostSimulator::answersTheShippedCommandList_data()
+{
+    QTest::addColumn<QString>("command");
+    for (const char* file : {"commands.xml", "commands_en.xml"}) {
+        QFile list(QStringLiteral(ZOR_BIN_DIR "/Localization/Temp/") + QLatin1String(file));
+        QVERIFY2(list.open(QIODevice::ReadOnly), qPrintable(list.fileName()));
+        QXmlStreamReader xml(&list);
+        while (!xml.atEnd()) {
+            if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("COMMAND")) {
+                const QString command = xml.attributes().value(QLatin1String("cmnd")).toString();
+                QTest::newRow(qPrintable(QLatin1String(file) + QLatin1Char(' ') + command)) << command;
+            }
+        }
+        QVERIFY(!xml.hasError());
+    }
+}
+
+void TestHostSimulator::answersTheShippedCommandList()
+{
+    // "*?X" is answered by "*#X", "*!X" acknowledged by "*@X".
+    QFETCH(QString, command);
+    ZOR_TerminalSimulator simulator;
+    const QString reply = ZOR_Cp1251::decode(simulator.reply(ZOR_Cp1251::encode(command)));
+    const QRegularExpressionMatch request = QRegularExpression(QStringLiteral("^\\*([?!])([A-Z_]+)")).match(command);
+    QVERIFY2(request.hasMatch(), qPrintable(command));
+    const QString prefix = request.captured(1) == QLatin1String("?") ? QStringLiteral("*#") : QStringLiteral("*@");
+    const QString name = request.captured(2);
+    QVERIFY2(reply.startsWith(prefix + name) && reply.endsWith(QLatin1String("\r\n")), qPrintable(reply));
+}
+
+void TestHostSimulator::imeiHasAValidCheckDigit()
+{
+    ZOR_TerminalSimulator simulator;
+    const QByteArray imei = simulator.reply("*?IMEI").mid(7).trimmed();
+    QCOMPARE(imei.size(), 15);
+    int sum = 0;
+    for (int i = 0; i < 15; ++i) {
+        int digit = imei[14 - i] - '0';
+        if (i % 2 == 1 && (digit *= 2) > 9)
+            digit -= 9;
+        sum += digit;
+    }
+    QCOMPARE(sum % 10, 0);
 }
 
 void TestHostSimulator::chunkedLinkSplitsReplies()

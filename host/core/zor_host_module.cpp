@@ -1,5 +1,6 @@
 #include "zor_host_module.h"
 
+#include "zor_host_texts.h"
 #include "zor_terminal_link.h"
 
 #include <QAction>
@@ -28,6 +29,8 @@ ZOR_HostModule::ZOR_HostModule(QObject* parent)
     : QObject(parent)
 {
     connect(&m_assembler, &ZOR_ReplyAssembler::signal_Reply, this, &ZOR_HostModule::deliver);
+    m_retry.setInterval(1000);
+    connect(&m_retry, &QTimer::timeout, this, &ZOR_HostModule::slot_Retry);
 }
 
 ZOR_HostModule::~ZOR_HostModule()
@@ -170,7 +173,7 @@ bool ZOR_HostModule::connectLink(ZOR_TerminalLink* lpLink)
 {
     disconnectLink();
     if (!lpLink->open()) {
-        m_qsError = tr("Не удаётся открыть %1: %2").arg(lpLink->description(), lpLink->errorString());
+        m_qsError = zorHostText("status_cannot_open").arg(lpLink->description(), lpLink->errorString());
         delete lpLink;
         emit signal_Status(m_qsError);
         return false;
@@ -179,12 +182,19 @@ bool ZOR_HostModule::connectLink(ZOR_TerminalLink* lpLink)
     m_lpLink = lpLink;
     connect(lpLink, &ZOR_TerminalLink::signal_Received, this, &ZOR_HostModule::slot_Received);
     connect(lpLink, &ZOR_TerminalLink::signal_Lost, this, &ZOR_HostModule::slot_Lost);
-    emit signal_Status(tr("Подключено: %1").arg(lpLink->description()));
+    m_qsLastLink = lpLink->spec();
+    emit signal_Status(zorHostText("status_connected").arg(lpLink->description()));
     send(ZOR_MSG_DEVICE_CONNECTED);
     return true;
 }
 
 void ZOR_HostModule::disconnectLink()
+{
+    m_retry.stop();
+    closeLink();
+}
+
+void ZOR_HostModule::closeLink()
 {
     if (!m_lpLink)
         return;
@@ -193,7 +203,7 @@ void ZOR_HostModule::disconnectLink()
     m_assembler.flush();
     lpLink->close();
     lpLink->deleteLater();
-    emit signal_Status(tr("Отключено"));
+    emit signal_Status(zorHostText("status_disconnected"));
     send(ZOR_MSG_DEVICE_DISCONNECTED);
 }
 
@@ -218,6 +228,36 @@ void ZOR_HostModule::deliver(const QByteArray& bytes)
 
 void ZOR_HostModule::slot_Lost(const QString& qsReason)
 {
-    disconnectLink();
-    emit signal_Status(tr("Связь потеряна: %1").arg(qsReason));
+    const QString qsWhat = m_lpLink ? m_lpLink->description() : m_qsLastLink;
+    closeLink();
+    emit signal_Status(zorHostText("status_lost").arg(qsWhat, qsReason));
+    m_retry.start();
+}
+
+bool ZOR_HostModule::reconnect()
+{
+    ZOR_TerminalLink* lpLink = ZOR_TerminalLink::create(m_qsLastLink);
+    if (!lpLink) {
+        m_qsError = zorHostText("status_no_last");
+        emit signal_Status(m_qsError);
+        return false;
+    }
+    return connectLink(lpLink);
+}
+
+// Quiet attempts: the status bar keeps saying that the link is lost until
+// the port is back (an adapter plugged in again, the far end restarted).
+void ZOR_HostModule::slot_Retry()
+{
+    ZOR_TerminalLink* lpLink = ZOR_TerminalLink::create(m_qsLastLink);
+    if (!lpLink) {
+        m_retry.stop();
+        return;
+    }
+    const bool bOpen = lpLink->open();
+    if (!bOpen) {
+        delete lpLink;
+        return;
+    }
+    connectLink(lpLink); // open already: this only takes it over
 }

@@ -17,6 +17,7 @@
 #include <QLibrary>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 class QAction;
 
@@ -48,7 +49,16 @@ public:
     // 2051 for the new). A link that does not open is deleted and false
     // returned; errorString() says why.
     bool connectLink(ZOR_TerminalLink* lpLink);
+    // Closes the link; no reconnection is tried after this.
     void disconnectLink();
+    // Connects again to the last link that was open (false when there is
+    // none, or it does not open).
+    bool reconnect();
+    QString lastLink() const { return m_qsLastLink; }
+    // A link that broke is tried again at this interval until it opens,
+    // another link is chosen or the user disconnects.
+    void setRetryIntervalMs(int nMs) { m_retry.setInterval(nMs); }
+    bool isRetrying() const { return m_retry.isActive(); }
     ZOR_TerminalLink* link() const { return m_lpLink; }
     // How long the line must be quiet before bytes without a line end go
     // to the module as one block (ZOR_ReplyAssembler).
@@ -73,6 +83,8 @@ private:
     void slot_Received(const QByteArray& bytes);
     void deliver(const QByteArray& bytes);
     void slot_Lost(const QString& qsReason);
+    void slot_Retry();
+    void closeLink();
 
     QLibrary m_library;
     ZOR_ReceiveMessageFunc m_fnReceive = nullptr;
@@ -82,6 +94,8 @@ private:
     quint64 m_nLastHandle = 0;
     QPointer<ZOR_TerminalLink> m_lpLink;
     ZOR_ReplyAssembler m_assembler;
+    QString m_qsLastLink;
+    QTimer m_retry;
     bool m_bForwarding = false;
     int m_nCoordSystem = 0;
     QString m_qsUssdRequest = QStringLiteral("*100#");

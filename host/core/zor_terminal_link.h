@@ -27,6 +27,8 @@ public:
     virtual void write(const QByteArray& bytes) = 0;
     // Short text for the status bar ("simulator", "/dev/ttyUSB0, 115200").
     virtual QString description() const = 0;
+    // The command-line form that create() makes this link again from.
+    virtual QString spec() const = 0;
     QString errorString() const { return m_qsError; }
 
 signals:

@@ -40,6 +40,11 @@ QString ZOR_TerminalLink_Serial::description() const
     return QStringLiteral("%1, %2").arg(m_qsPort).arg(m_port.baudRate());
 }
 
+QString ZOR_TerminalLink_Serial::spec() const
+{
+    return QStringLiteral("serial:%1:%2").arg(m_qsPort).arg(m_port.baudRate());
+}
+
 void ZOR_TerminalLink_Serial::slot_errorOccurred(QSerialPort::SerialPortError error)
 {
     // Errors while opening are reported by open(); only a port that dies

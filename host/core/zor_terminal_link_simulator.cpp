@@ -1,5 +1,7 @@
 #include "zor_terminal_link_simulator.h"
 
+#include "zor_host_texts.h"
+
 ZOR_TerminalLink_Simulator::ZOR_TerminalLink_Simulator(QObject* parent)
     : ZOR_TerminalLink(parent)
 {
@@ -42,7 +44,14 @@ void ZOR_TerminalLink_Simulator::write(const QByteArray& bytes)
 
 QString ZOR_TerminalLink_Simulator::description() const
 {
-    return QStringLiteral("симулятор терминала");
+    return zorHostText("simulator");
+}
+
+QString ZOR_TerminalLink_Simulator::spec() const
+{
+    if (m_nChunkBytes <= 0)
+        return QStringLiteral("simulator");
+    return QStringLiteral("simulator:%1:%2").arg(m_nChunkBytes).arg(m_nChunkDelayMs);
 }
 
 void ZOR_TerminalLink_Simulator::deliver(const QByteArray& replies)

@@ -38,8 +38,27 @@ const Rule kRules[] = {
     {R"(\*\?S)", [](const QRegularExpressionMatch&, State& s) {
          return QStringLiteral("*#S GSM:1,GNSS:1,SAT:9,SMS:%1,RATE:%2").arg(s.nSmsMode).arg(s.nRateMs);
      }},
-    {R"(\*\?PING (\d{1,5}))", [](const QRegularExpressionMatch& m, State&) {
-         return QStringLiteral("*#PING ") + m.captured(1);
+    {R"(\*\?VERSION)", [](const QRegularExpressionMatch&, State&) {
+         return QStringLiteral("*#VERSION ZOR-SIM 3.5.8 (01.03.2026)");
+     }},
+    {R"(\*\?IMEI)", [](const QRegularExpressionMatch&, State&) {
+         return QStringLiteral("*#IMEI 356938035643809");
+     }},
+    {R"(\*\?PING(?: (\d{1,5}))?)", [](const QRegularExpressionMatch& m, State&) {
+         return m.captured(1).isEmpty() ? QStringLiteral("*#PING") : QStringLiteral("*#PING ") + m.captured(1);
+     }},
+    {R"(\*\?GSM)", [](const QRegularExpressionMatch&, State&) {
+         return QStringLiteral("*#GSM LEVEL:23,REG:1,ROAMING:0,OPER:25001,SIM:1");
+     }},
+    {R"(\*\?GPS)", [](const QRegularExpressionMatch&, State&) {
+         return QStringLiteral("*#GPS VALID:1,SAT:9,LAT:55.752200,LON:37.615600,ALT:156,SPD:0.0,CRS:0");
+     }},
+    {R"(\*!(RESET|SETT_RESET))", [](const QRegularExpressionMatch& m, State& s) {
+         if (m.captured(1) == QLatin1String("SETT_RESET")) {
+             s.nSmsMode = 0;
+             s.nRateMs = 1000;
+         }
+         return QStringLiteral("*@") + m.captured(1);
      }},
     {R"(\*\?ICCID ([0-3]))", [](const QRegularExpressionMatch& m, State&) {
          const int nMask = m.captured(1).toInt();

@@ -9,7 +9,13 @@
 #include "ui_zor_form_commands.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QDateTime>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QStyle>
 #include <QHeaderView>
 #include <QIcon>
 #include <QKeyEvent>
@@ -17,6 +23,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <algorithm>
 #include <functional>
 #include <iterator>
 #include <utility>
@@ -78,18 +85,7 @@ void ZOR_Form_Commands::initForm()
     timerScroll->setSingleShot(true);
     timerScroll->setInterval(kLogRefreshMs);
     connect(timerScroll, &QTimer::timeout, this, &ZOR_Form_Commands::showNewLogRows);
-    ui->treeWidget->setModel(modelLog);
-    ui->treeWidget->verticalHeader()->setVisible(false);
-    // Per-item scrolling looks up the row position from the first row on
-    // each layout, which makes a long log slower with every row.
-    ui->treeWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    ui->treeWidget->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    ui->treeWidget->verticalHeader()->setDefaultSectionSize(
-        ui->treeWidget->fontMetrics().height() + 4);
-    ui->treeWidget->horizontalHeader()->setStretchLastSection(false);
-    ui->treeWidget->horizontalHeader()->setTextElideMode(Qt::ElideNone);
-    for (int column = 0; column < ZOR_Model_Log::ColumnCount; ++column)
-        ui->treeWidget->setColumnWidth(column, ZOR_Model_Log::initialWidth(column));
+    initLogView();
 
     for (const NmeaRate& rate : kNmeaRates)
         ui->comboBox_Ravel_Cmd_3_Freq->addItem(QString::fromUtf8(rate.qsCaption));
@@ -218,6 +214,32 @@ void ZOR_Form_Commands::translateForm()
     };
     for (const auto& toolTip : toolTips)
         toolTip.first->setToolTip(zorTr(QLatin1String(toolTip.second)));
+    const std::pair<QAction*, const char*> actions[] = {
+        {actionCopy, "cons_025"}, {actionCopyHex, "cons_026"}, {actionFind, "cons_028"},
+        {actionSaveLog, "cons_027"}, {actionDetail, "cons_029"},
+    };
+    for (const auto& action : actions)
+        action.first->setText(zorTr(QLatin1String(action.second)));
+    ui->toolButton_Find->setText(zorTr(QStringLiteral("cons_028")));
+    ui->toolButton_Find->setToolTip(actionFind->text() + QStringLiteral(" (") + actionFind->shortcut().toString(QKeySequence::NativeText) + QLatin1Char(')'));
+    ui->toolButton_SaveLog->setToolTip(actionSaveLog->text() + QStringLiteral(" (") + actionSaveLog->shortcut().toString(QKeySequence::NativeText) + QLatin1Char(')'));
+    ui->toolButton_Detail->setText(zorTr(QStringLiteral("cons_029")));
+    ui->label_Find->setText(zorTr(QStringLiteral("cons_032")));
+    ui->toolButton_FindPrev->setToolTip(zorTr(QStringLiteral("cons_033")) + QStringLiteral(" (Shift+Enter)"));
+    ui->toolButton_FindNext->setToolTip(zorTr(QStringLiteral("cons_034")) + QStringLiteral(" (Enter)"));
+    ui->toolButton_FindClose->setToolTip(zorTr(QStringLiteral("cons_041")));
+    ui->checkBox_Filter->setText(zorTr(QStringLiteral("cons_035")));
+    ui->plainTextEdit_Detail->setPlaceholderText(zorTr(QStringLiteral("cons_042")));
+    {
+        const QSignalBlocker block(ui->comboBox_FilterDirection);
+        const int nIndex = qMax(0, ui->comboBox_FilterDirection->currentIndex());
+        ui->comboBox_FilterDirection->clear();
+        ui->comboBox_FilterDirection->addItem(zorTr(QStringLiteral("cons_036")), -1);
+        ui->comboBox_FilterDirection->addItem(QStringLiteral("IN"), int(ZOR_Model_Log::DirectionIn));
+        ui->comboBox_FilterDirection->addItem(QStringLiteral("OUT"), int(ZOR_Model_Log::DirectionOut));
+        ui->comboBox_FilterDirection->setCurrentIndex(nIndex);
+    }
+    followLog();
     ui->groupBox_Ravel->setTitle(zorTr(QStringLiteral("cons_002")));
     ui->groupBox_Cmd_Main->setTitle(zorTr(QStringLiteral("cons_003")));
 
@@ -312,7 +334,7 @@ void ZOR_Form_Commands::scrollLogLater()
         ui->treeWidget->setUpdatesEnabled(false);
         return;
     }
-    ui->treeWidget->scrollToBottom();
+    followLog();
     timerScroll->start();
 }
 
@@ -321,8 +343,239 @@ void ZOR_Form_Commands::showNewLogRows()
     if (ui->treeWidget->updatesEnabled())
         return;
     ui->treeWidget->setUpdatesEnabled(true);
-    ui->treeWidget->scrollToBottom();
+    followLog();
     timerScroll->start();
+}
+
+// The view follows new rows only while it stands at the bottom; a user who
+// scrolled up to read is left there and told how many rows came since.
+void ZOR_Form_Commands::followLog()
+{
+    if (bFollowLog) {
+        ui->treeWidget->scrollToBottom();
+        return;
+    }
+    const int nNew = modelLog->rowCount() - nRowsSeen;
+    ui->toolButton_NewRows->setVisible(nNew > 0);
+    if (nNew > 0)
+        ui->toolButton_NewRows->setText(QStringLiteral("▼ ") + zorTr(QStringLiteral("cons_024")).arg(nNew));
+}
+
+void ZOR_Form_Commands::slot_valueChanged_LogScrollBar(int value)
+{
+    const QScrollBar* bar = ui->treeWidget->verticalScrollBar();
+    const bool bAtBottom = value >= bar->maximum();
+    if (bAtBottom == bFollowLog)
+        return;
+    bFollowLog = bAtBottom;
+    nRowsSeen = modelLog->rowCount();
+    if (bFollowLog)
+        ui->toolButton_NewRows->hide();
+}
+
+void ZOR_Form_Commands::slot_clicked_ToolButton_NewRows()
+{
+    ui->treeWidget->scrollToBottom();
+    bFollowLog = true;
+    ui->toolButton_NewRows->hide();
+}
+
+void ZOR_Form_Commands::initLogView()
+{
+    QTableView* view = ui->treeWidget;
+    view->setModel(modelLog);
+    view->verticalHeader()->setVisible(false);
+    // Per-item scrolling looks up the row position from the first row on
+    // each layout, which makes a long log slower with every row.
+    view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    const QFontMetrics rowMetrics(modelLog->font());
+    view->verticalHeader()->setDefaultSectionSize(qMax(view->fontMetrics().height(), rowMetrics.height()) + 4);
+    // At least the widths the log was designed with, more where the fonts
+    // of this machine need it: a cut time or header reads wrong.
+    QHeaderView* header = view->horizontalHeader();
+    header->setTextElideMode(Qt::ElideNone);
+    header->setStretchLastSection(true);
+    const int nPadding = 2 * view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 12;
+    for (int column = 0; column < ZOR_Model_Log::ColumnCount; ++column) {
+        int nWidth = qMax(ZOR_Model_Log::initialWidth(column),
+                          header->fontMetrics().horizontalAdvance(ZOR_Model_Log::headerText(column)) + 2 * nPadding);
+        if (column == ZOR_Model_Log::ColumnTime)
+            nWidth = qMax(nWidth, rowMetrics.horizontalAdvance(QStringLiteral("00.00.0000 00:00:00")) + nPadding);
+        view->setColumnWidth(column, nWidth);
+    }
+    connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &ZOR_Form_Commands::slot_valueChanged_LogScrollBar);
+    ui->toolButton_NewRows->hide();
+    connect(ui->toolButton_NewRows, &QAbstractButton::clicked, this, &ZOR_Form_Commands::slot_clicked_ToolButton_NewRows);
+    connect(modelLog, &QAbstractItemModel::modelReset, this, [this] {
+        bFollowLog = true;
+        nRowsSeen = 0;
+        ui->toolButton_NewRows->hide();
+        updateDetail();
+    });
+
+    ui->plainTextEdit_Detail->setFont(modelLog->font());
+    ui->splitter_Log->setStretchFactor(0, 3);
+    ui->splitter_Log->setStretchFactor(1, 2);
+    ui->plainTextEdit_Detail->hide();
+    connect(ui->toolButton_Detail, &QAbstractButton::toggled, this, [this](bool bOn) {
+        ui->plainTextEdit_Detail->setVisible(bOn);
+        updateDetail();
+        // The log got shorter or longer: keep the row in question in view.
+        QTimer::singleShot(0, this, [this] {
+            if (ui->treeWidget->currentIndex().isValid())
+                ui->treeWidget->scrollTo(ui->treeWidget->currentIndex());
+            else if (bFollowLog)
+                ui->treeWidget->scrollToBottom();
+        });
+    });
+    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { updateDetail(); });
+    connect(view, &QAbstractItemView::doubleClicked, this, [this] { ui->toolButton_Detail->setChecked(true); });
+
+    // The log's actions: its context menu, and keys while it has the focus
+    // (Find and Save work from anywhere in the console).
+    const auto addAction = [this](QWidget* owner, Qt::ShortcutContext context, const QKeySequence& keys,
+                                  void (ZOR_Form_Commands::*slot)()) {
+        auto* action = new QAction(this);
+        action->setShortcut(keys);
+        action->setShortcutContext(context);
+        owner->addAction(action);
+        connect(action, &QAction::triggered, this, slot);
+        return action;
+    };
+    actionCopy = addAction(view, Qt::WidgetWithChildrenShortcut, QKeySequence::Copy, &ZOR_Form_Commands::copyLogRows);
+    actionCopyHex = addAction(view, Qt::WidgetWithChildrenShortcut, QKeySequence(), &ZOR_Form_Commands::copyLogRowsHex);
+    auto* separator = new QAction(this);
+    separator->setSeparator(true);
+    view->addAction(separator);
+    actionFind = addAction(this, Qt::WindowShortcut, QKeySequence::Find, &ZOR_Form_Commands::showFindBar);
+    view->addAction(actionFind);
+    actionSaveLog = addAction(this, Qt::WindowShortcut, QKeySequence::Save, &ZOR_Form_Commands::saveLogAs);
+    view->addAction(actionSaveLog);
+    actionDetail = new QAction(this);
+    actionDetail->setCheckable(true);
+    connect(actionDetail, &QAction::toggled, ui->toolButton_Detail, &QAbstractButton::setChecked);
+    connect(ui->toolButton_Detail, &QAbstractButton::toggled, actionDetail, &QAction::setChecked);
+    view->addAction(actionDetail);
+    ui->toolButton_SaveLog->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/save.png")));
+    connect(ui->toolButton_SaveLog, &QAbstractButton::clicked, this, &ZOR_Form_Commands::saveLogAs);
+    connect(ui->toolButton_Find, &QAbstractButton::clicked, this, &ZOR_Form_Commands::showFindBar);
+
+    view->installEventFilter(this);
+    ui->widget_Find->hide();
+    ui->lineEdit_Find->installEventFilter(this);
+    connect(ui->lineEdit_Find, &QLineEdit::returnPressed, this, [this] { findInLog(true); });
+    connect(ui->toolButton_FindNext, &QAbstractButton::clicked, this, [this] { findInLog(true); });
+    connect(ui->toolButton_FindPrev, &QAbstractButton::clicked, this, [this] { findInLog(false); });
+    connect(ui->toolButton_FindClose, &QAbstractButton::clicked, this, &ZOR_Form_Commands::hideFindBar);
+    connect(ui->lineEdit_Find, &QLineEdit::textChanged, this, [this] {
+        ui->label_FindStatus->clear();
+        if (ui->checkBox_Filter->isChecked())
+            applyLogFilter();
+    });
+    connect(ui->checkBox_Filter, &QAbstractButton::toggled, this, &ZOR_Form_Commands::applyLogFilter);
+    connect(ui->comboBox_FilterDirection, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &ZOR_Form_Commands::applyLogFilter);
+}
+
+void ZOR_Form_Commands::updateDetail()
+{
+    if (!ui->plainTextEdit_Detail->isVisible())
+        return;
+    const QModelIndex current = ui->treeWidget->currentIndex();
+    ui->plainTextEdit_Detail->setPlainText(current.isValid() ? modelLog->detailText(current.row()) : QString());
+}
+
+QList<int> ZOR_Form_Commands::selectedLogRows() const
+{
+    QList<int> rows;
+    for (const QModelIndex& index : ui->treeWidget->selectionModel()->selectedRows())
+        rows << index.row();
+    if (rows.isEmpty() && ui->treeWidget->currentIndex().isValid())
+        rows << ui->treeWidget->currentIndex().row();
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ZOR_Form_Commands::copyLogRows()
+{
+    const QList<int> rows = selectedLogRows();
+    if (!rows.isEmpty())
+        QGuiApplication::clipboard()->setText(modelLog->rowsAsTsv(rows));
+}
+
+void ZOR_Form_Commands::copyLogRowsHex()
+{
+    const QList<int> rows = selectedLogRows();
+    if (!rows.isEmpty())
+        QGuiApplication::clipboard()->setText(modelLog->rowsAsHex(rows));
+}
+
+void ZOR_Form_Commands::saveLogAs()
+{
+    const QString qsCsv = zorTr(QStringLiteral("cons_038"));
+    const QString qsText = zorTr(QStringLiteral("cons_039"));
+    QString qsFilter = qsCsv;
+    QString qsPath = QFileDialog::getSaveFileName(
+        this, zorTr(QStringLiteral("cons_027")).remove(QChar(0x2026)),
+        QStringLiteral("console_%1.csv").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_hhmmss"))),
+        qsCsv + QStringLiteral(";;") + qsText, &qsFilter);
+    if (qsPath.isEmpty())
+        return;
+    const bool bText = qsPath.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive)
+        || (qsFilter == qsText && !qsPath.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive));
+    QString qsError;
+    if (!modelLog->saveLog(qsPath, bText ? ZOR_Model_Log::Format::Text : ZOR_Model_Log::Format::Csv, &qsError))
+        QMessageBox::warning(this, windowTitle(), zorTr(QStringLiteral("cons_037")).arg(qsPath, qsError));
+}
+
+void ZOR_Form_Commands::showFindBar()
+{
+    ui->widget_Find->show();
+    ui->lineEdit_Find->setFocus();
+    ui->lineEdit_Find->selectAll();
+}
+
+void ZOR_Form_Commands::hideFindBar()
+{
+    ui->widget_Find->hide();
+    {
+        const QSignalBlocker blockFilter(ui->checkBox_Filter);
+        const QSignalBlocker blockDirection(ui->comboBox_FilterDirection);
+        ui->checkBox_Filter->setChecked(false);
+        ui->comboBox_FilterDirection->setCurrentIndex(0);
+    }
+    applyLogFilter();
+    ui->treeWidget->setFocus();
+}
+
+void ZOR_Form_Commands::findInLog(bool bForward)
+{
+    const QModelIndex current = ui->treeWidget->currentIndex();
+    const int from = current.isValid() ? current.row() : (bForward ? -1 : modelLog->rowCount());
+    const int row = modelLog->findRow(ui->lineEdit_Find->text(), from, bForward);
+    ui->label_FindStatus->setText(row < 0 ? zorTr(QStringLiteral("cons_040")) : QString());
+    if (row < 0)
+        return;
+    const QModelIndex index = modelLog->index(row, ZOR_Model_Log::ColumnData);
+    ui->treeWidget->selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    ui->treeWidget->scrollTo(index);
+}
+
+void ZOR_Form_Commands::applyLogFilter()
+{
+    const int nDirection = ui->comboBox_FilterDirection->currentData().isValid()
+        ? ui->comboBox_FilterDirection->currentData().toInt()
+        : -1;
+    const QString qsText = ui->checkBox_Filter->isChecked() ? ui->lineEdit_Find->text() : QString();
+    if (nDirection == logFilterDirection && qsText == qsLogFilterText)
+        return;
+    logFilterDirection = nDirection;
+    qsLogFilterText = qsText;
+    modelLog->setFilter(nDirection, qsText);
+    ui->treeWidget->scrollToBottom();
 }
 
 void ZOR_Form_Commands::sendCommand(const QByteArray& bytes)
@@ -344,6 +597,24 @@ void ZOR_Form_Commands::sendFreeCommand()
 
 bool ZOR_Form_Commands::eventFilter(QObject* watched, QEvent* event)
 {
+    // The view copies only its current cell on its own; the log copies rows.
+    if (watched == ui->treeWidget && event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        copyLogRows();
+        return true;
+    }
+    if (watched == ui->lineEdit_Find && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Escape) {
+            hideFindBar();
+            return true;
+        }
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
+            && key->modifiers().testFlag(Qt::ShiftModifier)) {
+            findInLog(false);
+            return true;
+        }
+    }
     if (watched == ui->lineEdit_Cmd_Any && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->modifiers() == Qt::NoModifier || key->modifiers() == Qt::KeypadModifier)

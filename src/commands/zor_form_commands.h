@@ -7,6 +7,7 @@
 // and kept, hidden, after closing.
 
 #include <QByteArray>
+#include <QList>
 #include <QDialog>
 #include <QString>
 #include <QStringList>
@@ -78,6 +79,19 @@ private:
     void sendCommandText(const QString& qsText);
     void scrollLogLater();
     void showNewLogRows();
+    void followLog();
+    void initLogView();
+    void updateDetail();
+    QList<int> selectedLogRows() const;
+    void copyLogRows();
+    void copyLogRowsHex();
+    void saveLogAs();
+    void showFindBar();
+    void hideFindBar();
+    void findInLog(bool bForward);
+    void applyLogFilter();
+    void slot_valueChanged_LogScrollBar(int value);
+    void slot_clicked_ToolButton_NewRows();
     void updateIccIdButton();
 
     // Fixed commands; an empty text means "send nothing".
@@ -100,6 +114,15 @@ private:
     QString qsWindowTitle;
     QTimer* timerScroll = nullptr;
     ZOR_CommandHistory* lpHistory = nullptr;
+    QAction* actionCopy = nullptr;
+    QAction* actionCopyHex = nullptr;
+    QAction* actionFind = nullptr;
+    QAction* actionSaveLog = nullptr;
+    QAction* actionDetail = nullptr;
+    bool bFollowLog = true;
+    int nRowsSeen = 0;
+    int logFilterDirection = -1;
+    QString qsLogFilterText;
 };
 
 #endif

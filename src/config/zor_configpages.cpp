@@ -4,6 +4,8 @@
 #include "config/zor_form_config_bluetooth.h"
 #include "config/zor_form_config_can_param.h"
 #include "config/zor_form_config_can_techotons6.h"
+#include "config/zor_form_config_rs232.h"
+#include "config/zor_form_config_rs485.h"
 #include "config/zor_form_config_set_kite3.h"
 #include "config/zor_form_config_track_locator_blist.h"
 #include "config/zor_form_config_transfer_srvalg.h"
@@ -17,6 +19,8 @@ const QVector<ZOR_ConfigPage>& zorConfigPages()
         {"bluetooth", "cfgble_041", &zorCreateConfigForm<ZOR_Form_Config_Bluetooth>, false},
         {"can", "cfgcan_007", &zorCreateConfigForm<ZOR_Form_Config_CAN_Param>, false},
         {"can_s6", "cfgcan_008", &zorCreateConfigForm<ZOR_Form_Config_CAN_TechotonS6>, false},
+        {"rs232", "cfgrs_001", &zorCreateConfigForm<ZOR_Form_Config_RS232>, false},
+        {"rs485", "cfgrs_002", &zorCreateConfigForm<ZOR_Form_Config_RS485>, false},
     };
     return pages;
 }

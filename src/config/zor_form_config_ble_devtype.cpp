@@ -46,9 +46,14 @@ void ZOR_Form_Config_Ble_DevType::markTaken(QComboBox* lpBox, const ZOR_CaptionL
     auto model = lpBox ? qobject_cast<QStandardItemModel*>(lpBox->model()) : nullptr;
     if (!model)
         return;
+    // Loading marks every slot's lists again; touching an item that already
+    // has its state would notify the view for nothing.
+    const int nCurrent = lpBox->currentIndex();
     for (int i = 0; i < lpBox->count() && i < list.count(); ++i) {
-        if (QStandardItem* item = model->item(i))
-            item->setEnabled(i == lpBox->currentIndex() || !taken.contains(list.code(i).toInt()));
+        QStandardItem* item = model->item(i);
+        const bool bEnabled = i == nCurrent || !taken.contains(list.code(i).toInt());
+        if (item && item->isEnabled() != bEnabled)
+            item->setEnabled(bEnabled);
     }
 }
 

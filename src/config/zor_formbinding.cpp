@@ -136,12 +136,21 @@ void ZOR_FormBinding::showValue(const Row& row, const QString& qsValue)
     case Check:
         static_cast<QAbstractButton*>(row.lpWidget)->setChecked(toInt(v) != 0);
         break;
-    case Integer:
-        static_cast<QSpinBox*>(row.lpWidget)->setValue(toInt(v));
+    case Integer: {
+        // A spin box redraws its text even for the value it holds; every
+        // load sets every row twice (defaults, then the file).
+        auto spin = static_cast<QSpinBox*>(row.lpWidget);
+        const int n = qBound(spin->minimum(), toInt(v), spin->maximum());
+        if (spin->value() != n)
+            spin->setValue(n);
         break;
-    case Text:
-        static_cast<QLineEdit*>(row.lpWidget)->setText(v);
+    }
+    case Text: {
+        auto edit = static_cast<QLineEdit*>(row.lpWidget);
+        if (edit->text() != v)
+            edit->setText(v);
         break;
+    }
     case Caption:
         if (row.lpList)
             row.lpList->selectOr(static_cast<QComboBox*>(row.lpWidget), v, row.qsDefault);
