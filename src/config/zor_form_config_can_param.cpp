@@ -401,6 +401,9 @@ void ZOR_Form_Config_CAN_Param::fillTree(List list)
             new ZOR_TreeWidgetItem_CAN(item, bit->getParam_Num());
     }
     retitleTree(list);
+    // The commands are few: all of them stay in view.
+    if (list == Cmd && lpTree->topLevelItemCount() > 0)
+        lpTree->setMinimumHeight(lpTree->topLevelItemCount() * lpTree->sizeHintForRow(0) + 2 * lpTree->frameWidth() + 4);
 }
 
 void ZOR_Form_Config_CAN_Param::retitleTree(List list)

@@ -113,8 +113,10 @@ void ZOR_Form_Config_CAN_TechotonS6::readFormParam(CXMLWorkData* lpParent)
     changeOutFsTypeAll(qsOutFs.isEmpty() ? getDutE_Text4Number(nDefaultOutFs) : qsOutFs);
     m_dfm.readNode(node.get(), QStringLiteral("S6DFM1"));
     // Address 0 must survive the read: it is what marks a sensor unused.
-    for (int i = 0; i < nDutCount; ++i)
+    for (int i = 0; i < nDutCount; ++i) {
         dutAddress(i)->setMinimum(0);
+        dutAddress(i)->setSpecialValueText(QString());
+    }
     m_duts.readNodes(node.get(), QStringLiteral("S6DUT"));
     for (int i = 0; i < nDutCount; ++i) {
         const int nAddress = dutAddress(i)->value();
@@ -191,9 +193,11 @@ void ZOR_Form_Config_CAN_TechotonS6::showUse(int nIndex, bool bUse)
     QSpinBox* lpAddress = dutAddress(nIndex);
     if (bUse) {
         lpAddress->setMinimum(1);
+        lpAddress->setSpecialValueText(QString());
     } else {
         lpAddress->setMinimum(0);
         lpAddress->setValue(0);
+        lpAddress->setSpecialValueText(QStringLiteral("-"));
     }
     for (int nColumn : {ColAddress, ColOutFs, ColFilterMode, ColFilterLength, ColFilterLvl})
         m_duts.widget(nIndex, nColumn)->setEnabled(bUse);
