@@ -309,6 +309,14 @@ void TestConfigCan::variantChoosesTheAdditionalListAndKeepsTheOther()
     QCOMPARE(ticked(form->treeAdditional()), (QList<int>{1, 18}));
     QCOMPARE(form->getStrParam_BC(), "8000000800" + zeros(16));
     QCOMPARE(form->getStrParam_AC(), "80004" + zeros(42));
+
+    // A profile change shows another list; it edits nothing.
+    QSignalSpy edited(form, &ZOR_Form_Config::signal_FormEdited);
+    ZOR_TerminalProfile profile;
+    profile.nCanVariant = ZOR_TerminalProfile::CanBt;
+    form->applyProfile(profile);
+    QCOMPARE(ticked(form->treeAdditional()), (QList<int>{1, 29}));
+    QCOMPARE(edited.count(), 0);
 }
 
 void TestConfigCan::olderFirmwareTextsAreRenumbered_data()

@@ -203,6 +203,8 @@ void ZOR_Form_Config_CAN_Param::setTypeCanExt()
     m_nVariant = ZOR_TerminalProfile::CanExt;
     fillTree(AC);
     m_bAdditionalBuilt = true;
+    // Showing the kept selection again is no edit.
+    const QSignalBlocker blocker(ui->treeWidget_Add);
     setUse(AC, m_lstUse[AC]);
 }
 
@@ -214,6 +216,8 @@ void ZOR_Form_Config_CAN_Param::setTypeCanBt()
     m_nVariant = ZOR_TerminalProfile::CanBt;
     fillTree(BC);
     m_bAdditionalBuilt = true;
+    // Showing the kept selection again is no edit.
+    const QSignalBlocker blocker(ui->treeWidget_Add);
     setUse(BC, m_lstUse[BC]);
 }
 
