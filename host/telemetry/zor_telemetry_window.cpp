@@ -107,6 +107,8 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
 
     ui->splitter_Main->setStretchFactor(0, 3);
     ui->splitter_Main->setStretchFactor(1, 2);
+    ui->splitter_Main->setSizes({640, 560});
+    ui->splitter_Inspector->setSizes({300, 400});
     retranslate();
     showFieldSet();
     updateInfo();
@@ -400,6 +402,7 @@ void ZOR_TelemetryWindow::showRecord(int nRow)
     ui->treeWidget_Fields->addTopLevelItems(items);
     for (int i = 0; i < Col_Raw; ++i)
         ui->treeWidget_Fields->resizeColumnToContents(i);
+    ui->treeWidget_Fields->setColumnWidth(Col_Raw, QFontMetrics(ui->tableWidget_Bytes->font()).horizontalAdvance(QStringLiteral("00 00 00 00  ")));
 }
 
 void ZOR_TelemetryWindow::highlight(int nOffset, int nLength)
