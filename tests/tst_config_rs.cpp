@@ -9,7 +9,11 @@
 #include "config/zor_form_config_rs485.h"
 #include "config/zor_form_config_rs_param_flds_rs232.h"
 #include "config/zor_form_config_rs_param_flds_rs485.h"
+#include "config/zor_form_config_rs_param_dtacan.h"
 #include "config/zor_form_config_rs_param_mdbs.h"
+#include "config/zor_form_config_rs_param_pcnt.h"
+#include "config/zor_form_config_rs_param_refr.h"
+#include "config/zor_form_config_rs_param_tach.h"
 #include "config/zor_userparamregistry.h"
 #include "module/zor_language.h"
 #include "store/cserialize.h"
@@ -18,6 +22,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -199,6 +204,118 @@ private slots:
         port.slot_changeRs_Settings(port.page(Port::KindHrps), "1200", "Odd", "2");
         QCOMPARE(port.speed(), QStringLiteral("38400"));
         QCOMPARE(port.parity(), QStringLiteral("None"));
+    }
+
+    void tachographModelSetsLineAndPassword()
+    {
+        ZOR_Form_Config_RS485 port;
+        port.setCurrentKind(Port::KindTachograph);
+        auto tach = static_cast<ZOR_Form_Config_RS_Param_Tach*>(port.page(Port::KindTachograph));
+        QCOMPARE(port.speed(), QStringLiteral("115200"));
+        tach->findChildren<QLineEdit*>().at(0)->setText("driver");
+        QSignalSpy spy(tach, &ZOR_Form_Config_RS_Param::changeRs_Settings);
+        tach->setModel("STRH");
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy.last().mid(1), QVariantList({"19200", "None", "1"}));
+        QCOMPARE(port.speed(), QStringLiteral("19200"));
+        QCOMPARE(port.parity(), QStringLiteral("None"));
+        QCOMPARE(tach->password(), QStringLiteral("8264019375"));
+        QCOMPARE(tach->login(), QString());
+        tach->setModel("KONT");
+        QCOMPARE(port.speed(), QStringLiteral("9600"));
+        QCOMPARE(tach->password(), QStringLiteral("570913"));
+        // Stored login and password win over the model's.
+        QVERIFY(load(*tach, config("<TACH type=\"STRH\" login=\"ivanov\" />")));
+        QCOMPARE(tach->login(), QStringLiteral("ivanov"));
+        QCOMPARE(tach->password(), QStringLiteral("570913"));
+    }
+
+    void modelLineSettings_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QByteArray>("node");
+        QTest::addColumn<QString>("speed");
+        QTest::newRow("ATOL") << int(Port::KindTachograph) << QByteArray("<TACH type=\"ATOL\" />") << "115200";
+        QTest::newRow("STRH") << int(Port::KindTachograph) << QByteArray("<TACH type=\"STRH\" />") << "19200";
+        QTest::newRow("MERK") << int(Port::KindTachograph) << QByteArray("<TACH type=\"MERK\" />") << "115200";
+        QTest::newRow("KONT") << int(Port::KindTachograph) << QByteArray("<TACH type=\"KONT\" />") << "9600";
+        QTest::newRow("refrigerator 1") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"IQFREEZE\" />") << "9600";
+        QTest::newRow("refrigerator 2") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"DATACOLD\" />") << "38400";
+        QTest::newRow("refrigerator 3") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"CARRIER\" />") << "9600";
+        QTest::newRow("PRESSPRO") << int(Port::KindTyres) << QByteArray("<TPMS type=\"PRESSPRO\" />") << "38400";
+        QTest::newRow("BRDGESTN") << int(Port::KindTyres) << QByteArray("<TPMS type=\"BRDGESTN\" />") << "38400";
+        QTest::newRow("TM508") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TM508\" />") << "9600";
+        QTest::newRow("TPMS613") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TPMS613\" />") << "19200";
+        QTest::newRow("TD18") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TD18\" />") << "19200";
+        QTest::newRow("TD21") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TD21\" />") << "19200";
+        QTest::newRow("HRPS") << int(Port::KindHrps) << QByteArray() << "38400";
+    }
+    void modelLineSettings()
+    {
+        QFETCH(int, kind);
+        QFETCH(QByteArray, node);
+        QFETCH(QString, speed);
+        ZOR_Form_Config_RS485 port;
+        port.setCurrentKind(kind);
+        QSignalSpy spy(port.page(kind), &ZOR_Form_Config_RS_Param::changeRs_Settings);
+        QVERIFY(load(*port.page(kind), config(node)));
+        port.page(kind)->updateRs_Settings();
+        QVERIFY(spy.count() >= 1);
+        QCOMPARE(spy.last().mid(1), QVariantList({speed, "None", "1"}));
+        QCOMPARE(port.speed(), speed);
+    }
+
+    void nodeWithoutTypeLoadsDefaultModel_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QByteArray>("node");
+        QTest::addColumn<QByteArray>("saved");
+        QTest::newRow("TACH") << int(Port::KindTachograph) << QByteArray("<TACH type=\"MERK\" />") << QByteArray("<TACH type=\"ATOL\" login=\"\" pass=\"570913\" noPing=\"0\" eventOff=\"0\" />");
+        QTest::newRow("RFID") << int(Port::KindRfid) << QByteArray("<RFID type=\"ADM20\" />") << QByteArray("<RFID type=\"ESCORT\" id=\"1\" holdTime=\"60\" nearOnly=\"0\" minLvl=\"-128\" mode=\"0\" />");
+        QTest::newRow("TPMS") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TD21\" />") << QByteArray("<TPMS type=\"PRESSPRO\" holdTime=\"15\" />");
+        QTest::newRow("PCNT") << int(Port::KindPassengers) << QByteArray("<PCNT type=\"ACOND\" />") << QByteArray("<PCNT type=\"PP01\" id1=\"1\" id2=\"2\" id3=\"3\" id4=\"4\" id5=\"5\" id6=\"6\" id7=\"7\" countEvent=\"1\" door=\"1\" offTime=\"1800\" coordTime=\"10\" />");
+        QTest::newRow("DDU") << int(Port::KindDisplay) << QByteArray("<DDU type=\"ICON\" />") << QByteArray("<DDU type=\"DV01\" showFuelLvl=\"0\" infoPeriod=\"30\" address=\"7\" />");
+        QTest::newRow("REFR") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"CARRIER\" />") << QByteArray("<REFR type=\"IQFREEZE\" period=\"60\" />");
+        QTest::newRow("AXIS") << int(Port::KindAxis) << QByteArray("<AXIS holdTime=\"0\" />") << QByteArray("<AXIS holdTime=\"1\" />");
+    }
+    void nodeWithoutTypeLoadsDefaultModel()
+    {
+        QFETCH(int, kind);
+        QFETCH(QByteArray, node);
+        QFETCH(QByteArray, saved);
+        ZOR_Form_Config_RS485 port;
+        port.setCurrentKind(kind);
+        // Another model first, so that the default has to be chosen again.
+        QVERIFY(load(*port.page(kind), config(node)));
+        QByteArray withoutType = node;
+        const int n = withoutType.indexOf(" type=");
+        if (n >= 0)
+            withoutType.remove(n, withoutType.indexOf('"', withoutType.indexOf('"', n) + 1) - n + 1);
+        QVERIFY(load(*port.page(kind), config(withoutType)));
+        QCOMPARE(QString::fromLatin1(save(*port.page(kind))), QString::fromLatin1(config("    " + saved + "\n")));
+    }
+
+    void canDataNodeIsNeverCreated()
+    {
+        ZOR_Form_Config_RS_Param_DtaCan page;
+        QCOMPARE(save(page), kDecl + "<CONFIG />\n");
+        QVERIFY(load(page, config("<DTCN address=\"300\" />")));
+        QCOMPARE(save(page), config("    <DTCN address=\"255\" />\n"));
+        page.setDefaultParam();
+        QCOMPARE(save(page), kDecl + "<CONFIG />\n");
+    }
+
+    void cataloguedValuesAreNamedByIdentifier()
+    {
+        ZOR_Form_Config_RS_Param_Pcnt pcnt;
+        ZOR_Form_Config_RS_Param_Refr refr;
+        QVERIFY(pcnt.getStrProtocolUserData("co1").startsWith("CO, 1, "));
+        QCOMPARE(pcnt.getStrProtocolUserData("co1"), "CO, 1, " + pcnt.getTypeUserParam("co1"));
+        QCOMPARE(pcnt.getStrProtocolUserData("co999"), QString());
+        QCOMPARE(pcnt.getStrProtocolUserData("rc1"), QString());
+        QCOMPARE(refr.getStrProtocolUserData("rc37"), QStringLiteral("RC, 37, 2s"));
+        QVERIFY(refr.getStrProtocolUserData("ax1").startsWith("AX, 1, "));
+        QCOMPARE(refr.getStrProtocolUserData("rc38"), QString());
     }
 
     void modbusValuesReachTheRegistryOnlyWhileModbusIsChosen()

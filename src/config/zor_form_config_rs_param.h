@@ -61,6 +61,11 @@ protected:
     void addField(const char* lpKey, QWidget* lpEditor);
     // A line setting with no parity and one stop bit, from this page.
     void requestLine(const QString& qsSpeed);
+    // A value of the catalogue's list qsPrefix ("CO", "RC", "AX") by its
+    // identifier, the prefix in lower case and the number ("co5"): its name
+    // "CO, 5, 2u" and its type text "2u"; "" when the list has no such entry.
+    static QString catalogueName(const QString& qsPrefix, const QString& qsId);
+    static QString catalogueType(const QString& qsPrefix, const QString& qsId);
 
 private:
     QFormLayout* m_lpForm = nullptr;

@@ -192,6 +192,10 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
                      cycle->setSingleStep(kCycleStep);
                  });
     rowGrid->setColumnStretch(RowSave + 1, 1);
+    // Long headers wrap, so that the columns are as narrow as their values.
+    for (int c = 0; c <= RowSave; ++c)
+        if (auto header = qobject_cast<QLabel*>(rowGrid->itemAtPosition(0, c)->widget()))
+            header->setWordWrap(true);
 
     m_lpEventsTitle = title();
     auto eventGrid = new QGridLayout;

@@ -1,12 +1,21 @@
 #include "config/zor_form_config_rs_port.h"
 
+#include "config/zor_form_config_rs_param_axis.h"
 #include "config/zor_form_config_rs_param_canfms.h"
 #include "config/zor_form_config_rs_param_canlog.h"
+#include "config/zor_form_config_rs_param_ddu.h"
+#include "config/zor_form_config_rs_param_dtacan.h"
+#include "config/zor_form_config_rs_param_dv01.h"
 #include "config/zor_form_config_rs_param_flds_rs232.h"
 #include "config/zor_form_config_rs_param_flds_rs485.h"
 #include "config/zor_form_config_rs_param_hrps.h"
 #include "config/zor_form_config_rs_param_mdbs.h"
 #include "config/zor_form_config_rs_param_notuse.h"
+#include "config/zor_form_config_rs_param_pcnt.h"
+#include "config/zor_form_config_rs_param_refr.h"
+#include "config/zor_form_config_rs_param_rfid.h"
+#include "config/zor_form_config_rs_param_tach.h"
+#include "config/zor_form_config_rs_param_tpms.h"
 #include "module/zor_language.h"
 #include "store/zor_settingsnode.h"
 
@@ -38,6 +47,15 @@ const KindRow kKinds[] = {
     {ZOR_Form_Config_RS_Port::KindNone, "cfgrs_010", &make<ZOR_Form_Config_RS_Param_NotUse>, &make<ZOR_Form_Config_RS_Param_NotUse>},
     {ZOR_Form_Config_RS_Port::KindFuel, "cfgrs_011", &make<ZOR_Form_Config_RS_Param_Flds_RS232>, &make<ZOR_Form_Config_RS_Param_Flds_RS485>},
     {ZOR_Form_Config_RS_Port::KindModbus, "cfgrs_012", nullptr, &make<ZOR_Form_Config_RS_Param_Mdbs>},
+    {ZOR_Form_Config_RS_Port::KindPassengers, "cfgrs_013", nullptr, &make<ZOR_Form_Config_RS_Param_Pcnt>},
+    {ZOR_Form_Config_RS_Port::KindRefrigerator, "cfgrs_014", &make<ZOR_Form_Config_RS_Param_Refr>, &make<ZOR_Form_Config_RS_Param_Refr>},
+    {ZOR_Form_Config_RS_Port::KindRfid, "cfgrs_015", &make<ZOR_Form_Config_RS_Param_Rfid>, &make<ZOR_Form_Config_RS_Param_Rfid>},
+    {ZOR_Form_Config_RS_Port::KindTachograph, "cfgrs_016", &make<ZOR_Form_Config_RS_Param_Tach>, &make<ZOR_Form_Config_RS_Param_Tach>},
+    {ZOR_Form_Config_RS_Port::KindTyres, "cfgrs_017", &make<ZOR_Form_Config_RS_Param_Tpms>, &make<ZOR_Form_Config_RS_Param_Tpms>},
+    {ZOR_Form_Config_RS_Port::KindDisplay, "cfgrs_018", &make<ZOR_Form_Config_RS_Param_DDU>, &make<ZOR_Form_Config_RS_Param_DDU>},
+    {ZOR_Form_Config_RS_Port::KindAxis, "cfgrs_019", nullptr, &make<ZOR_Form_Config_RS_Param_Axis>},
+    {ZOR_Form_Config_RS_Port::KindDataCan, "cfgrs_020", nullptr, &make<ZOR_Form_Config_RS_Param_DtaCan>},
+    {ZOR_Form_Config_RS_Port::KindDv01, "cfgrs_021", nullptr, &make<ZOR_Form_Config_RS_Param_Dv01>},
     {ZOR_Form_Config_RS_Port::KindCanLog, "cfgrs_022", &make<ZOR_Form_Config_RS_Param_CanLog>, &make<ZOR_Form_Config_RS_Param_CanLog>},
     {ZOR_Form_Config_RS_Port::KindCanFms, "cfgrs_023", &make<ZOR_Form_Config_RS_Param_CanFms>, &make<ZOR_Form_Config_RS_Param_CanFms>},
     {ZOR_Form_Config_RS_Port::KindHrps, "cfgrs_024", &make<ZOR_Form_Config_RS_Param_Hrps>, &make<ZOR_Form_Config_RS_Param_Hrps>},
