@@ -1,6 +1,6 @@
 // Settings document round trip (load, read every attribute through cursors,
 // render) against a bare QXmlSimpleReader parse of the same bytes.
-// Goal: the round trip within 2.5 times the bare parse ("ratio" counter).
+// Goal: the round trip within 1.5 times the bare parse ("ratio" counter).
 
 #include "store/cserialize.h"
 #include "store/cxmltagv2.h"
