@@ -397,15 +397,17 @@ void TestConfigFieldSet::userParamsSurviveLoadSaveAndPublishing()
     QVERIFY(f.load(xml));
     QCOMPARE(f.doc.render(), xml);
     ZOR_Form_Config_Set_Kite3_Tab_User* user = f.form->userTab();
+    // Modbus values are published with their type's caption; the file keeps the code.
+    const QString mbType = QString::fromUtf8("2 байта, беззнаковое");
     QCOMPARE(user->userParam(224).qsMess, QString("MB1,  5,  1a"));
-    const QString notOffered = zorTr("cfgkt_066").arg("MB, MB1,  5,  1a, 2u");
+    const QString notOffered = zorTr("cfgkt_066").arg("MB, MB1,  5,  1a, " + mbType);
     QCOMPARE(f.combo("comboBox_User_224")->currentText(), notOffered);
 
     // Published, the value is offered; withdrawn, the slot keeps it.
-    f.doc.userParams()->slot_UserParam_Add("MB", "MB1,  5,  1a", "2u", 2);
-    QCOMPARE(f.combo("comboBox_User_224")->currentText(), QString("MB, MB1,  5,  1a, 2u"));
+    f.doc.userParams()->slot_UserParam_Add("MB", "MB1,  5,  1a", mbType, 2);
+    QCOMPARE(f.combo("comboBox_User_224")->currentText(), "MB, MB1,  5,  1a, " + mbType);
     QVERIFY(user->listedParams(2).size() > 1);
-    f.doc.userParams()->slot_UserParam_Del("MB", "MB1,  5,  1a", "2u");
+    f.doc.userParams()->slot_UserParam_Del("MB", "MB1,  5,  1a", mbType);
     QCOMPARE(f.combo("comboBox_User_224")->currentText(), notOffered);
     QCOMPARE(f.doc.render(), xml);
 

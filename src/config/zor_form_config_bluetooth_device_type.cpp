@@ -169,8 +169,21 @@ void ZOR_Form_Config_Bluetooth_Device_Type::setDeviceType(BLUETOOTH_DEVICE_TYPE 
     m_types.select(m_lpType, QString::number(checkedType(type)));
 }
 
+void ZOR_Form_Config_Bluetooth_Device_Type::freshen(int nType) const
+{
+    if (nType < 0 || nType >= m_stale.size() || !m_stale[nType])
+        return;
+    m_stale[nType] = false;
+    if (ZOR_Form_Config_Ble_DevType* lpPage = m_pages[nType]) {
+        lpPage->setDefaultParam();
+        for (auto it = m_taken.cbegin(); it != m_taken.cend(); ++it)
+            lpPage->setTakenIndexes(it.key(), it.value());
+    }
+}
+
 ZOR_Form_Config_Ble_DevType* ZOR_Form_Config_Bluetooth_Device_Type::page(BLUETOOTH_DEVICE_TYPE type) const
 {
+    freshen(checkedType(type));
     return m_pages.value(checkedType(type), nullptr);
 }
 
@@ -191,6 +204,7 @@ void ZOR_Form_Config_Bluetooth_Device_Type::slot_currentIndexChanged_DeviceType(
     const BLUETOOTH_DEVICE_TYPE type = deviceType();
     if (type == m_shown)
         return;
+    freshen(type);
     // The universal sensor's values are offered only while it is the slot's type.
     auto uni = static_cast<ZOR_Form_Config_Ble_DevType_Uni*>(m_pages[BLE_DEVTYPE_UNI]);
     if (m_shown == BLE_DEVTYPE_UNI)
@@ -238,10 +252,9 @@ void ZOR_Form_Config_Bluetooth_Device_Type::translateForm()
 
 void ZOR_Form_Config_Bluetooth_Device_Type::setDefaultParam()
 {
+    m_stale.fill(true, m_pages.size());
     m_bind.setDefaults();
-    for (ZOR_Form_Config_Ble_DevType* lpPage : qAsConst(m_pages))
-        if (lpPage)
-            lpPage->setDefaultParam();
+    freshen(m_shown);
 }
 
 void ZOR_Form_Config_Bluetooth_Device_Type::setFormEnabled(bool bEnabled)
@@ -267,15 +280,16 @@ void ZOR_Form_Config_Bluetooth_Device_Type::writeFormParam(CXMLWorkData* lpRoot)
 
 QVector<int> ZOR_Form_Config_Bluetooth_Device_Type::usedIndexes(int nKind) const
 {
-    ZOR_Form_Config_Ble_DevType* lpPage = m_pages[m_shown];
+    ZOR_Form_Config_Ble_DevType* lpPage = page(m_shown);
     return lpPage ? lpPage->usedIndexes(nKind) : QVector<int>();
 }
 
 void ZOR_Form_Config_Bluetooth_Device_Type::setTakenIndexes(int nKind, const QSet<int>& taken)
 {
-    for (ZOR_Form_Config_Ble_DevType* lpPage : qAsConst(m_pages))
-        if (lpPage)
-            lpPage->setTakenIndexes(nKind, taken);
+    m_taken[nKind] = taken;
+    for (int i = 0; i < m_pages.size(); ++i)
+        if (m_pages[i] && !m_stale.value(i))
+            m_pages[i]->setTakenIndexes(nKind, taken);
 }
 
 void ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_FS(QString qsText, QString qsText_New)

@@ -79,12 +79,17 @@ private slots:
 
 private:
     bool fromShownPage() const;
+    // A page not shown is reset only when it is next needed: a load resets
+    // every slot, and most slots show one page of nine.
+    void freshen(int nType) const;
 
     int m_nSlot = 1;
     QComboBox* m_lpType = nullptr;
     QLabel* m_lpTypeLabel = nullptr;
     QStackedWidget* m_lpStack = nullptr;
     QVector<ZOR_Form_Config_Ble_DevType*> m_pages;   // by type; [0] null
+    mutable QVector<bool> m_stale;                   // by type: defaults still to be set
+    QHash<int, QSet<int>> m_taken;                   // index kind -> taken elsewhere
     ZOR_CaptionList m_types;
     ZOR_FormBinding m_bind;
     BLUETOOTH_DEVICE_TYPE m_shown = BLE_DEVTYPE_NONE;

@@ -1,5 +1,7 @@
 #include "config/zor_form_config_set_kite3_tab_user.h"
 
+#include "config/zor_datatypes.h"
+#include "config/zor_form_config_rs_param_mdbs.h"
 #include "config/zor_userparamregistry.h"
 #include "config/zor_userparams.h"
 #include "module/zor_language.h"
@@ -344,6 +346,28 @@ QVector<ZOR_UserParamEntry> ZOR_Form_Config_Set_Kite3_Tab_User::listedParams(int
     return list;
 }
 
+namespace {
+
+// Modbus values are published with the caption of their data type, which
+// follows the language; the file keeps the code ("2u") so that a document
+// saved in one language still names the same value in another.
+QString storedSuffix(const ZOR_UserParamEntry& entry)
+{
+    if (entry.qsPrefix != glqsMbPreffix)
+        return entry.qsSuffix;
+    const QString qsCode = ZOR_DataTypes::captionList().codeOf(entry.qsSuffix);
+    return qsCode.isEmpty() ? entry.qsSuffix : qsCode;
+}
+
+QString shownSuffix(const QString& qsPrefix, const QString& qsStored)
+{
+    if (qsPrefix != glqsMbPreffix || ZOR_DataTypes::sizeOf(qsStored) == 0)
+        return qsStored;
+    return ZOR_DataTypes::captionList().captionOf(qsStored);
+}
+
+} // namespace
+
 void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
 {
     const auto lpParams = ZOR_SettingsNode::openForRead(lpProtocol, kUserParamsNode);
@@ -357,6 +381,7 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         lpNode->readString("prefix", QString(), entry.qsPrefix);
         lpNode->readString("mess", QString(), entry.qsMess);
         lpNode->readString("suffix", QString(), entry.qsSuffix);
+        entry.qsSuffix = shownSuffix(entry.qsPrefix, entry.qsSuffix);
         if (!isNone(entry))
             choose(slot, entry);
     }
@@ -371,7 +396,7 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::writeUserParam(CXMLWorkData* lpProtocol
         const auto lpNode = ZOR_SettingsNode::openForWrite(lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
         lpNode->writeString("prefix", slot.chosen.qsPrefix);
         lpNode->writeString("mess", slot.chosen.qsMess);
-        lpNode->writeString("suffix", slot.chosen.qsSuffix);
+        lpNode->writeString("suffix", storedSuffix(slot.chosen));
         lpNode->writeParameters();
     }
     lpParams->writeParameters();

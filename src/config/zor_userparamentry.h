@@ -9,7 +9,9 @@
 // A value is known by its prefix, label and suffix; nSize is the width in
 // bytes (1, 2, 4 or 8; 0 when unknown).
 //
-//   {"MB", "MB1,  5,  1a", "2u", 2}      a Modbus row
+//   {"MB", "MB1,  5,  1a", "2 байта, беззнаковое", 2}
+//                                        a Modbus row: its type's caption (the
+//                                        field-set form stores the code "2u")
 //   {"SC", "1", "2u", 2}                 a catalogue entry: its number, whatever
 //                                        the language (ZOR_UserParams::getUserParamTitle
 //                                        gives the caption of "SC, 1, 2u")
