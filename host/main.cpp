@@ -4,6 +4,7 @@
 
 #include "zor_config_window.h"
 #include "zor_host_demo.h"
+#include "zor_telemetry_window.h"
 #include "zor_host_module.h"
 #include "zor_host_window.h"
 
@@ -42,12 +43,18 @@ struct Options {
     QCommandLineOption screenshotConfig{QStringLiteral("screenshot-config"),
                                         QStringLiteral("Save a picture of the configuration window on a new document."),
                                         QStringLiteral("file")};
+    QCommandLineOption telemetry{QStringLiteral("telemetry"), QStringLiteral("Open a telemetry archive in the telemetry window."),
+                                 QStringLiteral("archive")};
+    QCommandLineOption screenshotTelemetry{QStringLiteral("screenshot-telemetry"),
+                                           QStringLiteral("Save a picture of the telemetry window (with --telemetry)."),
+                                           QStringLiteral("file")};
 
     void addTo(QCommandLineParser& parser) const
     {
         parser.setApplicationDescription(QStringLiteral("Reference host of the ZOR_Commands module."));
         parser.addHelpOption();
-        parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig});
+        parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig, telemetry,
+                           screenshotTelemetry});
     }
 };
 
@@ -77,7 +84,7 @@ int main(int argc, char** argv)
     options.addTo(parser);
     parser.process(app);
     const bool bScripted = parser.isSet(options.demo) || parser.isSet(options.screenshot)
-        || parser.isSet(options.screenshotConfig);
+        || parser.isSet(options.screenshotConfig) || parser.isSet(options.screenshotTelemetry);
 
     app.setProperty("zor_programLanguage", parser.value(options.language));
     ZOR_HostModule module;
@@ -97,8 +104,12 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "zor-host: %s\n", window.statusBar()->currentMessage().toLocal8Bit().constData());
         return 1;
     }
+    if (parser.isSet(options.telemetry))
+        window.openTelemetryWindow()->openFile(parser.value(options.telemetry));
     if (!bScripted)
         return app.exec();
+    if (parser.isSet(options.screenshotTelemetry))
+        return window.openTelemetryWindow()->saveScreenshot(parser.value(options.screenshotTelemetry)) ? 0 : 1;
     if (parser.isSet(options.screenshotConfig))
         return window.openConfigWindow()->saveScreenshot(parser.value(options.screenshotConfig)) ? 0 : 1;
 

@@ -5,7 +5,9 @@
 #include "zor_dialog_serialport.h"
 #include "zor_host_module.h"
 #include "zor_host_texts.h"
+#include "zor_telemetry_window.h"
 #include "zor_terminal_link_serial.h"
+#include "zor_tmi_texts.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -40,6 +42,8 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
     connect(ui->action_Disconnect, &QAction::triggered, lpModule, &ZOR_HostModule::disconnectLink);
     connect(ui->action_Quit, &QAction::triggered, this, &QWidget::close);
     connect(ui->action_Config, &QAction::triggered, this, &ZOR_HostWindow::openConfigWindow);
+    m_lpTelemetryMenu = menuBar()->insertMenu(ui->menu_Language->menuAction(), new QMenu(this))->menu();
+    m_lpTelemetryMenu->addAction(QString(), this, &ZOR_HostWindow::openTelemetryWindow);
     connect(ui->action_Dialect, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Dialect);
     connect(ui->action_Ussd, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Ussd);
 
@@ -72,6 +76,10 @@ void ZOR_HostWindow::retranslate()
         {ui->action_Dialect, "act_dialect"},     {ui->action_Ussd, "act_ussd"}};
     for (const auto& action : actions)
         action.first->setText(zorHostText(action.second));
+    m_lpTelemetryMenu->setTitle(zorTmiText("window_title"));
+    m_lpTelemetryMenu->actions().first()->setText(zorTmiText("menu"));
+    if (m_lpTelemetry)
+        m_lpTelemetry->retranslate();
 }
 
 ZOR_HostWindow::~ZOR_HostWindow() = default;
@@ -93,6 +101,17 @@ ZOR_ConfigWindow* ZOR_HostWindow::openConfigWindow()
     m_lpConfig->show();
     m_lpConfig->raise();
     return m_lpConfig;
+}
+
+ZOR_TelemetryWindow* ZOR_HostWindow::openTelemetryWindow()
+{
+    if (!m_lpTelemetry) {
+        m_lpTelemetry = new ZOR_TelemetryWindow(this);
+        m_lpTelemetry->setConfigSource([this] { return m_lpConfig ? m_lpConfig->document() : nullptr; });
+    }
+    m_lpTelemetry->show();
+    m_lpTelemetry->raise();
+    return m_lpTelemetry;
 }
 
 void ZOR_HostWindow::closeEvent(QCloseEvent* event)

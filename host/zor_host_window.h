@@ -13,6 +13,7 @@ class ZOR_HostWindow;
 }
 class ZOR_ConfigWindow;
 class ZOR_HostModule;
+class ZOR_TelemetryWindow;
 
 class ZOR_HostWindow : public QMainWindow
 {
@@ -26,6 +27,8 @@ public:
     bool connectTerminal(const QString& qsLink);
     // The configuration window ("Settings" menu), created on first use and shown.
     ZOR_ConfigWindow* openConfigWindow();
+    // The telemetry window ("Telemetry" menu), created on first use and shown.
+    ZOR_TelemetryWindow* openTelemetryWindow();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -40,6 +43,8 @@ private:
     std::unique_ptr<Ui::ZOR_HostWindow> ui;
     ZOR_HostModule* m_lpModule;
     QPointer<ZOR_ConfigWindow> m_lpConfig;
+    QPointer<ZOR_TelemetryWindow> m_lpTelemetry;
+    QMenu* m_lpTelemetryMenu = nullptr;
 };
 
 #endif

@@ -6,9 +6,12 @@
 //   --chunk BYTES      writes each reply in pieces of this many bytes ...
 //   --chunk-delay MS   ... with this pause between them (default 20 ms),
 //                      the way a slow line or a USB adapter delivers it
+//   zor-sim --archive N [--version V] [--mask M | --mask-hex H] -o FILE
+//                      writes a simulated telemetry archive instead
 //
 // Runs until killed, or until DEVICE goes away.
 
+#include "zor_sim_archive.h"
 #include "zor_terminal_simulator.h"
 
 #include <QByteArray>
@@ -96,6 +99,9 @@ int openPty(int& slave)
 
 int main(int argc, char** argv)
 {
+    for (int i = 1; i < argc; ++i)
+        if (!std::strcmp(argv[i], "--archive"))
+            return zorSimArchiveMain(argc, argv);
     const char* device = nullptr;
     for (int i = 1; i < argc; ++i) {
         const bool bChunk = !std::strcmp(argv[i], "--chunk");

@@ -1,0 +1,156 @@
+// The telemetry window on an archive of 1,000,000 full records (734 MB):
+//  - time to first screen: open the file and paint the table and the
+//    inspector of the first record (goal: under 300 ms);
+//  - resident memory growth after the open and after jumping to 2,000
+//    places all over the file (goal: under 64 MB);
+//  - scrolling: pages of 40 rows read, decoded and shown as texts, in rows
+//    per second, against the CSV export's lines per second of the same
+//    records (the writer is the fast path; the table builds QStrings).
+// The archive is written once to a temporary directory and removed.
+
+#include "telemetry/tmipage_base.h"
+#include "zor_telemetry_window.h"
+#include "zor_tmi_archivemodel.h"
+#include "zor_tmi_simarchive.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTableView>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr int kRecords = 1000000;
+constexpr int kPage = 40;
+
+QTemporaryDir* lpDir = nullptr;
+
+QString archive()
+{
+    static QString qsPath;
+    if (qsPath.isEmpty()) {
+        lpDir = new QTemporaryDir;
+        qsPath = lpDir->filePath(QStringLiteral("archive.bin"));
+        ZOR_TmiSimArchive::write(qsPath, kRecords, ZOR_TmiFieldSet());
+    }
+    return qsPath;
+}
+
+long residentKb()
+{
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> fields = statm.readAll().split(' ');
+    return fields.size() > 1 ? fields.at(1).toLong() * 4 : 0;
+}
+
+void BM_FirstScreen(benchmark::State& state)
+{
+    const QString qsPath = archive();
+    for (auto _ : state) {
+        const long nBefore = residentKb();
+        QElapsedTimer timer;
+        timer.start();
+        ZOR_TelemetryWindow window;
+        window.resize(1280, 800);
+        window.openFile(qsPath);
+        window.show();
+        QApplication::processEvents();
+        window.tableView()->viewport()->repaint();
+        state.SetIterationTime(timer.nsecsElapsed() / 1e9);
+        state.counters["rows"] = window.model()->rowCount();
+        state.counters["rows_decoded"] = double(window.model()->rowsDecoded());
+        state.counters["rss_growth_MB"] = double(residentKb() - nBefore) / 1024.0;
+    }
+}
+BENCHMARK(BM_FirstScreen)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// Jumps as a scroll bar dragged through the whole file would: every row of
+// a page, every column.
+void BM_JumpAllOverMemory(benchmark::State& state)
+{
+    const QString qsPath = archive();
+    for (auto _ : state) {
+        ZOR_TelemetryWindow window;
+        window.resize(1280, 800);
+        window.openFile(qsPath);
+        window.show();
+        QApplication::processEvents();
+        const long nBefore = residentKb();
+        ZOR_TmiArchiveModel* lpModel = window.model();
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 2000; ++i) {
+            window.tableView()->scrollTo(lpModel->index(int(qint64(i) * (kRecords - kPage) / 2000), 0),
+                                         QAbstractItemView::PositionAtTop);
+            window.tableView()->viewport()->repaint();
+        }
+        state.SetIterationTime(timer.nsecsElapsed() / 1e9);
+        state.counters["rss_growth_MB"] = double(residentKb() - nBefore) / 1024.0;
+        state.counters["rows_decoded"] = double(lpModel->rowsDecoded());
+    }
+}
+BENCHMARK(BM_JumpAllOverMemory)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void BM_ScrollRowsDecoded(benchmark::State& state)
+{
+    const QString qsPath = archive();
+    ZOR_TmiArchiveModel model;
+    model.openFile(qsPath);
+    int nRow = 0;
+    for (auto _ : state) {
+        for (int r = nRow; r < nRow + kPage; ++r)
+            for (int c = 0; c < model.columnCount(); ++c)
+                benchmark::DoNotOptimize(model.data(model.index(r, c)));
+        nRow = (nRow + kPage) % (kRecords - kPage);
+    }
+    state.counters["rows_per_s"] = benchmark::Counter(double(state.iterations()) * kPage, benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_ScrollRowsDecoded)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+// Baseline: the CSV lines of the same records.
+void BM_CsvLinesBaseline(benchmark::State& state)
+{
+    const QString qsPath = archive();
+    ZOR_TmiArchiveModel model;
+    model.openFile(qsPath);
+    const std::unique_ptr<TmiPage_Base> columns = ZOR_TmiFieldSet().makeRecord();
+    const std::unique_ptr<TmiPage_Base> record = ZOR_TmiFieldSet().makeRecord();
+    QByteArray out;
+    int nRow = 0;
+    for (auto _ : state) {
+        for (int r = nRow; r < nRow + kPage; ++r) {
+            const QByteArray bytes = model.recordBytes(r);
+            record->setCurrentTMI(reinterpret_cast<const unsigned char*>(bytes.constData()), bytes.size());
+            out.clear();
+            columns->appendExcelData(out, record.get(), QByteArray());
+            benchmark::DoNotOptimize(out.data());
+        }
+        nRow = (nRow + kPage) % (kRecords - kPage);
+    }
+    state.counters["rows_per_s"] = benchmark::Counter(double(state.iterations()) * kPage, benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_CsvLinesBaseline)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    delete lpDir;
+    return 0;
+}

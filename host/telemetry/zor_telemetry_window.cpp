@@ -1,0 +1,539 @@
+#include "zor_telemetry_window.h"
+#include "ui_zor_telemetry_window.h"
+
+#include "config/zor_configdocument.h"
+#include "config/zor_form_config_set_kite3.h"
+#include "telemetry/tmipage_base.h"
+#include "zor_tmi_archivemodel.h"
+#include "zor_tmi_exportjob.h"
+#include "zor_tmi_texts.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QListWidget>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kBytesPerLine = 16;
+const QColor kFieldColour(255, 243, 176);
+const QColor kValueColour(255, 196, 64);
+
+enum FieldListColumn { Col_Number, Col_Name, Col_Width, Col_Offset, Col_Raw, Col_Text, FieldListColumns };
+
+} // namespace
+
+ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
+    : QMainWindow(parent)
+    , ui(new Ui::ZOR_TelemetryWindow)
+    , m_lpModel(new ZOR_TmiArchiveModel(this))
+    , m_lpProgress(new QProgressBar(this))
+    , m_lpCancel(new QPushButton(this))
+{
+    ui->setupUi(this);
+    setWindowFlags(Qt::Window);
+
+    QTableView* lpTable = ui->tableView_Records;
+    lpTable->setModel(m_lpModel);
+    // Sizes to contents would read every row; fixed sizes read only the
+    // rows on screen.
+    lpTable->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    lpTable->verticalHeader()->setDefaultSectionSize(lpTable->fontMetrics().height() + 6);
+    lpTable->horizontalHeader()->setDefaultSectionSize(130);
+    lpTable->setWordWrap(false);
+    connect(lpTable->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &ZOR_TelemetryWindow::slot_currentChanged_Record);
+    connect(m_lpModel, &ZOR_TmiArchiveModel::signal_ArchiveChanged, this, [this] {
+        m_nShownRow = -1;
+        updateInfo();
+        showRecord(ui->tableView_Records->currentIndex().row());
+    });
+
+    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QTableWidget* lpBytes = ui->tableWidget_Bytes;
+    lpBytes->setFont(fixed);
+    lpBytes->setColumnCount(kBytesPerLine);
+    QStringList columns;
+    for (int i = 0; i < kBytesPerLine; ++i)
+        columns << QString::number(i, 16).toUpper();
+    lpBytes->setHorizontalHeaderLabels(columns);
+    lpBytes->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    lpBytes->horizontalHeader()->setDefaultSectionSize(QFontMetrics(fixed).horizontalAdvance(QStringLiteral("WWW")));
+    lpBytes->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    lpBytes->verticalHeader()->setDefaultSectionSize(QFontMetrics(fixed).height() + 4);
+    lpBytes->verticalHeader()->setFont(fixed);
+    connect(lpBytes, &QTableWidget::itemSelectionChanged, this, &ZOR_TelemetryWindow::slot_itemSelectionChanged_Bytes);
+
+    ui->treeWidget_Fields->setColumnCount(FieldListColumns);
+    connect(ui->treeWidget_Fields, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* lpItem) {
+        const int nColumn = m_lpModel->firstColumnOf(lpItem->text(Col_Number).toInt());
+        if (m_nShownRow >= 0 && nColumn >= 0)
+            selectCell(m_nShownRow, nColumn);
+    });
+
+    ui->comboBox_Version->addItems({QStringLiteral("KITE 1.0"), QStringLiteral("KITE 2.0"), QStringLiteral("KITE 3.0")});
+    ui->comboBox_Version->setCurrentIndex(2);
+    connect(ui->comboBox_Version, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &ZOR_TelemetryWindow::slot_currentIndexChanged_Version);
+    ui->lineEdit_FieldSet->setFont(fixed);
+    connect(ui->lineEdit_FieldSet, &QLineEdit::editingFinished, this, &ZOR_TelemetryWindow::slot_editingFinished_FieldSet);
+    connect(ui->pushButton_Open, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_Open);
+    connect(ui->pushButton_Fields, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_Fields);
+    connect(ui->pushButton_FromFile, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_FromFile);
+    connect(ui->pushButton_FromConfig, &QPushButton::clicked, this, &ZOR_TelemetryWindow::takeFieldSetFromConfig);
+    ui->pushButton_FromConfig->setEnabled(false);
+
+    auto* lpExportMenu = new QMenu(this);
+    m_lpExportAll = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(false); });
+    m_lpExportSelected = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(true); });
+    ui->toolButton_Export->setMenu(lpExportMenu);
+
+    m_lpProgress->setRange(0, 100);
+    m_lpProgress->setMaximumWidth(240);
+    ui->statusbar->addPermanentWidget(m_lpProgress);
+    ui->statusbar->addPermanentWidget(m_lpCancel);
+    m_lpProgress->hide();
+    m_lpCancel->hide();
+    connect(m_lpCancel, &QPushButton::clicked, this, &ZOR_TelemetryWindow::cancelExport);
+
+    ui->splitter_Main->setStretchFactor(0, 3);
+    ui->splitter_Main->setStretchFactor(1, 2);
+    ui->splitter_Main->setSizes({640, 560});
+    ui->splitter_Inspector->setSizes({300, 400});
+    retranslate();
+    showFieldSet();
+    updateInfo();
+    showRecord(-1);
+}
+
+ZOR_TelemetryWindow::~ZOR_TelemetryWindow()
+{
+    if (m_lpJob) {
+        m_lpJob->cancel();
+        delete m_lpJob;  // waits for its thread
+    }
+}
+
+QTableView* ZOR_TelemetryWindow::tableView() const
+{
+    return ui->tableView_Records;
+}
+
+QTreeWidget* ZOR_TelemetryWindow::fieldList() const
+{
+    return ui->treeWidget_Fields;
+}
+
+QString ZOR_TelemetryWindow::infoText() const
+{
+    return ui->label_Info->text();
+}
+
+void ZOR_TelemetryWindow::retranslate()
+{
+    setWindowTitle(m_lpModel->isOpen() ? QStringLiteral("%1 — %2").arg(zorTmiText("window_title"),
+                                                                       QFileInfo(m_lpModel->fileName()).fileName())
+                                       : zorTmiText("window_title"));
+    ui->pushButton_Open->setText(zorTmiText("open"));
+    ui->label_Version->setText(zorTmiText("version"));
+    ui->label_FieldSet->setText(zorTmiText("fieldset"));
+    ui->lineEdit_FieldSet->setToolTip(zorTmiText("fieldset_tip"));
+    ui->pushButton_Fields->setText(zorTmiText("fields"));
+    ui->pushButton_FromFile->setText(zorTmiText("from_file"));
+    ui->pushButton_FromConfig->setText(zorTmiText("from_config"));
+    ui->toolButton_Export->setText(zorTmiText("export"));
+    m_lpExportAll->setText(zorTmiText("export_all"));
+    m_lpExportSelected->setText(zorTmiText("export_selected"));
+    m_lpCancel->setText(zorTmiText("cancel"));
+    ui->treeWidget_Fields->setHeaderLabels({zorTmiText("col_number"), zorTmiText("col_name"), zorTmiText("col_width"),
+                                            zorTmiText("col_offset"), zorTmiText("col_raw"), zorTmiText("col_text")});
+    // Captions of the columns come from the language service.
+    m_lpModel->setFieldSet(m_lpModel->fieldSet());
+}
+
+void ZOR_TelemetryWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QMainWindow::changeEvent(event);
+}
+
+void ZOR_TelemetryWindow::closeEvent(QCloseEvent* event)
+{
+    // An export goes on while the window is hidden; the window is kept.
+    event->accept();
+}
+
+bool ZOR_TelemetryWindow::openFile(const QString& qsFileName)
+{
+    const bool bOk = m_lpModel->openFile(qsFileName);
+    retranslate();
+    if (bOk && m_lpModel->rowCount() > 0)
+        selectCell(0, 0);
+    return bOk;
+}
+
+void ZOR_TelemetryWindow::setFieldSet(const ZOR_TmiFieldSet& fieldSet)
+{
+    const QModelIndex current = ui->tableView_Records->currentIndex();
+    const int nField = m_lpModel->columnField(current.column());
+    m_lpModel->setFieldSet(fieldSet);
+    showFieldSet();
+    // Stay on the same record and, when the new set has it, the same field.
+    if (current.isValid() && m_lpModel->rowCount() > 0)
+        selectCell(qMin(current.row(), m_lpModel->rowCount() - 1), qMax(0, m_lpModel->firstColumnOf(nField)));
+}
+
+ZOR_TmiFieldSet ZOR_TelemetryWindow::fieldSet() const
+{
+    return m_lpModel->fieldSet();
+}
+
+void ZOR_TelemetryWindow::setConfigSource(std::function<ZOR_ConfigDocument*()> source)
+{
+    m_configSource = std::move(source);
+    ui->pushButton_FromConfig->setEnabled(bool(m_configSource));
+}
+
+bool ZOR_TelemetryWindow::takeFieldSetFromConfig()
+{
+    ZOR_ConfigDocument* lpDoc = m_configSource ? m_configSource() : nullptr;
+    const auto* lpForm = lpDoc ? qobject_cast<ZOR_Form_Config_Set_Kite3*>(lpDoc->form(QStringLiteral("protocol"))) : nullptr;
+    if (!lpForm) {
+        ui->statusbar->showMessage(zorTmiText("no_config"));
+        return false;
+    }
+    ZOR_TmiFieldSet set;
+    set.readProtocolElement(lpForm->getTypeDFProtocol(), lpForm->getStrFormat());
+    setFieldSet(set);
+    return true;
+}
+
+bool ZOR_TelemetryWindow::takeFieldSetFromFile(const QString& qsFileName)
+{
+    ZOR_TmiFieldSet set;
+    QString qsError;
+    if (!set.readSettingsFile(qsFileName, &qsError)) {
+        ui->statusbar->showMessage(zorTmiText("fs_bad").arg(qsError));
+        return false;
+    }
+    setFieldSet(set);
+    return true;
+}
+
+void ZOR_TelemetryWindow::showFieldSet()
+{
+    const ZOR_TmiFieldSet& set = m_lpModel->fieldSet();
+    const QSignalBlocker block(ui->comboBox_Version);
+    ui->comboBox_Version->setCurrentIndex(set.version() - 1);
+    ui->lineEdit_FieldSet->setText(set.text());
+    ui->lineEdit_FieldSet->setCursorPosition(0);
+    ui->lineEdit_FieldSet->setStyleSheet(QString());
+}
+
+void ZOR_TelemetryWindow::slot_editingFinished_FieldSet()
+{
+    ZOR_TmiFieldSet set = m_lpModel->fieldSet();
+    QString qsError;
+    if (!set.parse(ui->lineEdit_FieldSet->text(), &qsError)) {
+        ui->lineEdit_FieldSet->setStyleSheet(QStringLiteral("color: red"));
+        ui->statusbar->showMessage(zorTmiText("fs_bad").arg(qsError));
+        return;
+    }
+    if (set != m_lpModel->fieldSet())
+        setFieldSet(set);
+    else
+        showFieldSet();
+}
+
+void ZOR_TelemetryWindow::slot_currentIndexChanged_Version(int nIndex)
+{
+    ZOR_TmiFieldSet set = m_lpModel->fieldSet();
+    set.setVersion(nIndex + 1);
+    setFieldSet(set);
+}
+
+void ZOR_TelemetryWindow::slot_clicked_Open()
+{
+    const QString qsFileName = QFileDialog::getOpenFileName(this, zorTmiText("open"), QString(), zorTmiText("open_filter"));
+    if (!qsFileName.isEmpty())
+        openFile(qsFileName);
+}
+
+void ZOR_TelemetryWindow::slot_clicked_FromFile()
+{
+    const QString qsFileName =
+        QFileDialog::getOpenFileName(this, zorTmiText("from_file"), QString(), zorTmiText("from_file_filter"));
+    if (!qsFileName.isEmpty())
+        takeFieldSetFromFile(qsFileName);
+}
+
+void ZOR_TelemetryWindow::slot_clicked_Fields()
+{
+    const ZOR_TmiFieldSet current = m_lpModel->fieldSet();
+    QDialog dialog(this);
+    dialog.setWindowTitle(zorTmiText("fields_title"));
+    auto* lpList = new QListWidget(&dialog);
+    for (int n = 1; n <= current.lastField(); ++n) {
+        auto* lpItem = new QListWidgetItem(
+            QStringLiteral("%1  %2  (%3)").arg(n, 3).arg(QLatin1String(ZorTmi::field(n).name)).arg(ZorTmi::field(n).width),
+            lpList);
+        lpItem->setFlags(lpItem->flags() | Qt::ItemIsUserCheckable);
+        lpItem->setCheckState(current.has(n) ? Qt::Checked : Qt::Unchecked);
+    }
+    auto* lpButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    connect(lpButtons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    connect(lpButtons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto* lpLayout = new QVBoxLayout(&dialog);
+    lpLayout->addWidget(lpList);
+    lpLayout->addWidget(lpButtons);
+    dialog.resize(360, 560);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    ZOR_TmiFieldSet set = current;
+    for (int i = 0; i < lpList->count(); ++i)
+        set.setField(i + 1, lpList->item(i)->checkState() == Qt::Checked);
+    setFieldSet(set);
+}
+
+void ZOR_TelemetryWindow::updateInfo()
+{
+    QString qsText;
+    if (m_lpModel->isOpen())
+        qsText = zorTmiText("info")
+                     .arg(QFileInfo(m_lpModel->fileName()).fileName())
+                     .arg(m_lpModel->fileSize())
+                     .arg(m_lpModel->recordCount())
+                     .arg(m_lpModel->recordSize());
+    else if (m_lpModel->errorString().isEmpty())
+        qsText = zorTmiText("no_file");
+    const QString qsProblem = m_lpModel->problem();
+    if (!qsProblem.isEmpty())
+        qsText += (qsText.isEmpty() ? QString() : QStringLiteral(" — ")) + qsProblem;
+    ui->label_Info->setText(qsText);
+    ui->label_Info->setStyleSheet(qsProblem.isEmpty() ? QString() : QStringLiteral("color: #b00000"));
+    m_lpExportAll->setEnabled(m_lpModel->recordCount() > 0);
+    m_lpExportSelected->setEnabled(m_lpModel->recordCount() > 0);
+}
+
+void ZOR_TelemetryWindow::selectCell(int nRow, int nColumn)
+{
+    const QModelIndex index = m_lpModel->index(nRow, nColumn);
+    if (!index.isValid())
+        return;
+    ui->tableView_Records->setCurrentIndex(index);
+    ui->tableView_Records->scrollTo(index);
+}
+
+void ZOR_TelemetryWindow::slot_currentChanged_Record(const QModelIndex& current)
+{
+    if (current.row() != m_nShownRow)
+        showRecord(current.row());
+    int nOffset = 0;
+    int nLength = 0;
+    if (current.isValid() && m_lpModel->columnBytes(current.column(), nOffset, nLength))
+        highlight(nOffset, nLength);
+    else
+        highlight(-1, 0);
+}
+
+void ZOR_TelemetryWindow::showRecord(int nRow)
+{
+    m_nShownRow = nRow;
+    const QSignalBlocker block(ui->tableWidget_Bytes);
+    ui->tableWidget_Bytes->clearContents();
+    ui->treeWidget_Fields->clear();
+    m_nHighlightOffset = -1;
+    m_nHighlightLength = 0;
+    const QByteArray bytes = nRow >= 0 ? m_lpModel->recordBytes(nRow) : QByteArray();
+    if (nRow < 0 || (bytes.isEmpty() && m_lpModel->recordSize() > 0)) {
+        ui->tableWidget_Bytes->setRowCount(0);
+        ui->label_Record->setText(zorTmiText("record_none"));
+        return;
+    }
+    ui->label_Record->setText(zorTmiText("record").arg(nRow + 1).arg(m_lpModel->recordOffset(nRow)).arg(bytes.size()));
+
+    const int nLines = (bytes.size() + kBytesPerLine - 1) / kBytesPerLine;
+    ui->tableWidget_Bytes->setRowCount(nLines);
+    QStringList offsets;
+    for (int i = 0; i < nLines; ++i)
+        offsets << QStringLiteral("%1").arg(i * kBytesPerLine, 4, 16, QLatin1Char('0')).toUpper();
+    ui->tableWidget_Bytes->setVerticalHeaderLabels(offsets);
+    for (int i = 0; i < bytes.size(); ++i) {
+        auto* lpItem = new QTableWidgetItem(QStringLiteral("%1").arg(quint8(bytes.at(i)), 2, 16, QLatin1Char('0')).toUpper());
+        lpItem->setTextAlignment(Qt::AlignCenter);
+        ui->tableWidget_Bytes->setItem(i / kBytesPerLine, i % kBytesPerLine, lpItem);
+    }
+
+    const TmiPage_Base* lpRecord = m_lpModel->decodedRecord(nRow);
+    if (!lpRecord)
+        return;
+    const ZOR_TmiFieldSet& set = m_lpModel->fieldSet();
+    QList<QTreeWidgetItem*> items;
+    int nOffset = 0;
+    for (int n = 1; n <= set.lastField(); ++n) {
+        if (!set.has(n))
+            continue;
+        const int nWidth = ZorTmi::field(n).width;
+        QByteArray text;
+        lpRecord->appendColumnTexts(n, text, QByteArray(), QByteArrayLiteral("; "));
+        text.chop(2);
+        auto* lpItem = new QTreeWidgetItem;
+        lpItem->setText(Col_Number, QString::number(n));
+        lpItem->setText(Col_Name, QLatin1String(ZorTmi::field(n).name));
+        lpItem->setText(Col_Width, QString::number(nWidth));
+        lpItem->setText(Col_Offset, QString::number(nOffset));
+        lpItem->setText(Col_Raw, QString::fromLatin1(bytes.mid(nOffset, nWidth).toHex(' ').toUpper()));
+        lpItem->setText(Col_Text, QString::fromUtf8(text));
+        lpItem->setToolTip(Col_Text, lpItem->text(Col_Text));
+        lpItem->setFont(Col_Raw, ui->tableWidget_Bytes->font());
+        items << lpItem;
+        nOffset += nWidth;
+    }
+    ui->treeWidget_Fields->addTopLevelItems(items);
+    for (int i = 0; i < Col_Raw; ++i)
+        ui->treeWidget_Fields->resizeColumnToContents(i);
+    ui->treeWidget_Fields->setColumnWidth(Col_Raw, QFontMetrics(ui->tableWidget_Bytes->font()).horizontalAdvance(QStringLiteral("00 00 00 00  ")));
+}
+
+void ZOR_TelemetryWindow::highlight(int nOffset, int nLength)
+{
+    QTableWidget* lpBytes = ui->tableWidget_Bytes;
+    const ZOR_TmiFieldSet& set = m_lpModel->fieldSet();
+    const int nField = set.fieldAt(nOffset);
+    const int nFieldStart = nField ? set.fieldOffset(nField) : -1;
+    const int nFieldEnd = nField ? nFieldStart + ZorTmi::field(nField).width : -1;
+    for (int i = 0; i < lpBytes->rowCount() * kBytesPerLine; ++i) {
+        QTableWidgetItem* lpItem = lpBytes->item(i / kBytesPerLine, i % kBytesPerLine);
+        if (!lpItem)
+            continue;
+        if (nOffset >= 0 && i >= nOffset && i < nOffset + nLength)
+            lpItem->setBackground(kValueColour);
+        else if (i >= nFieldStart && i < nFieldEnd)
+            lpItem->setBackground(kFieldColour);
+        else
+            lpItem->setBackground(QBrush());
+    }
+    m_nHighlightOffset = nOffset;
+    m_nHighlightLength = nOffset >= 0 ? nLength : 0;
+    if (nOffset >= 0 && nOffset / kBytesPerLine < lpBytes->rowCount())
+        lpBytes->scrollToItem(lpBytes->item(nOffset / kBytesPerLine, nOffset % kBytesPerLine));
+    for (int i = 0; i < ui->treeWidget_Fields->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* lpItem = ui->treeWidget_Fields->topLevelItem(i);
+        if (lpItem->text(Col_Number).toInt() == nField) {
+            ui->treeWidget_Fields->setCurrentItem(lpItem);
+            ui->treeWidget_Fields->scrollToItem(lpItem);
+            break;
+        }
+    }
+}
+
+bool ZOR_TelemetryWindow::highlightedBytes(int& nOffset, int& nLength) const
+{
+    nOffset = m_nHighlightOffset;
+    nLength = m_nHighlightLength;
+    return m_nHighlightOffset >= 0;
+}
+
+void ZOR_TelemetryWindow::selectByte(int nOffset)
+{
+    if (m_nShownRow < 0)
+        return;
+    const int nField = m_lpModel->fieldSet().fieldAt(nOffset);
+    if (!nField)
+        return;
+    // The part that holds the byte, or the field's first column.
+    int nColumn = m_lpModel->firstColumnOf(nField);
+    for (int c = nColumn; c >= 0 && c < m_lpModel->columnCount() && m_lpModel->columnField(c) == nField; ++c) {
+        int nStart = 0;
+        int nLength = 0;
+        if (m_lpModel->columnBytes(c, nStart, nLength) && nOffset >= nStart && nOffset < nStart + nLength) {
+            nColumn = c;
+            break;
+        }
+    }
+    selectCell(m_nShownRow, nColumn);
+}
+
+void ZOR_TelemetryWindow::slot_itemSelectionChanged_Bytes()
+{
+    const QList<QTableWidgetItem*> selected = ui->tableWidget_Bytes->selectedItems();
+    if (selected.isEmpty())
+        return;
+    int nFirst = INT_MAX;
+    for (const QTableWidgetItem* lpItem : selected)
+        nFirst = qMin(nFirst, lpItem->row() * kBytesPerLine + lpItem->column());
+    selectByte(nFirst);
+}
+
+void ZOR_TelemetryWindow::slot_triggered_Export(bool bSelectedOnly)
+{
+    const QString qsFileName =
+        QFileDialog::getSaveFileName(this, zorTmiText("export"), QString(), zorTmiText("export_filter"));
+    if (!qsFileName.isEmpty())
+        exportCsv(qsFileName, bSelectedOnly);
+}
+
+bool ZOR_TelemetryWindow::exportCsv(const QString& qsFileName, bool bSelectedOnly)
+{
+    if (m_lpJob || !m_lpModel->isOpen())
+        return false;
+    QVector<int> rows;
+    if (bSelectedOnly) {
+        for (const QModelIndex& index : ui->tableView_Records->selectionModel()->selectedIndexes())
+            if (index.row() < m_lpModel->recordCount())
+                rows.append(index.row());
+        if (rows.isEmpty()) {
+            ui->statusbar->showMessage(zorTmiText("export_nothing"));
+            return false;
+        }
+    } else if (m_lpModel->recordCount() == 0) {
+        ui->statusbar->showMessage(zorTmiText("export_nothing"));
+        return false;
+    }
+    m_qsExportFile = qsFileName;
+    m_lpJob = new ZOR_TmiExportJob(m_lpModel->fileName(), m_lpModel->fieldSet(), qsFileName, rows);
+    connect(m_lpJob, &ZOR_TmiExportJob::signal_Progress, m_lpProgress, &QProgressBar::setValue);
+    connect(m_lpJob, &ZOR_TmiExportJob::signal_Finished, this, [this](int nResult, const QString& qsError, qint64 nLines) {
+        m_lpProgress->hide();
+        m_lpCancel->hide();
+        if (nResult == ZOR_TmiExportJob::Done)
+            ui->statusbar->showMessage(zorTmiText("export_done").arg(nLines - 1).arg(m_qsExportFile));
+        else if (nResult == ZOR_TmiExportJob::Cancelled)
+            ui->statusbar->showMessage(zorTmiText("export_cancelled"));
+        else
+            ui->statusbar->showMessage(zorTmiText("export_failed").arg(qsError));
+        delete m_lpJob;
+        m_lpJob = nullptr;
+        emit signal_ExportFinished(nResult, qsError);
+    });
+    m_lpProgress->setValue(0);
+    m_lpProgress->show();
+    m_lpCancel->show();
+    ui->statusbar->showMessage(zorTmiText("export_running").arg(qsFileName));
+    m_lpJob->start();
+    return true;
+}
+
+void ZOR_TelemetryWindow::cancelExport()
+{
+    if (m_lpJob)
+        m_lpJob->cancel();
+}
+
+bool ZOR_TelemetryWindow::saveScreenshot(const QString& qsFileName)
+{
+    show();
+    raise();
+    QApplication::processEvents();
+    return grab().save(qsFileName);
+}
