@@ -1,5 +1,7 @@
 #include "zor_tool_common.h"
 
+#include "protocol/zor_bits.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
@@ -32,17 +34,6 @@ int fail(int code, const QString& message)
 }
 
 namespace {
-
-int hexDigit(ushort u)
-{
-    if (u >= '0' && u <= '9')
-        return u - '0';
-    if (u >= 'a' && u <= 'f')
-        return u - 'a' + 10;
-    if (u >= 'A' && u <= 'F')
-        return u - 'A' + 10;
-    return -1;
-}
 
 bool readStdin(QByteArray& bytes, QString* error)
 {
@@ -84,7 +75,7 @@ bool parseHex(const QString& text, QByteArray& bytes, QString* error)
             continue;
         }
         tokenStart = false;
-        const int v = hexDigit(c.unicode());
+        const int v = zorHexDigitValue(c);
         if (v < 0) {
             if (error)
                 *error = QStringLiteral("malformed hex: '%1' at position %2 is not a hex digit").arg(c).arg(i + 1);

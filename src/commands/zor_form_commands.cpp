@@ -6,6 +6,7 @@
 #include "module/zor_commands.h"
 #include "module/zor_cp1251.h"
 #include "module/zor_language.h"
+#include "protocol/zor_bits.h"
 #include "ui_zor_form_commands.h"
 
 #include <QAction>
@@ -47,18 +48,6 @@ struct NmeaRate {
 };
 const NmeaRate kNmeaRates[] = {
     {"1 Гц", "1000"}, {"2 Гц", "500"}, {"5 Гц", "200"}, {"10 Гц", "100"}};
-
-int hexDigit(QChar c)
-{
-    const ushort u = c.unicode();
-    if (u >= '0' && u <= '9')
-        return u - '0';
-    if (u >= 'a' && u <= 'f')
-        return u - 'a' + 10;
-    if (u >= 'A' && u <= 'F')
-        return u - 'A' + 10;
-    return -1;
-}
 
 } // namespace
 
@@ -716,8 +705,8 @@ QByteArray ZOR_Form_Commands::getUniCommand(const QString& qsCommand)
             ZOR_Cp1251::encodeAppend(text + slash, size - slash, bytes);
             break;
         }
-        const int high = hexDigit(text[slash + 1]);
-        const int low = hexDigit(text[slash + 2]);
+        const int high = zorHexDigitValue(text[slash + 1]);
+        const int low = zorHexDigitValue(text[slash + 2]);
         if (high >= 0 && low >= 0)
             bytes.append(char(high * 16 + low));
         else

@@ -33,6 +33,16 @@ public:
     // Codes "0".."n-1" (or from nFirst) with captions qsPattern.arg(code):
     // fromCount(4, "%1 s") -> "0 s", "1 s", ...
     static ZOR_CaptionList fromCount(int nCount, const QString& qsPattern, int nFirst = 0);
+    // Codes and fixed captions (UTF-8) from a table of device models or the
+    // like, whose rows have lpCode and lpCaption.
+    template <typename Row, int N>
+    static ZOR_CaptionList fromTable(const Row (&rows)[N])
+    {
+        ZOR_CaptionList list;
+        for (const Row& row : rows)
+            list.addText(QString::fromLatin1(row.lpCode), QString::fromUtf8(row.lpCaption));
+        return list;
+    }
 
     int count() const { return m_items.size(); }
     bool isEmpty() const { return m_items.isEmpty(); }

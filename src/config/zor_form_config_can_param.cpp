@@ -6,6 +6,7 @@
 #include "config/zor_treewidgetitem_can.h"
 #include "config/zor_userparams.h"
 #include "module/zor_language.h"
+#include "protocol/zor_bits.h"
 #include "store/zor_settingsnode.h"
 
 #include <QTreeWidget>
@@ -13,23 +14,6 @@
 #include <algorithm>
 
 namespace {
-
-int hexValue(QChar c)
-{
-    const ushort u = c.unicode();
-    if (u >= '0' && u <= '9')
-        return u - '0';
-    if (u >= 'a' && u <= 'f')
-        return u - 'a' + 10;
-    if (u >= 'A' && u <= 'F')
-        return u - 'A' + 10;
-    return -1;
-}
-
-char hexDigit(int nValue)
-{
-    return "0123456789abcdef"[nValue & 0xf];
-}
 
 QList<int> sortedUnique(QList<int> lst)
 {
@@ -268,10 +252,10 @@ QString ZOR_Form_Config_CAN_Param::makeHexText(const QList<int>& lstNums, int nD
             continue;
         const int nDigit = (nNum - 1) / 4;
         const int nBit = 8 >> ((nNum - 1) % 4);
-        const int nValue = hexValue(QLatin1Char(digits[nDigit]));
+        const int nValue = zorHexDigitValue(QLatin1Char(digits[nDigit]));
         // A number given twice must not carry into the next bit.
         if (!(nValue & nBit))
-            digits[nDigit] = hexDigit(nValue + nBit);
+            digits[nDigit] = zorHexDigit(nValue + nBit);
     }
     return QString::fromLatin1(digits);
 }
@@ -281,7 +265,7 @@ QList<int> ZOR_Form_Config_CAN_Param::readHexText(const QString& qsText, int nDi
     const QString qsDigits = qsText.trimmed();
     QList<int> lstNums;
     for (int i = 0; i < qMin(nDigits, qsDigits.size()); ++i) {
-        const int nValue = hexValue(qsDigits[i]);
+        const int nValue = zorHexDigitValue(qsDigits[i]);
         for (int nBit = 0; nValue > 0 && nBit < 4; ++nBit)
             if (nValue & (8 >> nBit))
                 lstNums.append(4 * i + nBit + 1);
@@ -297,7 +281,7 @@ QString ZOR_Form_Config_CAN_Param::makeCmdText(const QVector<bool>& lstChecked)
         for (int i = 0; i < 4 && nFirst + i < lstChecked.size(); ++i)
             if (lstChecked[nFirst + i])
                 nValue += 1 << i;
-        qsText += QLatin1Char(hexDigit(nValue));
+        qsText += QLatin1Char(zorHexDigit(nValue));
     }
     return qsText;
 }
@@ -307,7 +291,7 @@ QList<int> ZOR_Form_Config_CAN_Param::readCmdText(const QString& qsText, int nCo
     const QString qsDigits = qsText.trimmed();
     QList<int> lstPositions;
     for (int i = 0; i < qsDigits.size(); ++i) {
-        const int nValue = hexValue(qsDigits[i]);
+        const int nValue = zorHexDigitValue(qsDigits[i]);
         for (int nBit = 0; nValue > 0 && nBit < 4; ++nBit)
             if ((nValue & (1 << nBit)) && 4 * i + nBit + 1 <= nCount)
                 lstPositions.append(4 * i + nBit + 1);

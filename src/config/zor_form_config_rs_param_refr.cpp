@@ -18,12 +18,7 @@ const Model kModels[] = {{"IQFREEZE", "iQFreeze", "9600"}, {"DATACOLD", "DataCol
 
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Refr::models()
 {
-    static const ZOR_CaptionList list = [] {
-        ZOR_CaptionList l;
-        for (const Model& m : kModels)
-            l.addText(QLatin1String(m.lpCode), QLatin1String(m.lpCaption));
-        return l;
-    }();
+    static const ZOR_CaptionList list = ZOR_CaptionList::fromTable(kModels);
     return list;
 }
 

@@ -33,12 +33,7 @@ const Model& modelOf(const QString& qsCode)
 
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Tach::models()
 {
-    static const ZOR_CaptionList list = [] {
-        ZOR_CaptionList l;
-        for (const Model& m : kModels)
-            l.addText(QLatin1String(m.lpCode), QString::fromUtf8(m.lpCaption));
-        return l;
-    }();
+    static const ZOR_CaptionList list = ZOR_CaptionList::fromTable(kModels);
     return list;
 }
 

@@ -58,3 +58,15 @@ QString getStrByteFromBit(int n)
 {
     return QString::number((n >= 0 && n <= 7) ? 1u << n : 0u);
 }
+
+int zorHexDigitValue(QChar c)
+{
+    const ushort u = c.unicode();
+    if (u >= '0' && u <= '9')
+        return u - '0';
+    if (u >= 'a' && u <= 'f')
+        return u - 'a' + 10;
+    if (u >= 'A' && u <= 'F')
+        return u - 'A' + 10;
+    return -1;
+}

@@ -31,4 +31,9 @@ int getBitFromStrByte(const QString& text, int n);
 // Decimal text of the byte with only bit n set ("0" for n outside 0..7).
 QString getStrByteFromBit(int n);
 
+// Value of one hexadecimal digit (either case), -1 for any other character.
+int zorHexDigitValue(QChar c);
+// The lower-case digit of the low four bits.
+inline char zorHexDigit(int nValue) { return "0123456789abcdef"[nValue & 0xf]; }
+
 #endif
