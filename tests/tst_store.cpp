@@ -51,6 +51,7 @@ private slots:
     void numbersReadWithCLibraryRules_data();
     void numbersReadWithCLibraryRules();
     void longNamesAreCutAndCollide();
+    void longNamesReadBackAreNotDuplicated();
     void rewriteKeepsPositionsAndOrder();
     void colourIsSignedArgb();
     void colourStringNeedsThreeParts_data();
@@ -222,6 +223,22 @@ void TestStore::longNamesAreCutAndCollide()
     QString got;
     root.readString("s", QString(), got);
     QCOMPARE(got, longValue.left(254));
+}
+
+void TestStore::longNamesReadBackAreNotDuplicated()
+{
+    // Names of 300 characters held in a file: the records hold them cut,
+    // and writing the records back must reach the same attribute and child.
+    const QByteArray longName(300, 'q');
+    const QByteArray file = kDecl + "<R " + longName + "=\"1\" b=\"2\">\n    <" + longName + " />\n</R>\n";
+    MemoDoc m(file);
+    CXMLWorkData root(m.doc, QStringLiteral("R"));
+    QCOMPARE(root.parameters().count(), 3);
+    QVERIFY(root.writeParameters());
+    QCOMPARE(m.bytes(), file);
+    root.writeInteger(longName.constData(), 5);
+    QVERIFY(root.writeParameters());
+    QCOMPARE(m.bytes(), kDecl + "<R " + longName + "=\"5\" b=\"2\">\n    <" + longName + " />\n</R>\n");
 }
 
 void TestStore::rewriteKeepsPositionsAndOrder()

@@ -90,8 +90,16 @@ bool decodeText(const QByteArray& data, XmlWriter::Encoding& enc, QString& text,
 // Only the declaration (and blanks): what an empty document saves as.
 bool onlyDeclaration(const QString& text)
 {
-    static const QRegularExpression re(QStringLiteral("^\\s*<\\?xml[^<>]*\\?>\\s*$"));
-    return re.match(text).hasMatch();
+    // The pattern runs on the declaration alone: a regular expression
+    // checks its whole subject, which for a real document is megabytes.
+    const int end = text.indexOf(QLatin1String("?>"));
+    if (end < 0)
+        return false;
+    for (int i = end + 2; i < text.size(); ++i)
+        if (!text.at(i).isSpace())
+            return false;
+    static const QRegularExpression re(QStringLiteral("^\\s*<\\?xml[^<>]*\\?>$"));
+    return re.match(QStringView(text).left(end + 2)).hasMatch();
 }
 
 bool parseText(const QString& text, CFxXmListlTag& top, QString& error, int* dropped)
@@ -392,8 +400,13 @@ bool CSerialize::renderChecked(QByteArray& out)
             out.clear();
             return fail(QStringLiteral("not saved: %1").arg(error));
         }
-        // The writer refuses what it knows cannot come back; reading the
-        // bytes again catches anything it does not know.
+        // The writer checks, while it escapes, that every name and text it
+        // writes comes back through the reader's rules, and refuses what
+        // would not; for the module's own encoding and UTF-8 that is the
+        // whole story. Another codec may map characters in ways the writer
+        // cannot know, so those renderings are read back in full.
+        if (!m_encoding.codec || m_encoding.isUtf8())
+            return true;
         XmlWriter::Encoding enc = m_encoding;
         QString text;
         QByteArray body = out;

@@ -18,8 +18,9 @@
 //
 // Saving refuses, with the element and the character named in
 // errorString(), any tree whose rendering would not read back as the same
-// tree, and checks the rendered bytes by reading them again before the file
-// is touched. It goes through QSaveFile and never writes in place, so a
+// tree: the writer checks each name and text against the reader's rules as
+// it escapes them (and a rendering in a codec other than Windows-1251 or
+// UTF-8 is read again in full) before the file is touched. It goes through QSaveFile and never writes in place, so a
 // failed or interrupted save leaves the previous file whole; the message
 // carries the system's reason ("No space left on device").
 

@@ -28,23 +28,48 @@ QString CXmlDefaultHandler::decodeValue(const QString& qsValue)
         {QLatin1String("&apos;"), QLatin1String("'")},
         {QLatin1String("_33_"), QLatin1String("!")},
     };
+    const bool amp = qsValue.contains(QLatin1Char('&'));
     QString out = qsValue;
     for (const auto& step : kSteps)
-        out.replace(step.from, step.to);
+        if (amp || step.from.at(0) != QLatin1Char('&'))
+            out.replace(step.from, step.to);
     return out;
+}
+
+namespace {
+
+// The first control character other than tab and line ends, or -1.
+int controlCharAt(const QString& qsText)
+{
+    const QChar* p = qsText.constData();
+    for (int i = 0, n = qsText.size(); i < n; ++i) {
+        const ushort u = p[i].unicode();
+        if (u < 0x20 && u != '\t' && u != '\n' && u != '\r')
+            return i;
+    }
+    return -1;
+}
+
+} // namespace
+
+// Settings documents repeat a few names thousands of times: every element
+// and attribute shares one copy of its name instead of holding its own.
+const QString& CXmlDefaultHandler::intern(const QString& qsName)
+{
+    auto it = m_names.constFind(qsName);
+    if (it == m_names.constEnd())
+        it = m_names.insert(qsName, qsName);
+    return it.value();
 }
 
 bool CXmlDefaultHandler::acceptText(const QString& qsText, const QString& qsWhat)
 {
-    for (const QChar c : qsText) {
-        const ushort u = c.unicode();
-        if (u < 0x20 && u != '\t' && u != '\n' && u != '\r') {
-            m_qsError = QStringLiteral("%1 holds the control character U+%2")
-                            .arg(qsWhat).arg(u, 4, 16, QLatin1Char('0'));
-            return false;
-        }
-    }
-    return true;
+    const int at = controlCharAt(qsText);
+    if (at < 0)
+        return true;
+    m_qsError = QStringLiteral("%1 holds the control character U+%2")
+                    .arg(qsWhat).arg(qsText.at(at).unicode(), 4, 16, QLatin1Char('0'));
+    return false;
 }
 
 bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QString& qName,
@@ -54,7 +79,7 @@ bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QStr
         m_qsError = QStringLiteral("elements nested deeper than %1").arg(int(nMaxDepth));
         return false;
     }
-    const QString name = XmlWriter::decodeName(qName);
+    const QString name = intern(XmlWriter::decodeName(qName));
     CXmlTagV2* tag;
     if (m_current) {
         // Text between children is only layout.
@@ -68,9 +93,10 @@ bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QStr
     if (n > 0) {
         tag->attributesRef().reserve(n);
         for (int i = 0; i < n; ++i) {
-            if (!acceptText(atts.value(i), QStringLiteral("attribute \"%1\" of \"%2\"").arg(atts.qName(i), qName)))
+            if (controlCharAt(atts.value(i)) >= 0
+                && !acceptText(atts.value(i), QStringLiteral("attribute \"%1\" of \"%2\"").arg(atts.qName(i), qName)))
                 return false;
-            tag->addTagValue(XmlWriter::decodeName(atts.qName(i)), decodeValue(atts.value(i)));
+            tag->addTagValue(intern(XmlWriter::decodeName(atts.qName(i))), decodeValue(atts.value(i)));
         }
         tag->setKind(CXmlTagV2::KindAttributes);
     }
@@ -84,7 +110,8 @@ bool CXmlDefaultHandler::endElement(const QString&, const QString&, const QStrin
 {
     if (!m_current)
         return false;
-    if (!acceptText(m_current->value(), QStringLiteral("the text of \"%1\"").arg(m_current->name())))
+    if (controlCharAt(m_current->value()) >= 0
+        && !acceptText(m_current->value(), QStringLiteral("the text of \"%1\"").arg(m_current->name())))
         return false;
     if (!m_current->value().isEmpty())
         m_current->setValue(decodeValue(m_current->value()));

@@ -11,6 +11,7 @@
 
 #include "store/xmlwriter.h"
 
+#include <QHash>
 #include <QXmlDefaultHandler>
 
 // The SAX reader is deprecated in favour of QXmlStreamReader, but it is the
@@ -49,6 +50,7 @@ public:
 
 private:
     bool acceptText(const QString& qsText, const QString& qsWhat);
+    const QString& intern(const QString& qsName);
 
     CFxXmListlTag& m_top;
     int m_nDropped = 0;
@@ -56,6 +58,7 @@ private:
     int m_nDepth = 0;
     bool m_bSawElement = false;
     QString m_qsError;
+    QHash<QString, QString> m_names;
 };
 
 QT_WARNING_POP

@@ -4,6 +4,8 @@
 #include "store/cxmltagv2.h"
 #include "module/zor_cp1251.h"
 
+#include <QHash>
+
 #include <cstdlib>
 #include <cstring>
 
@@ -30,6 +32,34 @@ QString nameOf(const char* lpName)
     COneParameter::copyText(cut, lpName);
     return decodeField(cut);
 }
+
+// The first of each name among an element's attributes or children. A
+// record holds a name cut at nMaxTextLength, so a longer name is also known
+// by its cut: it must be found again rather than get a cut twin.
+struct NameIndex {
+    QHash<QString, int> exact;
+    QHash<QByteArray, int> cut;
+    bool built = false;
+
+    void add(const QString& qsName, int nIndex)
+    {
+        exact.insert(qsName, nIndex);
+        if (qsName.size() > coreSzItem::nMaxTextLength) {
+            char key[coreSzItem::nMaxTextSize];
+            encodeInto(key, qsName);
+            cut.insert(QByteArray(key), nIndex);
+        }
+    }
+    int find(const char* lpName) const
+    {
+        const auto hit = exact.constFind(decodeField(lpName));
+        if (hit != exact.constEnd())
+            return hit.value();
+        if (cut.isEmpty() || std::strlen(lpName) < size_t(coreSzItem::nMaxTextLength))
+            return -1;
+        return cut.value(QByteArray(lpName), -1);
+    }
+};
 
 struct FontFlag {
     const char* name;
@@ -155,14 +185,40 @@ bool CXMLWorkData::writeParameters()
 {
     if (!isValid())
         return false;
+    // An element may have a hundred thousand children or attributes: each
+    // record finds its own through the handle readParameters recorded or
+    // through one index built on first need, never by a search per record.
+    NameIndex attributes;
+    NameIndex children;
     for (int i = 0; i < m_list.count(); ++i) {
         const coreSzItem* item = m_list.item(i);
-        const QString name = decodeField(item->name);
         if (item->kind == coreSzItem::KindTag) {
-            if (!m_lpTag->getTagFromName(name))
-                m_lpTag->addTagNode(name);
+            if (item->node && item->node->parent() == m_lpTag && !item->node->isDetached())
+                continue;
+            if (!children.built) {
+                const CFxXmListlTag& list = m_lpTag->children();
+                for (int c = list.count() - 1; c >= 0; --c)
+                    children.add(list.getNumTag(c)->name(), c);
+                children.built = true;
+            }
+            if (children.find(item->name) < 0)
+                children.add(m_lpTag->addTagNode(decodeField(item->name))->name(), m_lpTag->children().count() - 1);
+            continue;
+        }
+        if (!attributes.built) {
+            const QVector<CXmlAttribute>& list = m_lpTag->attributes();
+            for (int a = list.size() - 1; a >= 0; --a)
+                attributes.add(list.at(a).name, a);
+            attributes.built = true;
+        }
+        const QString value = decodeField(item->value);
+        const int at = attributes.find(item->name);
+        if (at >= 0) {
+            m_lpTag->attributesRef()[at].value = value;
         } else {
-            m_lpTag->setTagValue(name, decodeField(item->value));
+            const QString name = decodeField(item->name);
+            attributes.add(name, m_lpTag->attributes().size());
+            m_lpTag->addTagValue(name, value);
         }
     }
     if (!m_lpTag->attributes().isEmpty() && m_lpTag->kind() != CXmlTagV2::KindText)

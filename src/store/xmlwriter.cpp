@@ -4,6 +4,7 @@
 #include "store/cxmltagv2.h"
 #include "module/zor_cp1251.h"
 
+#include <QSet>
 #include <QTextCodec>
 
 #include <array>
@@ -61,6 +62,8 @@ struct Tables {
     std::array<const char*, 128> lineEscape{};
     // Characters that need a closer look before a string is written.
     std::array<bool, 128> suspicious{};
+    // nameClass of the ASCII characters; the escaped ones count as letters.
+    std::array<quint8, 128> asciiName{};
     Tables()
     {
         for (char16_t c : kNameChars)
@@ -81,6 +84,8 @@ struct Tables {
         for (int c = 0; c < 0x20; ++c)
             suspicious[c] = c != '\t' && c != '\n';
         suspicious['&'] = suspicious['_'] = true;
+        for (int c = 0; c < 128; ++c)
+            asciiName[c] = quint8(nameEscape[c] ? NameStart : nameClass(QChar(c)));
     }
 };
 
@@ -137,6 +142,7 @@ private:
     }
     bool checkName(const QString& name, const CXmlTagV2* tag, const QString* attribute);
     bool checkText(const QString& text, const CXmlTagV2* tag, const QString* attribute);
+    bool distinctAttributes(const CXmlTagV2* tag);
     bool openTag(const CXmlTagV2* tag, int level, bool& leaf);
     void appendName(const QString& name);
     void appendText(const QString& text, const std::array<const char*, 128>& escapes, bool guardCdataEnd);
@@ -262,9 +268,15 @@ bool Writer::checkName(const QString& name, const CXmlTagV2* tag, const QString*
     if (name.isEmpty())
         return fail(tag, attribute, QStringLiteral("an element or attribute needs a name"));
     const QString stored = XmlWriter::storedText(name, m_enc);
+    const Tables& t = tables();
     bool first = true;
     for (const QChar c : stored) {
-        if (isNameChar(c.unicode())) {
+        const char16_t u = c.unicode();
+        if (u < 128 && (t.asciiName[u] == NameStart || (!first && t.asciiName[u] == NameFollow))) {
+            first = false;
+            continue;
+        }
+        if (isNameChar(u)) {
             first = false;
             continue;
         }
@@ -343,6 +355,37 @@ bool Writer::checkText(const QString& text, const CXmlTagV2* tag, const QString*
     return true;
 }
 
+// A reader refuses an element that names an attribute twice.
+bool Writer::distinctAttributes(const CXmlTagV2* tag)
+{
+    const QVector<CXmlAttribute>& attributes = tag->attributes();
+    const int n = attributes.size();
+    if (n < 2)
+        return true;
+    const auto twice = [&](int i) {
+        return fail(tag, &attributes.at(i).name, QStringLiteral("the element has two attributes of this name"));
+    };
+    if (n <= 16) {
+        QString stored[16];
+        for (int i = 0; i < n; ++i) {
+            stored[i] = XmlWriter::storedText(attributes.at(i).name, m_enc);
+            for (int j = 0; j < i; ++j)
+                if (stored[i] == stored[j])
+                    return twice(i);
+        }
+        return true;
+    }
+    QSet<QString> seen;
+    seen.reserve(n);
+    for (int i = 0; i < n; ++i) {
+        const QString name = XmlWriter::storedText(attributes.at(i).name, m_enc);
+        if (seen.contains(name))
+            return twice(i);
+        seen.insert(name);
+    }
+    return true;
+}
+
 // Writes the opening tag; a tag without children is closed at once (leaf).
 bool Writer::openTag(const CXmlTagV2* tag, int level, bool& leaf)
 {
@@ -363,6 +406,8 @@ bool Writer::openTag(const CXmlTagV2* tag, int level, bool& leaf)
     // the element is written like any other so nothing is dropped.
     const bool oneLine = tag->kind() == CXmlTagV2::KindText && tag->attributes().isEmpty() && leaf;
     if (!oneLine) {
+        if (!distinctAttributes(tag))
+            return false;
         for (const CXmlAttribute& a : tag->attributes()) {
             if (!reserve(tag, a.name.size() + a.value.size()) || !checkName(a.name, tag, &a.name)
                 || !checkText(a.value, tag, &a.name))
@@ -402,6 +447,9 @@ bool Writer::run(const CFxXmListlTag& topTags)
         int next;
     };
     std::vector<Frame> stack;
+    if (topTags.count() > 1)
+        return fail(topTags.getNumTag(1), nullptr,
+                    QStringLiteral("a document holds one top-level element; a second one would not read back"));
     for (int top = 0; top < topTags.count(); ++top) {
         stack.push_back(Frame{topTags.getNumTag(top), -1});
         while (!stack.empty()) {

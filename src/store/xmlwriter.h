@@ -27,8 +27,9 @@
 // The checked render refuses, naming the element and the character, what
 // no reader would give back as it was: names that are no XML names, control
 // characters, values holding the escapes the reader decodes once more
-// ("&gt;", "_33_" ...), text beside child elements, nesting deeper than
-// nMaxDepth and output beyond what a byte array holds.
+// ("&gt;", "_33_" ...), text beside child elements, an attribute named
+// twice, a second top-level element, nesting deeper than nMaxDepth and
+// output beyond what a byte array holds.
 
 #include <QByteArray>
 #include <QString>

@@ -76,6 +76,7 @@ void TmiPage_Base::setTypes(int formatType, int versionType)
 
 void TmiPage_Base::setValueBlock(const void* block, int size)
 {
+    keepPacket();
     if (block)
         std::memcpy(arrBlock, block, size_t(qBound(0, size, int(sizeof arrBlock))));
 }
@@ -131,6 +132,7 @@ QString TmiPage_Base::getStrFormat() const
 
 void TmiPage_Base::buildPlan()
 {
+    keepPacket();
     plan.clear();
     int src = 0;
     for (int n = 1; n <= nLastField; ++n) {
@@ -154,19 +156,20 @@ bool TmiPage_Base::setCurrentTMI(const unsigned char* data, int length)
 {
     if (!data || length < 0)
         length = 0;
-    const int stored = qMin(length, nRecordSize);
-    baPacket.resize(stored);
-    if (stored)
-        std::memcpy(baPacket.data(), data, size_t(stored));
-
     if (length >= nRecordSize) {
+        // A complete record's bytes are the value block's present fields in
+        // order: the packet is taken back from there when it is asked for,
+        // instead of being copied a second time for every record.
         for (const Run& r : qAsConst(plan))
             std::memcpy(arrBlock + r.dst, data + r.src, r.len);
+        bPacketInBlock = true;
         nCutField = ZorTmi::FieldCount + 1;
         nMissingBytes = 0;
         return true;
     }
 
+    bPacketInBlock = false;
+    baPacket = QByteArray(reinterpret_cast<const char*>(data), length);
     // Short record: whole fields only, the rest absent and cleared.
     int src = 0;
     nCutField = ZorTmi::FieldCount + 1;
@@ -189,7 +192,20 @@ bool TmiPage_Base::setCurrentTMI(const unsigned char* data, int length)
 void TmiPage_Base::getPagePacket(QByteArray& packet) const
 {
     packet.clear();
-    packet.append(baPacket);
+    if (!bPacketInBlock) {
+        packet.append(baPacket);
+        return;
+    }
+    packet.resize(nRecordSize);
+    for (const Run& r : plan)
+        std::memcpy(packet.data() + r.src, arrBlock + r.dst, r.len);
+}
+
+void TmiPage_Base::keepPacket()
+{
+    if (bPacketInBlock)
+        getPagePacket(baPacket);
+    bPacketInBlock = false;
 }
 
 quint32 TmiPage_Base::getNumberTmiPage() const

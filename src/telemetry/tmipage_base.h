@@ -203,7 +203,12 @@ protected:
     unsigned char arrMask[ZorTmi::MaskBytes] = {};
     unsigned char arrBlock[sizeof(szCurrentTMI_KITE3)] = {};
     int nUtcOffset = 0;
+    // The raw bytes of the last record; while bPacketInBlock they are not
+    // held here but are the value block's present fields (see keepPacket).
     QByteArray baPacket;
+    bool bPacketInBlock = false;
+    // Makes baPacket hold the bytes before the block or the plan changes.
+    void keepPacket();
     szExtTMI_KITE3 extRecord = {};
     bool bExt = false;
     bool bFlag = false;

@@ -50,6 +50,7 @@ void TmiPage_Kite1::setCurrentTMI_From_F8(const unsigned char* data, int length)
     if (data && length > 0)
         std::memcpy(f8, data, size_t(qMin(length, F8RecordSize)));
 
+    bPacketInBlock = false;
     std::memset(arrBlock, 0, sizeof arrBlock);
     for (const F8Run& r : kF8Runs) {
         const int dst = ZorTmi::field(r.first).offset;
@@ -65,6 +66,7 @@ void TmiPage_Kite1::setCurrentPacketF8ToKite(const unsigned char* data, int leng
 {
     if (data)
         setCurrentTMI_From_F8(data, length);
+    bPacketInBlock = false;
     baPacket.clear();
     for (int n = 1; n <= lastField(); ++n)
         if (isUseParam(n))

@@ -9,10 +9,15 @@ ZOR_TmiCsvWriter::ZOR_TmiCsvWriter(const TmiPage_Base& columnsPage, Encoding tex
 {
 }
 
-ZOR_TmiCsvWriter::~ZOR_TmiCsvWriter() = default;
+ZOR_TmiCsvWriter::~ZOR_TmiCsvWriter()
+{
+    if (pending.valid())
+        pending.wait();
+}
 
 bool ZOR_TmiCsvWriter::open(const QString& path)
 {
+    cancel();
     file.reset(new QSaveFile(path));
     if (!file->open(QIODevice::WriteOnly)) {
         qsError = QStringLiteral("%1: %2").arg(path, file->errorString());
@@ -22,13 +27,14 @@ bool ZOR_TmiCsvWriter::open(const QString& path)
     }
     device = file.get();
     baBuffer.reserve(BlockSize + BlockSize / 4);
+    baWriting.reserve(BlockSize + BlockSize / 4);
     nLines = 0;
     return true;
 }
 
 bool ZOR_TmiCsvWriter::open(QIODevice* target)
 {
-    file.reset();
+    cancel();
     device = target;
     if (!device || !device->isWritable()) {
         qsError = QStringLiteral("the output is not open for writing");
@@ -36,6 +42,7 @@ bool ZOR_TmiCsvWriter::open(QIODevice* target)
         return false;
     }
     baBuffer.reserve(BlockSize + BlockSize / 4);
+    baWriting.reserve(BlockSize + BlockSize / 4);
     nLines = 0;
     return true;
 }
@@ -69,32 +76,53 @@ bool ZOR_TmiCsvWriter::afterLine()
     return baBuffer.size() < BlockSize || flush();
 }
 
+// A block is written (and for Windows-1251 encoded) on a second thread while
+// the next one is being formatted: the formatting of a large export and the
+// disk then take their time side by side instead of one after the other. A
+// failed write is reported by the flush or commit that follows it.
 bool ZOR_TmiCsvWriter::flush()
 {
-    if (!device)
+    if (!device || !waitForWrite())
         return false;
     // The buffer holds whole lines, so no character is split between blocks.
-    const QByteArray* bytes = &baBuffer;
-    QByteArray encoded;
-    if (encoding == Windows1251) {
-        const QString text = QString::fromUtf8(baBuffer.constData(), baBuffer.size());
-        ZOR_Cp1251::encodeAppend(text.constData(), text.size(), encoded);
-        bytes = &encoded;
-    }
-    const bool ok = device->write(*bytes) == bytes->size();
+    baWriting.swap(baBuffer);
     baBuffer.resize(0);
-    if (!ok) {
-        qsError = device->errorString();
-        cancel();
-    }
-    return ok;
+    QIODevice* target = device;
+    const QByteArray* block = &baWriting;
+    const bool toCp1251 = encoding == Windows1251;
+    pending = std::async(std::launch::async, [target, block, toCp1251]() -> QString {
+        const QByteArray* bytes = block;
+        QByteArray encoded;
+        if (toCp1251) {
+            const QString text = QString::fromUtf8(block->constData(), block->size());
+            ZOR_Cp1251::encodeAppend(text.constData(), text.size(), encoded);
+            bytes = &encoded;
+        }
+        if (target->write(*bytes) == bytes->size())
+            return QString();
+        const QString error = target->errorString();
+        return error.isEmpty() ? QStringLiteral("the output took only part of a block") : error;
+    });
+    return true;
+}
+
+bool ZOR_TmiCsvWriter::waitForWrite()
+{
+    if (!pending.valid())
+        return true;
+    const QString error = pending.get();
+    if (error.isEmpty())
+        return true;
+    qsError = error;
+    cancel();
+    return false;
 }
 
 bool ZOR_TmiCsvWriter::commit()
 {
     if (!device)
         return false;
-    if (!flush())
+    if (!flush() || !waitForWrite())
         return false;
     if (file) {
         const bool ok = file->commit();
@@ -109,6 +137,9 @@ bool ZOR_TmiCsvWriter::commit()
 
 void ZOR_TmiCsvWriter::cancel()
 {
+    if (pending.valid())
+        pending.wait();
+    pending = std::future<QString>();
     if (file) {
         file->cancelWriting();
         file.reset();

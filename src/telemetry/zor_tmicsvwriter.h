@@ -4,7 +4,8 @@
 // Writes a CSV export of telemetry records to a file or device: the lines
 // of TmiPage_Base::setExcelHeader / setExcelData, byte for byte, but
 // collected in one buffer and written in large blocks (a QTextStream cell by
-// cell is several times slower for archives of 100,000 records). A file is
+// cell is several times slower for archives of 100,000 records), each block
+// on a second thread while the next is formatted. A file is
 // written through QSaveFile: until commit() the old file stays whole, and a
 // failed or cancelled export leaves it untouched.
 //
@@ -18,6 +19,7 @@
 #include <QSaveFile>
 #include <QString>
 
+#include <future>
 #include <memory>
 
 class QIODevice;
@@ -56,6 +58,7 @@ public:
 
 private:
     bool flush();
+    bool waitForWrite();
     bool afterLine();
 
     const TmiPage_Base& columns;
@@ -63,6 +66,8 @@ private:
     std::unique_ptr<QSaveFile> file;
     QIODevice* device = nullptr;
     QByteArray baBuffer;
+    QByteArray baWriting;                 // the block the writing thread holds
+    std::future<QString> pending;         // its outcome: empty, or the error
     QByteArray baCodeText;
     QString qsCodeText;
     QString qsError;
