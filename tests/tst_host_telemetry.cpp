@@ -3,6 +3,8 @@
 // re-decoding after a field-set change, and the CSV export against
 // zor-tool's.
 
+#include "config/zor_configdocument.h"
+#include "config/zor_form_config_set_kite3.h"
 #include "telemetry/tmipage_base.h"
 #include "zor_telemetry_window.h"
 #include "zor_tmi_archivemodel.h"
@@ -88,6 +90,7 @@ private slots:
     void highlightsTheBytesOfTheSelectedValue();
     void changingTheFieldSetRedecodes();
     void fieldSetFromSettingsFile();
+    void fieldSetFromTheOpenConfiguration();
     void exportEqualsZorToolCsv();
     void exportOfSelectedRows();
     void cancelledExportLeavesNoFile();
@@ -337,6 +340,24 @@ void TestHostTelemetry::fieldSetFromSettingsFile()
     QVERIFY(!set.readSettingsFile(qsFile, &qsError));
     QVERIFY(!qsError.isEmpty());
     QCOMPARE(set.version(), 2);
+}
+
+void TestHostTelemetry::fieldSetFromTheOpenConfiguration()
+{
+    ZOR_TelemetryWindow window;
+    QVERIFY(!window.takeFieldSetFromConfig());  // no configuration: nothing changes
+    QCOMPARE(window.fieldSet(), ZOR_TmiFieldSet());
+
+    ZOR_ConfigDocument document;
+    document.createForms();
+    auto* lpForm = qobject_cast<ZOR_Form_Config_Set_Kite3*>(document.form(QStringLiteral("protocol")));
+    QVERIFY(lpForm);
+    lpForm->setTypeDFProtocol(QStringLiteral("10"));
+    lpForm->setStrFormat(maskOf({1, 2, 3, 13}));
+    window.setConfigSource([&document] { return &document; });
+    QVERIFY(window.takeFieldSetFromConfig());
+    QCOMPARE(window.fieldSet().version(), 1);
+    QCOMPARE(window.fieldSet().recordSize(), 4 + 2 + 4 + 4);
 }
 
 void TestHostTelemetry::exportEqualsZorToolCsv()
