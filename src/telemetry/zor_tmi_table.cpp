@@ -56,6 +56,11 @@ struct Tables
     FieldInfo fields[FieldCount + 1];
     quint16 csv[ColumnCount];
     int blockSize[FieldCount + 1];
+    // A third of all cells are one flag shown as "0" or "1": for those, the
+    // byte within the field that holds the bit, and the bit (-1: not such a
+    // cell). Their cells are written whole, without the text switch.
+    qint8 flagBit[ColumnCount];
+    quint8 flagByte[ColumnCount];
 
     Tables()
     {
@@ -78,6 +83,13 @@ struct Tables
             }
             f.rowCount = quint16(col - f.firstColumn);
             f.csvCount = quint16(csvCount - f.firstCsv);
+            for (int c = f.firstColumn; c < col; ++c) {
+                const Column& k = kColumns[c];
+                const bool flag = k.bits == 1 && k.text == Text_Dec && k.type != Type_F32 && k.type != Type_U8Tenths
+                    && k.shift < 64;
+                flagBit[c] = qint8(flag ? k.shift % 8 : -1);
+                flagByte[c] = quint8(flag ? k.offset + k.shift / 8 : 0);
+            }
             offset += kWidths[n];
             blockSize[n] = offset;
         }
@@ -712,12 +724,24 @@ void appendFieldColumns(Sink& sink, const Tables& t, int n, const unsigned char*
     const unsigned char* bytes = presentField(t, n, block, presence);
     const bool codeOverride = line && n == kCodeField && !line->codeText.isEmpty();
     const bool withMiliSec = line && n == kTimeField && line->timeWithMiliSec;
+    const bool plain = !codeOverride && !withMiliSec && bytes;
     for (int i = 0; i < f.csvCount; ++i) {
+        const int col = t.csv[f.firstCsv + i];
+        if (plain && t.flagBit[col] >= 0) {
+            const int nb = before.size();
+            const int na = after.size();
+            char* d = sink.room(nb + 1 + na);
+            std::memcpy(d, before.constData(), size_t(nb));
+            d[nb] = char('0' + ((bytes[t.flagByte[col]] >> t.flagBit[col]) & 1));
+            std::memcpy(d + nb + 1, after.constData(), size_t(na));
+            sink.advance(nb + 1 + na);
+            continue;
+        }
         sink.append(before);
         if (codeOverride)
             sink.append(line->codeText);
         else
-            appendColumnText(sink, kColumns[t.csv[f.firstCsv + i]], bytes);
+            appendColumnText(sink, kColumns[col], bytes);
         if (withMiliSec) {
             const Column& ms = kColumns[Col_MiliSec];
             appendColumnText(sink, ms, presentField(t, ms.field, block, presence));
