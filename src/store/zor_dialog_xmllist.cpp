@@ -12,8 +12,6 @@
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSet>
-#include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 
 namespace {
 
@@ -29,22 +27,6 @@ ZOR_Dialog_XmlList::TextAnswerer& textAnswerer()
 {
     static ZOR_Dialog_XmlList::TextAnswerer hook;
     return hook;
-}
-
-// QXmlStreamWriter writes whatever it is given; a control character would
-// make the file unreadable afterwards, which the bad-file rule would then
-// treat as a broken file. They never belong in these lists anyway.
-QString xmlSafe(const QString& s)
-{
-    QString result;
-    result.reserve(s.size());
-    for (const QChar c : s) {
-        const ushort u = c.unicode();
-        if ((u < 0x20 && u != '\t' && u != '\n' && u != '\r') || u == 0xFFFE || u == 0xFFFF)
-            continue;
-        result += c;
-    }
-    return result;
 }
 
 QString attentionTitle()
@@ -135,58 +117,15 @@ QString ZOR_Dialog_XmlList::userFilePath() const
 
 QList<QStringList> ZOR_Dialog_XmlList::readRecords(const QString& qsPath, bool& bOk) const
 {
-    QList<QStringList> records;
-    bOk = true;
-    QFile file(qsPath);
-    if (!file.exists())
-        return records;
-    // A file too large for a list, or one that reads short, is no list to
-    // be written over: it goes aside as ".bad" like a broken one.
-    if (!file.open(QIODevice::ReadOnly) || file.size() > nMaxFileBytes) {
-        bOk = false;
-        return records;
-    }
-    const QByteArray content = file.readAll();
-    if (content.size() != file.size()) {
-        bOk = false;
-        return records;
-    }
-    if (content.trimmed().isEmpty())
-        return records;
+    return listFile().read(qsPath, bOk);
+}
 
-    QXmlStreamReader reader(content);
-    int nDepth = 0;
-    bool bOtherChildren = false;
-    while (!reader.atEnd()) {
-        const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::EndElement)
-            --nDepth;
-        if (token != QXmlStreamReader::StartElement)
-            continue;
-        ++nDepth;
-        // Another kind of list (a server list saved under the commands'
-        // name) would lose all its records to the next save.
-        if (nDepth == 1 && reader.name() != qsRootElement) {
-            bOk = false;
-            return records;
-        }
-        if (nDepth != 2)
-            continue;
-        if (reader.name() != qsRecordElement) {
-            bOtherChildren = true;
-            continue;
-        }
-        const QXmlStreamAttributes attributes = reader.attributes();
-        QStringList fields;
-        for (const ZOR_XmlListField& field : vFields)
-            fields << attributes.value(field.qsAttribute).toString();
-        records << fields;
-    }
-    // Whatever was read before the fault is kept: the user sees it and it is
-    // written back, the original going aside as ".bad" first.
-    if (reader.hasError() || (bOtherChildren && records.isEmpty()))
-        bOk = false;
-    return records;
+ZOR_XmlListFile ZOR_Dialog_XmlList::listFile() const
+{
+    QStringList attributes;
+    for (const ZOR_XmlListField& field : vFields)
+        attributes << field.qsAttribute;
+    return ZOR_XmlListFile(qsRootElement, qsRecordElement, attributes);
 }
 
 bool ZOR_Dialog_XmlList::readFile()
@@ -269,18 +208,7 @@ bool ZOR_Dialog_XmlList::writeRecords(const QList<QStringList>& records)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return failed();
 
-    QXmlStreamWriter writer(&file);
-    writer.setAutoFormatting(true);
-    writer.writeStartDocument();
-    writer.writeStartElement(qsRootElement);
-    for (const QStringList& fields : records) {
-        writer.writeEmptyElement(qsRecordElement);
-        for (int i = 0; i < vFields.size(); ++i)
-            writer.writeAttribute(vFields[i].qsAttribute, xmlSafe(fields.value(i)));
-    }
-    writer.writeEndElement();
-    writer.writeEndDocument();
-    if (writer.hasError()) {
+    if (!listFile().write(&file, records)) {
         file.cancelWriting();
         return failed();
     }

@@ -12,6 +12,8 @@
 // A subclass keeps the records in its own type through appendRecord() /
 // clearRecords() and tunes the behaviour through the other virtual hooks.
 
+#include "store/zor_xmllistfile.h"
+
 #include <QDialog>
 #include <QList>
 #include <QMessageBox>
@@ -37,7 +39,7 @@ class ZOR_Dialog_XmlList : public QDialog
 
 public:
     // A user's file larger than this is not read (and so kept aside).
-    static constexpr qint64 nMaxFileBytes = 16 * 1024 * 1024;
+    static constexpr qint64 nMaxFileBytes = ZOR_XmlListFile::nMaxFileBytes;
 
     ZOR_Dialog_XmlList(const QString& qsFileSubPath, const QString& qsRootElement,
                        const QString& qsRecordElement, const QVector<ZOR_XmlListField>& fields,
@@ -139,6 +141,7 @@ protected slots:
 
 private:
     QList<QStringList> readRecords(const QString& qsPath, bool& bOk) const;
+    ZOR_XmlListFile listFile() const;
     bool keepBadUserFile();
     void renumberRows();
     void updateButtons();
