@@ -49,7 +49,7 @@ int inChild(bool asUser, const std::function<int()>& job)
     return WIFEXITED(status) ? WEXITSTATUS(status) : 100 + WTERMSIG(status);
 }
 
-enum Place { AttrValue, AttrName, ElementName, Text, LineText, FormValue, Nested, TextAndChild };
+enum Place { AttrValue, AttrName, ElementName, Text, LineText, FormValue, Nested, TextAndChild, AttrTwice };
 
 } // namespace
 
@@ -95,6 +95,7 @@ void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays_data()
     QTest::newRow("value holding &gt;") << int(AttrValue) << QStringLiteral("&gt;") << QStringLiteral("&gt;");
     QTest::newRow("text holding &nbsp;") << int(LineText) << QStringLiteral("a&nbsp;b") << QStringLiteral("&nbsp;");
     QTest::newRow("text beside a child") << int(TextAndChild) << QStringLiteral("0.25") << QStringLiteral("text and child");
+    QTest::newRow("attribute named twice") << int(AttrTwice) << QStringLiteral("v") << QStringLiteral("two attributes");
     QTest::newRow("nested 257 deep") << int(Nested) << QStringLiteral("257") << QStringLiteral("deeper than 256");
 }
 
@@ -122,6 +123,10 @@ void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays()
     case Nested:
         for (int i = 0; i < content.toInt(); ++i)
             tag = tag->addTagNode(QStringLiteral("N"));
+        break;
+    case AttrTwice:
+        tag->addTagValue(content, QStringLiteral("1"));
+        tag->addTagValue(content, QStringLiteral("2"));
         break;
     case TextAndChild:
         root.writeFloatZOR(QStringLiteral("RATIO"), 0.25f);

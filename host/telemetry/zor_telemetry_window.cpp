@@ -53,6 +53,7 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
     connect(lpTable->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &ZOR_TelemetryWindow::slot_currentChanged_Record);
     connect(m_lpModel, &ZOR_TmiArchiveModel::signal_ArchiveChanged, this, [this] {
+        fitColumnsToFirstRecord();
         m_nShownRow = -1;
         updateInfo();
         showRecord(ui->tableView_Records->currentIndex().row());
@@ -136,6 +137,22 @@ QTreeWidget* ZOR_TelemetryWindow::fieldList() const
 QString ZOR_TelemetryWindow::infoText() const
 {
     return ui->label_Info->text();
+}
+
+// Columns as wide as the header and the first record's text (dates, units),
+// within bounds: measuring every row would decode the whole archive.
+void ZOR_TelemetryWindow::fitColumnsToFirstRecord()
+{
+    QTableView* lpTable = ui->tableView_Records;
+    const QFontMetrics metrics(lpTable->font());
+    const QFontMetrics headerMetrics(lpTable->horizontalHeader()->font());
+    const bool bHasRow = m_lpModel->rowCount() > 0;
+    for (int c = 0; c < m_lpModel->columnCount(); ++c) {
+        int nWidth = headerMetrics.horizontalAdvance(m_lpModel->headerData(c, Qt::Horizontal).toString());
+        if (bHasRow)
+            nWidth = qMax(nWidth, metrics.horizontalAdvance(m_lpModel->index(0, c).data().toString()));
+        lpTable->setColumnWidth(c, qBound(60, nWidth + 16, 320));
+    }
 }
 
 void ZOR_TelemetryWindow::retranslate()

@@ -77,6 +77,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void fitColumnsToFirstRecord();
     void slot_clicked_Open();
     void slot_clicked_Fields();
     void slot_clicked_FromFile();

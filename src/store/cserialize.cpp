@@ -13,6 +13,7 @@
 #include <QXmlInputSource>
 #include <QXmlSimpleReader>
 
+#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <new>
@@ -38,8 +39,9 @@ bool isValidUtf8(const QByteArray& data, bool* nonAscii)
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
-// The encoding of the bytes (without a byte-order mark) and their text.
-bool decodeText(const QByteArray& data, XmlWriter::Encoding& enc, QString& text, QString& error)
+// The encoding of the bytes (without a byte-order mark): enc.codec stays
+// null for the module's own Windows-1251 rule.
+bool detectEncoding(const QByteArray& data, XmlWriter::Encoding& enc, QString& error)
 {
     static const QRegularExpression declaration(
         QStringLiteral("^<\\?xml[^>]*?encoding\\s*=\\s*[\"']([A-Za-z0-9._:-]+)[\"']"));
@@ -60,7 +62,6 @@ bool decodeText(const QByteArray& data, XmlWriter::Encoding& enc, QString& text,
             return false;
         }
         enc.codec = nullptr;
-        text = ZOR_Cp1251::decode(data);
         return true;
     }
     enc.codec = QTextCodec::codecForName(enc.name);
@@ -78,34 +79,95 @@ bool decodeText(const QByteArray& data, XmlWriter::Encoding& enc, QString& text,
                     .arg(QString::fromLatin1(enc.name));
         return false;
     }
-    QTextCodec::ConverterState state;
-    text = enc.codec->toUnicode(data.constData(), data.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0) {
-        error = QStringLiteral("the bytes are not valid %1").arg(QString::fromLatin1(enc.name));
-        return false;
-    }
     return true;
 }
 
-// Only the declaration (and blanks): what an empty document saves as.
-bool onlyDeclaration(const QString& text)
+// Turns the bytes into text piece by piece; a codec's state runs across the
+// pieces, so a character split between two of them is whole.
+class TextDecoder
 {
-    // The pattern runs on the declaration alone: a regular expression
-    // checks its whole subject, which for a real document is megabytes.
-    const int end = text.indexOf(QLatin1String("?>"));
-    if (end < 0)
+public:
+    explicit TextDecoder(const XmlWriter::Encoding& enc)
+        : m_enc(enc)
+    {
+    }
+    QString decode(const char* lpData, int nSize)
+    {
+        if (!m_enc.codec)
+            return ZOR_Cp1251::decode(lpData, nSize);
+        return m_enc.codec->toUnicode(lpData, nSize, &m_state);
+    }
+    // False (error) once bytes were met that are no text in the encoding.
+    bool valid(QString& error, bool atEnd) const
+    {
+        if (!m_enc.codec || (m_state.invalidChars == 0 && (!atEnd || m_state.remainingChars == 0)))
+            return true;
+        error = QStringLiteral("the bytes are not valid %1").arg(QString::fromLatin1(m_enc.name));
         return false;
-    for (int i = end + 2; i < text.size(); ++i)
-        if (!text.at(i).isSpace())
-            return false;
-    static const QRegularExpression re(QStringLiteral("^\\s*<\\?xml[^<>]*\\?>$"));
-    return re.match(QStringView(text).left(end + 2)).hasMatch();
+    }
+
+private:
+    const XmlWriter::Encoding& m_enc;
+    QTextCodec::ConverterState m_state;
+};
+
+// The encoding of the bytes (without a byte-order mark) and their text.
+bool decodeText(const QByteArray& data, XmlWriter::Encoding& enc, QString& text, QString& error)
+{
+    if (!detectEncoding(data, enc, error))
+        return false;
+    TextDecoder decoder(enc);
+    text = decoder.decode(data.constData(), data.size());
+    return decoder.valid(error, true);
 }
 
-bool parseText(const QString& text, CFxXmListlTag& top, QString& error, int* dropped)
+// Only the declaration (and blanks): what an empty document saves as. The
+// bytes of every accepted encoding hold ASCII as ASCII.
+bool onlyDeclaration(const QByteArray& bytes)
 {
-    QXmlInputSource source;
-    source.setData(text);
+    const int end = bytes.indexOf("?>");
+    if (end < 0)
+        return false;
+    for (int i = end + 2; i < bytes.size(); ++i)
+        if (!std::isspace(static_cast<unsigned char>(bytes.at(i))))
+            return false;
+    static const QRegularExpression re(QStringLiteral("^\\s*<\\?xml[^<>]*\\?>$"));
+    return re.match(QString::fromLatin1(bytes.constData(), end + 2)).hasMatch();
+}
+
+// Hands the reader the text a piece at a time, decoded when it asks for
+// more, so that the whole text is never held beside the tree being built
+// (it would double the memory a load needs).
+class PieceSource : public QXmlInputSource
+{
+public:
+    PieceSource(const QByteArray& bytes, const XmlWriter::Encoding& enc)
+        : m_bytes(bytes)
+        , m_decoder(enc)
+    {
+    }
+    void fetchData() override
+    {
+        const int kPiece = 1 << 20;
+        const int n = m_decodeError.isEmpty() ? qMin(kPiece, m_bytes.size() - m_at) : 0;
+        setData(n > 0 ? m_decoder.decode(m_bytes.constData() + m_at, n) : QString());
+        m_at += n;
+        if (!m_decoder.valid(m_decodeError, m_at >= m_bytes.size()))
+            setData(QString());
+    }
+    QString decodeError() const { return m_decodeError; }
+
+private:
+    const QByteArray& m_bytes;
+    TextDecoder m_decoder;
+    int m_at = 0;
+    QString m_decodeError;
+};
+
+bool parseBytes(const QByteArray& bytes, const XmlWriter::Encoding& enc, CFxXmListlTag& top, QString& error,
+                int* dropped)
+{
+    PieceSource source(bytes, enc);
     CXmlDefaultHandler handler(top);
     QXmlSimpleReader reader;
     reader.setContentHandler(&handler);
@@ -118,8 +180,10 @@ bool parseText(const QString& text, CFxXmListlTag& top, QString& error, int* dro
     const bool ok = reader.parse(&source, false);
     if (dropped)
         *dropped = handler.droppedMarkup();
-    if (!ok || !handler.sawElement()) {
-        error = ok ? QStringLiteral("the document has no element") : handler.errorText();
+    if (!source.decodeError().isEmpty() || !ok || !handler.sawElement()) {
+        error = !source.decodeError().isEmpty() ? source.decodeError()
+            : ok                                ? QStringLiteral("the document has no element")
+                                                : handler.errorText();
         if (error.isEmpty())
             error = QStringLiteral("not a settings document");
         top.deleteAll();
@@ -304,7 +368,7 @@ bool CSerialize::parse(QByteArray data)
     if (data.isEmpty())
         return true;
     const int size = data.size();
-    // The bytes are dropped once decoded: only the text is parsed.
+    // Parsed a piece at a time from the bytes (see parseBytes).
     QByteArray body = std::move(data);
     if (body.startsWith(kUtf8Bom)) {
         m_encoding.bom = true;
@@ -321,13 +385,13 @@ bool CSerialize::parse(QByteArray data)
                             .arg(int(b), 2, 16, QLatin1Char('0')).arg(i + (m_encoding.bom ? 3 : 0)));
     }
     try {
-        QString text;
-        if (!decodeText(body, m_encoding, text, m_qsError))
+        if (!detectEncoding(body, m_encoding, m_qsError))
             return false;
-        body.clear();
-        if (onlyDeclaration(text))
-            return true;
-        return parseText(text, m_top, m_qsError, &m_nDroppedMarkup);
+        if (onlyDeclaration(body)) {
+            QString text;
+            return decodeText(body, m_encoding, text, m_qsError);
+        }
+        return parseBytes(body, m_encoding, m_top, m_qsError, &m_nDroppedMarkup);
     } catch (const std::bad_alloc&) {
         m_top.deleteAll();
         return fail(QStringLiteral("not enough memory for a document of %1 bytes").arg(size));
@@ -415,7 +479,7 @@ bool CSerialize::renderChecked(QByteArray& out)
         QString differs;
         if (!decodeText(body, enc, text, error))
             differs = error;
-        else if (!onlyDeclaration(text) || !m_top.isEmpty())
+        else if (!onlyDeclaration(body) || !m_top.isEmpty())
             differs = TreeVerifier(m_top, m_encoding).verify(text);
         if (!differs.isEmpty()) {
             out.clear();
