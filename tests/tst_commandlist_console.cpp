@@ -31,7 +31,6 @@ private slots:
 
     void savedCommandIsFoundAgainEditedAndKept();
     void freeEntryIsNeverAStoredCommand();
-    void defaultCommandIsSavedAsANewOne();
     void listChangeReselectsByName_data();
     void listChangeReselectsByName();
     void typeCommandSelectsByText_data();
@@ -136,19 +135,6 @@ void TestCommandListConsole::freeEntryIsNeverAStoredCommand()
     form->dialogCommands()->setNewCommand("Other", "*?OTHER");
     QCOMPARE(combo()->currentIndex(), 0);
     QCOMPARE(line()->text(), QString());
-}
-
-void TestCommandListConsole::defaultCommandIsSavedAsANewOne()
-{
-    combo()->setCurrentText("Shipped");
-    line()->setText("*?SHIPPED 2");
-    sandbox->textAnswers = QStringList{"Copy"};
-    action(0)->trigger();
-    QCOMPARE(sandbox->askedText.size(), 1);
-    QVERIFY(sandbox->asked.isEmpty());
-    QCOMPARE(combo()->currentText(), QStringLiteral("Copy"));
-    QCOMPARE(userFile(), (QList<QStringList>{{"Copy", "*?SHIPPED 2"}}));
-    QCOMPARE(form->dialogCommands()->getCommand4Name("Shipped")->getCommand(), QStringLiteral("*?SHIPPED"));
 }
 
 void TestCommandListConsole::listChangeReselectsByName_data()
