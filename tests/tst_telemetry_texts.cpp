@@ -1,6 +1,6 @@
-// Texts of telemetry values: coordinates, sentinels, units, captions, the
-// zone text, user-parameter types and the per-field column texts. Captions
-// show as their keys (language "keys"), times in UTC.
+// Texts of telemetry values beyond the golden records: float rounding, the
+// zone text, times with an offset, the RS-485 temperature quirk and the
+// user-parameter types. Captions show as their keys, times in UTC.
 
 #include "module/zor_language.h"
 #include "telemetry/tmipage_kite3.h"
@@ -47,8 +47,6 @@ private slots:
     void userParamTypes_data();
     void userParamTypes();
     void userParamFieldsUseTheirWidth();
-    void columnTextsFollowCaptions();
-    void lineTextsFollowTheColumnDefiningRecord();
 };
 
 void TestTelemetryTexts::initTestCase()
@@ -222,61 +220,6 @@ void TestTelemetryTexts::userParamFieldsUseTheirWidth()
     QCOMPARE(page.getStrUser4Byte_Type_15(QStringLiteral("f")), QStringLiteral("1.000000"));
     QCOMPARE(page.getStrUser8Byte_Type_3(QStringLiteral("i")), QStringLiteral("-2"));
     QCOMPARE(page.getStrUser8Byte_Type_2(QStringLiteral("u")), QStringLiteral("n/a"));
-}
-
-void TestTelemetryTexts::columnTextsFollowCaptions()
-{
-    QCOMPARE(TmiPage_Base::csvColumnCount(77), 16);
-    QCOMPARE(TmiPage_Base::csvColumnCaption(38, 0), QStringLiteral("RS-485 tmikte_163 1"));
-    QCOMPARE(TmiPage_Base::csvColumnCaption(8, 0), QStringLiteral("GLONASS/GPS"));
-    QCOMPARE(TmiPage_Base::csvColumnCaption(29, 7), QStringLiteral("tmikte_162 8"));
-    QCOMPARE(TmiPage_Base::csvColumnCaption(29, 8), QString());
-
-    // Every field has at least one column, and a field absent from the
-    // record fills all of its columns with "n/a".
-    TmiPage_Kite3 empty(QString(), false);
-    for (int n = 1; n <= 255; ++n) {
-        const int count = TmiPage_Base::csvColumnCount(n);
-        QVERIFY2(count > 0, QByteArray::number(n).constData());
-        QString texts;
-        empty.appendColumnTexts(n, texts, QLatin1String(""), QLatin1String(";"));
-        QCOMPARE(texts, QStringLiteral("n/a;").repeated(count));
-        for (int i = 0; i < count; ++i)
-            QVERIFY2(!TmiPage_Base::csvColumnCaption(n, i).isEmpty(), QByteArray::number(n).constData());
-    }
-}
-
-void TestTelemetryTexts::lineTextsFollowTheColumnDefiningRecord()
-{
-    auto numbered = decoded({1, 4}, "2a000000 05");
-    const TmiPage_Kite3& record = *numbered;
-
-    const TmiPage_Kite3 columns(formatOf({1, 4, 7}));
-    QByteArray line;
-    record.appendColumnTexts(columns, line, "", ";");
-    QCOMPARE(line, QByteArray("42;1;0;1;0;0;0;0;n/a;"));
-
-    QByteArray perField;
-    for (int n : {1, 4, 7})
-        record.appendColumnTexts(n, perField, "", ";");
-    QCOMPARE(perField, line);
-
-    ZorTmi::LineOptions options;
-    options.codeText = "Ignition";
-    options.timeWithMiliSec = true;
-    auto timed = decoded({2, 3, 200}, "0c00 00000000 0700");
-    const TmiPage_Kite3& record2 = *timed;
-    QByteArray line2;
-    record2.appendColumnTexts(TmiPage_Kite3(formatOf({2, 3})), line2, "", ";", options);
-    QCOMPARE(line2, QByteArray("Ignition;01.01.1970 0:00:00.7;"));
-    options.codeText.clear();
-    line2.clear();
-    record.appendColumnTexts(TmiPage_Kite3(formatOf({2, 3})), line2, "", ";", options);
-    QCOMPARE(line2, QByteArray("n/a;n/an/a;"));
-
-    QByteArray none("keep");
-    record.appendColumnTexts(TmiPage_Kite3(QString()), none, "=\"", "\";");
-    QCOMPARE(none, QByteArray("keep"));
 }
 
 QTEST_GUILESS_MAIN(TestTelemetryTexts)

@@ -14,15 +14,6 @@
 
 namespace {
 
-std::unique_ptr<TmiPage_Base> makePage(int version, const QString& format)
-{
-    switch (version) {
-    case 1: return std::make_unique<TmiPage_Kite1>(format);
-    case 2: return std::make_unique<TmiPage_Kite2>(format);
-    default: return std::make_unique<TmiPage_Kite3>(format);
-    }
-}
-
 // An F8 record whose byte i is i + 1 (byte 0 unused), up to `length`.
 QByteArray countingF8(int length)
 {
@@ -39,8 +30,6 @@ class TestTelemetryVersions : public QObject
     Q_OBJECT
 private slots:
     void initTestCase() { ZOR_Language::instance().load(QStringLiteral("keys")); }
-    void fieldsAboveTheVersionReadNoBytes_data();
-    void fieldsAboveTheVersionReadNoBytes();
     void f8FieldSetIsFieldsOneToSixtyNineLessMissing();
     void f8RunsLandOnTheirFields_data();
     void f8RunsLandOnTheirFields();
@@ -52,23 +41,6 @@ private slots:
 
 // The golden record of each version: every field holds distinct bytes and
 // every one must come back in its own member.
-void TestTelemetryVersions::fieldsAboveTheVersionReadNoBytes_data()
-{
-    QTest::addColumn<int>("version");
-    QTest::addColumn<int>("size");
-    QTest::newRow("KITE 1.0 ignores 70-255") << 1 << 146;
-    QTest::newRow("KITE 2.0 ignores 123-255") << 2 << 404;
-}
-
-void TestTelemetryVersions::fieldsAboveTheVersionReadNoBytes()
-{
-    QFETCH(int, version);
-    QFETCH(int, size);
-    auto page = makePage(version, fullFormat());
-    QCOMPARE(page->recordSize(), size);
-    QCOMPARE(page->getStrFormat(), fullFormat());
-}
-
 void TestTelemetryVersions::f8FieldSetIsFieldsOneToSixtyNineLessMissing()
 {
     TmiPage_Kite1 page(recordBytes(countingF8(128)), 128);
