@@ -460,7 +460,8 @@ bool CSerialize::renderChecked(QByteArray& out)
 {
     try {
         QString error;
-        if (!XmlWriter::render(m_top, m_encoding, out, &error)) {
+        bool readBack = false;
+        if (!XmlWriter::render(m_top, m_encoding, out, &error, &readBack)) {
             out.clear();
             return fail(QStringLiteral("not saved: %1").arg(error));
         }
@@ -468,8 +469,9 @@ bool CSerialize::renderChecked(QByteArray& out)
         // writes comes back through the reader's rules, and refuses what
         // would not; for the module's own encoding and UTF-8 that is the
         // whole story. Another codec may map characters in ways the writer
-        // cannot know, so those renderings are read back in full.
-        if (!m_encoding.codec || m_encoding.isUtf8())
+        // cannot know, and names beyond ASCII are classed by tables the
+        // reader may not share, so those renderings are read back in full.
+        if (!readBack && (!m_encoding.codec || m_encoding.isUtf8()))
             return true;
         XmlWriter::Encoding enc = m_encoding;
         QString text;

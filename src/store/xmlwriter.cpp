@@ -118,6 +118,9 @@ public:
     }
 
     bool run(const CFxXmListlTag& topTags);
+    // A name held a character past ASCII: its classes come from the
+    // character tables, which the reader may see differently.
+    bool nameBeyondAscii() const { return m_bNameBeyondAscii; }
 
 private:
     bool fail(const CXmlTagV2* tag, const QString* attribute, const QString& what)
@@ -152,6 +155,7 @@ private:
     QByteArray& m_out;
     QString* m_error;
     bool m_utf8;
+    bool m_bNameBeyondAscii = false;
 };
 
 // Cursor over the output grown for the worst case of one string and cut
@@ -280,6 +284,7 @@ bool Writer::checkName(const QString& name, const CXmlTagV2* tag, const QString*
             first = false;
             continue;
         }
+        m_bNameBeyondAscii = true;
         const NameClass cls = nameClass(c);
         if (cls == NotName || (first && cls != NameStart))
             return fail(tag, attribute, QStringLiteral("the name \"%1\" cannot %2 the character %3")
@@ -555,10 +560,14 @@ QByteArray XmlWriter::render(const CFxXmListlTag& topTags)
     return out;
 }
 
-bool XmlWriter::render(const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out, QString* error)
+bool XmlWriter::render(const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out, QString* error,
+                       bool* lpReadBack)
 {
     out.clear();
     out.reserve(4096);
     Writer writer(encoding, out, error);
-    return writer.run(topTags);
+    const bool ok = writer.run(topTags);
+    if (lpReadBack)
+        *lpReadBack = writer.nameBeyondAscii();
+    return ok;
 }

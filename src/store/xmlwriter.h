@@ -54,8 +54,11 @@ public:
     };
 
     static QByteArray render(const CFxXmListlTag& topTags);
+    // *lpReadBack (when given) tells whether the rendering holds what only
+    // the reader itself can judge (names beyond ASCII), so that a caller
+    // who must be sure reads it back.
     static bool render(const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out,
-                       QString* error);
+                       QString* error, bool* lpReadBack = nullptr);
 
     // The reverse of the name encoding: _N_ tokens of the 28 codes, read left
     // to right, become their characters.
