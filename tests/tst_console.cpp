@@ -2,7 +2,7 @@
 // logs, how it reads ICCID replies, and the rules of its check boxes.
 // Captions show as their keys (pseudo-language "keys").
 
-#include "commands/zor_command_history.h"
+#include "commands/zor_commandhistory.h"
 #include "commands/zor_dialog_commands.h"
 #include "commands/zor_form_commands.h"
 #include "commands/zor_model_log.h"

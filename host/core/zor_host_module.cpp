@@ -182,7 +182,7 @@ bool ZOR_HostModule::connectLink(ZOR_TerminalLink* lpLink)
     m_lpLink = lpLink;
     connect(lpLink, &ZOR_TerminalLink::signal_Received, this, &ZOR_HostModule::slot_Received);
     connect(lpLink, &ZOR_TerminalLink::signal_Lost, this, &ZOR_HostModule::slot_Lost);
-    m_qsLastLink = lpLink->spec();
+    m_qsLastLink = lpLink->connectText();
     emit signal_Status(zorHostText("status_connected").arg(lpLink->description()));
     send(ZOR_MSG_DEVICE_CONNECTED);
     return true;

@@ -28,7 +28,7 @@ public:
     // Short text for the status bar ("simulator", "/dev/ttyUSB0, 115200").
     virtual QString description() const = 0;
     // The command-line form that create() makes this link again from.
-    virtual QString spec() const = 0;
+    virtual QString connectText() const = 0;
     QString errorString() const { return m_qsError; }
 
 signals:

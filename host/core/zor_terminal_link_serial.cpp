@@ -40,7 +40,7 @@ QString ZOR_TerminalLink_Serial::description() const
     return QStringLiteral("%1, %2").arg(m_qsPort).arg(m_port.baudRate());
 }
 
-QString ZOR_TerminalLink_Serial::spec() const
+QString ZOR_TerminalLink_Serial::connectText() const
 {
     return QStringLiteral("serial:%1:%2").arg(m_qsPort).arg(m_port.baudRate());
 }

@@ -19,7 +19,7 @@ public:
     void close() override;
     void write(const QByteArray& bytes) override;
     QString description() const override;
-    QString spec() const override;
+    QString connectText() const override;
 
 private:
     void slot_errorOccurred(QSerialPort::SerialPortError error);

@@ -47,7 +47,7 @@ QString ZOR_TerminalLink_Simulator::description() const
     return zorHostText("simulator");
 }
 
-QString ZOR_TerminalLink_Simulator::spec() const
+QString ZOR_TerminalLink_Simulator::connectText() const
 {
     if (m_nChunkBytes <= 0)
         return QStringLiteral("simulator");

@@ -24,7 +24,7 @@ public:
     void close() override;
     void write(const QByteArray& bytes) override;
     QString description() const override;
-    QString spec() const override;
+    QString connectText() const override;
 
 private:
     void deliver(const QByteArray& replies);

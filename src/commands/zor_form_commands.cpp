@@ -1,6 +1,6 @@
 #include "commands/zor_form_commands.h"
 
-#include "commands/zor_command_history.h"
+#include "commands/zor_commandhistory.h"
 #include "commands/zor_dialog_commands.h"
 #include "commands/zor_model_log.h"
 #include "module/zor_commands.h"

@@ -1,4 +1,4 @@
-#include "commands/zor_command_history.h"
+#include "commands/zor_commandhistory.h"
 
 #include "module/zor_global.h"
 

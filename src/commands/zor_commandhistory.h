@@ -1,5 +1,5 @@
-#ifndef ZOR_COMMAND_HISTORY_H
-#define ZOR_COMMAND_HISTORY_H
+#ifndef ZOR_COMMANDHISTORY_H
+#define ZOR_COMMANDHISTORY_H
 
 // The free commands the user sent, newest last, as a shell keeps them:
 // Up walks back, Down walks forward to the line being edited, and Esc puts
