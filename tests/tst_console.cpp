@@ -52,7 +52,7 @@ private slots:
     void iccIdCheckBoxes();
     void logRowColumns_data();
     void logRowColumns();
-    void logLooksAsSpecified();
+    void logHasItsHeadersWidthsAndFont();
     void longCellsAreShortenedOnlyOnScreen();
     void manyLargeBlocksAreShown();
     void detailsShowTheWholeRowAndAHexDump();
@@ -379,7 +379,7 @@ void TestConsole::logRowColumns()
     QTEST(lastLogText(ZOR_Model_Log::ColumnHex), "hex");
 }
 
-void TestConsole::logLooksAsSpecified()
+void TestConsole::logHasItsHeadersWidthsAndFont()
 {
     auto* view = child<QTableView>("treeWidget");
     const QStringList headers = {QStringLiteral("Время"), QStringLiteral("IN/OUT"),

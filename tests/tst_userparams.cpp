@@ -81,8 +81,6 @@ private slots:
     void namesThatDesignateNothing();
     void controllerNamesNeedTheirOwnType();
     void nameHelpers();
-    void sizesOfTypes_data();
-    void sizesOfTypes();
     void userParamEntriesOfferEveryValue();
     void olderFirmwareNumbers_data();
     void olderFirmwareNumbers();
@@ -447,30 +445,6 @@ void TestUserParams::nameHelpers()
     QCOMPARE(catalogue.getUserParamType4Name("MB, MB1"), QString());
 }
 
-void TestUserParams::sizesOfTypes_data()
-{
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<int>("size");
-    for (const char* t : {"1b", "1u", "1s"})
-        QTest::newRow(t) << t << 1;
-    for (const char* t : {"2b", "2u", "2s"})
-        QTest::newRow(t) << t << 2;
-    for (const char* t : {"4b", "4u", "4s", "4f"})
-        QTest::newRow(t) << t << 4;
-    QTest::newRow("8u") << "8u" << 8;
-    QTest::newRow("2f has no float") << "2f" << 0;
-    QTest::newRow("3u") << "3u" << 0;
-    QTest::newRow("upper case") << "2U" << 0;
-    QTest::newRow("empty") << "" << 0;
-}
-
-void TestUserParams::sizesOfTypes()
-{
-    QFETCH(QString, type);
-    QFETCH(int, size);
-    QCOMPARE(ZOR_UserParams::getSize_BT(type), size);
-}
-
 void TestUserParams::userParamEntriesOfferEveryValue()
 {
     ZOR_UserParams catalogue;
@@ -500,24 +474,12 @@ void TestUserParams::olderFirmwareNumbers_data()
     QTest::addColumn<QString>("map");
     QTest::addColumn<int>("old");
     QTest::addColumn<int>("now"); // 0: unknown to that firmware
-    QTest::newRow("SC 3.16 same") << "SC_316" << 20 << 20;
     QTest::newRow("SC 3.16 lights") << "SC_316" << 38 << 71;
-    QTest::newRow("SC 3.16 light bit") << "SC_316" << 46 << 79;
-    QTest::newRow("SC 3.16 service") << "SC_316" << 47 << 80;
     QTest::newRow("SC 3.16 gap") << "SC_316" << 37 << 0;
-    QTest::newRow("SC 3.16 beyond") << "SC_316" << 48 << 0;
-    QTest::newRow("SC 3.20 lamps") << "SC_320" << 61 << 61;
-    QTest::newRow("SC 3.20 lights") << "SC_320" << 62 << 71;
     QTest::newRow("SC 3.20 service") << "SC_320" << 71 << 80;
     QTest::newRow("AC 3.16 moved") << "AC_316" << 214 << 231;
-    QTest::newRow("AC 3.16 last moved") << "AC_316" << 223 << 240;
     QTest::newRow("AC 3.16 no bit 119") << "AC_316" << 119 << 0;
-    QTest::newRow("AC 3.16 no 212") << "AC_316" << 212 << 0;
-    QTest::newRow("AC 3.20 end") << "AC_320" << 251 << 251;
-    QTest::newRow("AC 3.20 no 252") << "AC_320" << 252 << 0;
     QTest::newRow("Cmd 3.16 moved") << "Cmd_316" << 5 << 7;
-    QTest::newRow("Cmd 3.16 none 7") << "Cmd_316" << 7 << 0;
-    QTest::newRow("Cmd 3.20 end") << "Cmd_320" << 8 << 8;
     QTest::newRow("Cmd 3.20 none 9") << "Cmd_320" << 9 << 0;
 }
 
