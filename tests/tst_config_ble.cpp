@@ -23,36 +23,17 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "zor_form_document.h"
+
 namespace {
 
 using Uni = ZOR_Form_Config_Ble_DevType_Uni;
 using Slot = ZOR_Form_Config_Bluetooth_Device_Type;
 
-const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
-
-QByteArray config(const QByteArray& body)
-{
-    return kDecl + "<CONFIG>\n" + body + "</CONFIG>\n";
-}
-
-bool load(ZOR_Form_Config& form, const QByteArray& bytes)
-{
-    CSerialize doc;
-    if (!doc.openData(bytes))
-        return false;
-    CXMLWorkData root(&doc, doc.root());
-    form.readFormParam(&root);
-    return true;
-}
-
-QByteArray save(ZOR_Form_Config& form)
-{
-    CSerialize doc;
-    doc.openData(QByteArray());
-    CXMLWorkData root(&doc, doc.topNode(QStringLiteral("CONFIG"), true));
-    form.writeFormParam(&root);
-    return doc.render();
-}
+const QByteArray& kDecl = ZorFormDocument::kDecl;
+using ZorFormDocument::config;
+using ZorFormDocument::load;
+using ZorFormDocument::save;
 
 QStringList shownCaptions(QWidget* page)
 {

@@ -21,9 +21,11 @@
 #include <QTreeWidget>
 #include <QtTest>
 
+#include "zor_form_document.h"
+
 namespace {
 
-const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
+const QByteArray& kDecl = ZorFormDocument::kDecl;
 
 const QVector<ZOR_ConfigPage> kPages = {
     {"can", "", &zorCreateConfigForm<ZOR_Form_Config_CAN_Param>, false},

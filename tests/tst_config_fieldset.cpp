@@ -19,13 +19,15 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "zor_form_document.h"
+
 #include <initializer_list>
 
 namespace {
 
 using Fields = QVector<int>;
 
-const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
+const QByteArray& kDecl = ZorFormDocument::kDecl;
 const QVector<ZOR_ConfigPage> kPages = {{"protocol", "", &zorCreateConfigForm<ZOR_Form_Config_Set_Kite3>, true}};
 
 // Widths in bytes of the fields the cases use, as the record's field table

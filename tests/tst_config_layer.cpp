@@ -24,12 +24,14 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "zor_form_document.h"
+
 #include <csignal>
 #include <sys/resource.h>
 
 namespace {
 
-const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
+const QByteArray& kDecl = ZorFormDocument::kDecl;
 
 // A small form: one node "DEV" of four bound values, and rows "R1".."R3".
 class TestForm : public ZOR_Form_Config

@@ -28,36 +28,17 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "zor_form_document.h"
+
 namespace {
 
 using Port = ZOR_Form_Config_RS_Port;
 using Mdbs = ZOR_Form_Config_RS_Param_Mdbs;
 
-const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
-
-QByteArray config(const QByteArray& body)
-{
-    return kDecl + "<CONFIG>\n" + body + "</CONFIG>\n";
-}
-
-bool load(ZOR_Form_Config& form, const QByteArray& bytes)
-{
-    CSerialize doc;
-    if (!doc.openData(bytes))
-        return false;
-    CXMLWorkData root(&doc, doc.root());
-    form.readFormParam(&root);
-    return true;
-}
-
-QByteArray save(ZOR_Form_Config& form)
-{
-    CSerialize doc;
-    doc.openData(QByteArray());
-    CXMLWorkData root(&doc, doc.topNode(QStringLiteral("CONFIG"), true));
-    form.writeFormParam(&root);
-    return doc.render();
-}
+const QByteArray& kDecl = ZorFormDocument::kDecl;
+using ZorFormDocument::config;
+using ZorFormDocument::load;
+using ZorFormDocument::save;
 
 QVector<ZOR_ConfigPage> serialPages()
 {

@@ -13,16 +13,14 @@
 #include <QSpinBox>
 #include <QtTest>
 
+#include "zor_form_document.h"
+
 namespace {
 
 using Mdbs = ZOR_Form_Config_RS_Param_Mdbs;
 
-const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
-
-QByteArray config(const QByteArray& body)
-{
-    return kDecl + "<CONFIG>\n" + body + "</CONFIG>\n";
-}
+const QByteArray& kDecl = ZorFormDocument::kDecl;
+using ZorFormDocument::config;
 
 bool load(Mdbs& page, const QByteArray& bytes)
 {

@@ -20,9 +20,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "zor_form_document.h"
+
 namespace {
 
-const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
+const QByteArray& kDecl = ZorFormDocument::kDecl;
 
 const QVector<ZOR_ConfigPage> kPages = {
     {"transfer", "", &zorCreateConfigForm<ZOR_Form_Config_Transfer_SrvAlg>, false},
