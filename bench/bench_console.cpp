@@ -14,9 +14,12 @@
 #include <QTableView>
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 #include <sys/resource.h>
 
 #include <cstdio>
+#include <fstream>
+#include <string>
 
 extern "C" {
 void Initialize(ZOR_SendMessageFunc func);
@@ -66,6 +69,24 @@ double deliver(int from, int to, int nBlocksPerTurn)
     return timer.nsecsElapsed() / 1e9;
 }
 
+// Bytes the heap hands out right now, small and mapped blocks together.
+double heapBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks) + double(info.hblkhd);
+}
+
+long rssKb()
+{
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.rfind("VmRSS:", 0) == 0)
+            return std::stol(line.substr(6));
+    }
+    return 0;
+}
+
 void openConsole()
 {
     Initialize(&quietHost);
@@ -82,6 +103,7 @@ void BM_ConsoleReceive100k(benchmark::State& state)
     for (auto _ : state) {
         form->logModel()->clear();
         const long rssBefore = peakRssKb();
+        const double heapBefore = heapBytes();
         const int nBlocksPerTurn = int(state.range(0));
         const double first = deliver(0, kBlocks / 2, nBlocksPerTurn);
         const double second = deliver(kBlocks / 2, kBlocks, nBlocksPerTurn);
@@ -90,6 +112,7 @@ void BM_ConsoleReceive100k(benchmark::State& state)
         state.counters["first_50k_s"] = first;
         state.counters["second_50k_s"] = second;
         state.counters["ratio_second_to_first"] = second / first;
+        state.counters["bytes_per_row"] = (heapBytes() - heapBefore) / kBlocks;
         state.counters["peak_rss_MB"] = peakRssKb() / 1024.0;
         state.counters["rss_growth_MB"] = (peakRssKb() - rssBefore) / 1024.0;
         const int rows = form->logModel()->rowCount();
@@ -128,6 +151,44 @@ void BM_ConsoleLargeBlocks(benchmark::State& state)
     }
 }
 BENCHMARK(BM_ConsoleLargeBlocks)->Arg(1024)->Arg(64 * 1024)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// The log alone, 1,000,000 blocks of 64 bytes: the heap it takes per row,
+// how fast rows go in, and what is still held (heap and resident) once the
+// log is cleared. A week-long session lives on these figures.
+void BM_ConsoleLogMemory(benchmark::State& state)
+{
+    const int nRows = int(state.range(0));
+    QVector<QByteArray> blocks;
+    for (int n = 0; n < 1024; ++n)
+        blocks.append(block(n));
+    for (auto _ : state) {
+        const double heapBefore = heapBytes();
+        const long rssBefore = rssKb();
+        auto* log = new ZOR_Model_Log;
+        QElapsedTimer timer;
+        timer.start();
+        for (int n = 0; n < nRows; ++n) {
+            // A copy of its own per row, as a link delivers it.
+            const QByteArray bytes(blocks[n & 1023].constData(), kBlockSize);
+            log->append(n & 1, bytes, 1772000000000 + n);
+        }
+        const double seconds = timer.nsecsElapsed() / 1e9;
+        state.SetIterationTime(seconds);
+        const double heapFull = heapBytes();
+        const long rssFull = rssKb();
+        log->clear();
+        const double heapCleared = heapBytes();
+        const long rssCleared = rssKb();
+        delete log;
+        state.counters["rows_per_s"] = nRows / seconds;
+        state.counters["bytes_per_row"] = (heapFull - heapBefore) / nRows;
+        state.counters["heap_full_MB"] = (heapFull - heapBefore) / 1e6;
+        state.counters["heap_after_clear_MB"] = (heapCleared - heapBefore) / 1e6;
+        state.counters["rss_full_MB"] = (rssFull - rssBefore) / 1024.0;
+        state.counters["rss_after_clear_MB"] = (rssCleared - rssBefore) / 1024.0;
+    }
+}
+BENCHMARK(BM_ConsoleLogMemory)->Arg(1000000)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // Baseline: the same blocks copied into a vector, no console.
 void BM_CopyBlocksBaseline(benchmark::State& state)
