@@ -135,19 +135,24 @@ void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsS
     if (!data.isEmpty())
         memcpy(to, data.constData(), size_t(data.size()));
     Chunk& chunk = chunks.back();
-    rows.push_back(Row{(quint64(nMSecsSinceEpoch) << 8) | kind, quint32(chunk.nUsed), qint32(nReplyMs)});
-    chunk.nUsed += data.size();
-    const qint64 serial = nDropped + qint64(rows.size()) - 1;
+    const Row r{(quint64(nMSecsSinceEpoch) << 8) | kind, quint32(chunk.nUsed), qint32(nReplyMs)};
     const int nFirst = bDropRow ? 1 : 0;
     if (!isFiltered()) {
-        const int shownRow = nFirst + int(rows.size()) - 1;
+        const int shownRow = nFirst + int(rows.size());
         beginInsertRows(QModelIndex(), shownRow, shownRow);
+        rows.push_back(r);
+        chunk.nUsed += data.size();
         endInsertRows();
-    } else if (passes(serial)) {
-        const int shownRow = nFirst + int(shown.size());
-        beginInsertRows(QModelIndex(), shownRow, shownRow);
-        shown.push_back(serial);
-        endInsertRows();
+    } else {
+        rows.push_back(r);
+        chunk.nUsed += data.size();
+        const qint64 serial = nDropped + qint64(rows.size()) - 1;
+        if (passes(serial)) {
+            const int shownRow = nFirst + int(shown.size());
+            beginInsertRows(QModelIndex(), shownRow, shownRow);
+            shown.push_back(serial);
+            endInsertRows();
+        }
     }
     if (qint64(rows.size()) > nMaxRows)
         dropOldest(qint64(rows.size()) - nMaxRows + qMax(1, nMaxRows / 16));
@@ -168,7 +173,8 @@ void ZOR_Model_Log::dropOldest(qint64 nRows)
     if (nShownGone > 0)
         beginRemoveRows(QModelIndex(), nFirst, nFirst + int(nShownGone) - 1);
     rows.erase(rows.begin(), rows.begin() + nRows);
-    shown.erase(shown.begin(), shown.begin() + nShownGone);
+    if (isFiltered())
+        shown.erase(shown.begin(), shown.begin() + nShownGone);
     nDropped = nNewFirst;
     while (chunks.size() > 1 && chunks[1].nFirstRow <= nDropped) {
         nHeldBytes -= chunks.front().nCapacity;
@@ -250,7 +256,11 @@ QByteArray ZOR_Model_Log::rawBytes(qint64 serial) const
 
 QString ZOR_Model_Log::dropText() const
 {
-    return zorTr(QStringLiteral("cons_043")).arg(nDropped);
+    // A translation that lost its "%1" still tells the count.
+    const QString qsText = zorTr(QStringLiteral("cons_043"));
+    if (qsText.contains(QLatin1String("%1")))
+        return qsText.arg(nDropped);
+    return qsText + QLatin1Char(' ') + QString::number(nDropped);
 }
 
 QString ZOR_Model_Log::visibleText(const QByteArray& data)
