@@ -61,19 +61,16 @@ private slots:
     void savedLogReadsBack();
     void findsAndFiltersRows();
     void receivedRowsKnowTheirReplyTime();
-    void newestRowIsInView();
     void clearEmptiesTheLog();
     void connectAndDisconnectRows();
     void showingResetsTheFormAndAsksTheHost();
     void closingStopsForwarding();
-    void editingTheLineEnablesSaving();
     void ravelLayoutInMode5();
     void enterSendsOnce_data();
     void enterSendsOnce();
     void escapeInTheLineDoesNotClose();
     void historyWalksSentCommands();
     void historyOutlivesTheConsole();
-    void reselectingTheCommandRestoresItsText();
 
 private:
     template <typename T>
@@ -134,18 +131,14 @@ void TestConsole::freeCommandEscapes_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("AT and CR") << "AT\\0D" << QByteArray("AT\r");
-    QTest::newRow("CR LF") << "\\0D\\0A" << QByteArray("\r\n");
     QTest::newRow("upper and lower hex") << "\\fF\\A0" << QByteArray("\xff\xa0");
     QTest::newRow("doubled backslash") << "a\\\\b" << QByteArray("a\\b");
     QTest::newRow("doubled then hex") << "\\\\\\41" << QByteArray("\\A");
     QTest::newRow("not hex") << "\\ZZ1" << QByteArray("\\ZZ1");
     QTest::newRow("half hex") << "\\G1x" << QByteArray("\\G1x");
-    QTest::newRow("sign is not a digit") << "\\+1" << QByteArray("\\+1");
-    QTest::newRow("blank is not a digit") << "\\ 1" << QByteArray("\\ 1");
     QTest::newRow("lone backslash") << "\\" << QByteArray("\\");
     QTest::newRow("one char after at end") << "AT\\0" << QByteArray("AT\\0");
     QTest::newRow("Cyrillic") << "Баланс\\0D" << QByteArray("\xc1\xe0\xeb\xe0\xed\xf1\r");
-    QTest::newRow("Cyrillic after backslash") << "\\Жx" << QByteArray("\\\xc6x");
     QTest::newRow("no byte for it") << "a中b" << QByteArray("a_b");
     QTest::newRow("NUL byte") << "\\00" << QByteArray(1, '\0');
     QTest::newRow("empty") << "" << QByteArray();
@@ -267,7 +260,6 @@ void TestConsole::iccIdReplies_data()
     QTest::newRow("SIM 1 only") << QByteArray("*#ICCID 1,8970101234567890123") << iccid << "old 2";
     QTest::newRow("SIM 2 only") << QByteArray("*#ICCID 2,8970101234567890123") << "old 1" << iccid;
     QTest::newRow("line end after code 2") << QByteArray("*#ICCID 3,8970101234567890123,2\r\n") << iccid << "mdln_032";
-    QTest::newRow("line end after ICCID") << QByteArray("*#ICCID 1,8970101234567890123\r\n") << iccid << "old 2";
     QTest::newRow("8 characters and a line end") << QByteArray("*#ICCID \r\n") << "old 1" << "old 2";
     QTest::newRow("empty field") << QByteArray("*#ICCID 1,") << "mdln_029" << "old 2";
     QTest::newRow("missing field") << QByteArray("*#ICCID 3") << "mdln_029" << "mdln_029";
@@ -275,12 +267,9 @@ void TestConsole::iccIdReplies_data()
     QTest::newRow("two-digit code") << QByteArray("*#ICCID 3,02,9") << "mdln_032" << "9";
     QTest::newRow("short, other value") << QByteArray("*#ICCID 1,77") << "77" << "old 2";
     QTest::newRow("three digits shown as is") << QByteArray("*#ICCID 1,001") << "001" << "old 2";
-    QTest::newRow("7 characters") << QByteArray("*#ICCID") << "old 1" << "old 2";
     QTest::newRow("8 characters") << QByteArray("*#ICCID ") << "old 1" << "old 2";
     QTest::newRow("unknown mask") << QByteArray("*#ICCID 4,1,2") << "old 1" << "old 2";
-    QTest::newRow("mask not a number") << QByteArray("*#ICCID x,1,2") << "old 1" << "old 2";
     QTest::newRow("other reply") << QByteArray("*#ICCIX 3,1,2") << "old 1" << "old 2";
-    QTest::newRow("lower case") << QByteArray("*#iccid 3,1,2") << "old 1" << "old 2";
 }
 
 void TestConsole::iccIdReplies()
@@ -470,7 +459,8 @@ void TestConsole::logFollowsOnlyFromTheBottom()
     auto* newRows = child<QToolButton>("toolButton_NewRows");
     for (int i = 0; i < 200; ++i)
         form->setData(1, QByteArray::number(i));
-    QTRY_VERIFY(view->updatesEnabled());
+    // The rows of a burst are in view a moment later.
+    QTRY_VERIFY(view->rect().intersects(view->visualRect(view->model()->index(199, 0))));
     QVERIFY(!newRows->isVisible());
     view->verticalScrollBar()->setValue(0); // the user scrolls up to read
     for (int i = 0; i < 5; ++i)
@@ -523,43 +513,14 @@ void TestConsole::savedLogReadsBack()
     QVERIFY2(log.saveLog(path, ZOR_Model_Log::Format::Csv, &error), qPrintable(error));
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QByteArray content = file.readAll();
-    QVERIFY(content.startsWith("\xef\xbb\xbf"));
-    QString text = QString::fromUtf8(content.mid(3));
-    QVERIFY(text.endsWith(QLatin1String("\r\n")));
-    // A CSV reader of its own: ";" between fields, '"' quotes, "" inside.
-    QList<QStringList> records;
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        if (quoted) {
-            if (c == QLatin1Char('"') && i + 1 < text.size() && text[i + 1] == QLatin1Char('"'))
-                field += text[++i];
-            else if (c == QLatin1Char('"'))
-                quoted = false;
-            else
-                field += c;
-        } else if (c == QLatin1Char('"')) {
-            quoted = true;
-        } else if (c == QLatin1Char(';')) {
-            fields << field;
-            field.clear();
-        } else if (c == QLatin1Char('\r') && text.mid(i, 2) == QLatin1String("\r\n")) {
-            records << (fields << field);
-            fields.clear();
-            field.clear();
-            ++i;
-        } else {
-            field += c;
-        }
-    }
-    QCOMPARE(records.size(), 4);
-    QCOMPARE(records[0], QStringList({"Время", "IN/OUT", "Размер (байт)", "Данные", "Данные (HEX)"}));
-    QCOMPARE(records[1], QStringList({"01.03.2026 12:30:05.007", "OUT", "3", "*?V", "2a3f56"}));
-    QCOMPARE(records[2], QStringList({"01.03.2026 12:30:06.241", "IN", "11", "*#V.\"A;B\"..", "2a23562022413b42220d0a"}));
-    QCOMPARE(records[3], QStringList({"01.03.2026 12:30:07.007", "", "7", "CONNECT", "434f4e4e454354"}));
+    // UTF-8 with a byte order mark, ";" between fields, quotes only where a
+    // field holds ";" or '"' (doubled inside), CRLF after every record.
+    QCOMPARE(file.readAll(),
+             QStringLiteral("\uFEFFВремя;IN/OUT;Размер (байт);Данные;Данные (HEX)\r\n"
+                            "01.03.2026 12:30:05.007;OUT;3;*?V;2a3f56\r\n"
+                            "01.03.2026 12:30:06.241;IN;11;\"*#V.\"\"A;B\"\"..\";2a23562022413b42220d0a\r\n"
+                            "01.03.2026 12:30:07.007;;7;CONNECT;434f4e4e454354\r\n")
+                 .toUtf8());
 
     const QString textPath = dir.filePath(QStringLiteral("log.txt"));
     QVERIFY(log.saveLog(textPath, ZOR_Model_Log::Format::Text));
@@ -639,22 +600,6 @@ void TestConsole::receivedRowsKnowTheirReplyTime()
     QVERIFY(!log.detailText(0).contains(QLatin1String("cons_030")));
 }
 
-void TestConsole::newestRowIsInView()
-{
-    form->showForm();
-    auto* view = child<QTableView>("treeWidget");
-    for (int i = 0; i < 500; ++i)
-        form->setData(1, QByteArray::number(i));
-    // The rows of a burst are in view a moment later.
-    const auto lastRowShown = [view] {
-        const QModelIndex last = view->model()->index(499, 0);
-        return last.isValid() && view->viewport()->rect().intersects(view->visualRect(last));
-    };
-    QTRY_VERIFY(lastRowShown());
-    QCOMPARE(view->model()->rowCount(), 500);
-    QCOMPARE(form->logModel()->text(499, ZOR_Model_Log::ColumnData), QStringLiteral("499"));
-}
-
 void TestConsole::clearEmptiesTheLog()
 {
     form->setData(0, "a");
@@ -714,17 +659,6 @@ void TestConsole::closingStopsForwarding()
     form->close();
     QCOMPARE(host.codes(), QList<int>({ZOR_MSG_RECEIVE_STOP}));
     QCOMPARE(reinterpret_cast<ZOR_Commands*>(host.records.at(0).wParam), lpGlobalLib);
-}
-
-void TestConsole::editingTheLineEnablesSaving()
-{
-    form->showForm();
-    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
-    auto* add = child<QToolButton>("toolButton_ListCommands_Add");
-    line->setText(QStringLiteral("*?V"));
-    QVERIFY(add->isEnabled());
-    line->setText(QString());
-    QVERIFY(!add->isEnabled());
 }
 
 void TestConsole::ravelLayoutInMode5()
@@ -818,20 +752,6 @@ void TestConsole::historyOutlivesTheConsole()
     auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
     QTest::keyClick(line, Qt::Key_Up);
     QCOMPARE(line->text(), QStringLiteral("*?GSM"));
-}
-
-void TestConsole::reselectingTheCommandRestoresItsText()
-{
-    form->dialogCommands()->setNewCommand(QStringLiteral("Version"), QStringLiteral("*?V"));
-    form->setTypeCommandType(QStringLiteral("*?V"));
-    auto* combo = child<QComboBox>("comboBox_ListCommands");
-    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
-    QCOMPARE(combo->currentText(), QStringLiteral("Version"));
-    line->setText(QStringLiteral("*?V edited"));
-    form->setTypeCommandType(QStringLiteral("*?V"));
-    QCOMPARE(combo->currentText(), QStringLiteral("Version"));
-    QCOMPARE(line->text(), QStringLiteral("*?V"));
-    QVERIFY(!child<QToolButton>("toolButton_ListCommands_Add")->isEnabled());
 }
 
 QTEST_MAIN(TestConsole)
