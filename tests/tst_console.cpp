@@ -24,6 +24,7 @@
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTemporaryDir>
+#include <QAbstractItemModelTester>
 #include <QTableView>
 #include <QToolButton>
 #include <QtTest>
@@ -62,6 +63,9 @@ private slots:
     void findsAndFiltersRows();
     void receivedRowsKnowTheirReplyTime();
     void clearEmptiesTheLog();
+    void logKeepsTheNewestRowsWithinItsCap_data();
+    void logKeepsTheNewestRowsWithinItsCap();
+    void readerKeepsThePlaceWhenOldRowsDrop();
     void connectAndDisconnectRows();
     void showingResetsTheFormAndAsksTheHost();
     void closingStopsForwarding();
@@ -608,6 +612,96 @@ void TestConsole::clearEmptiesTheLog()
     QCOMPARE(form->logModel()->rowCount(), 0);
     form->setData(1, "c");
     QCOMPARE(form->logModel()->rowCount(), 1);
+}
+
+// Rows of every size, some across the end of a chunk of the log's store.
+static QByteArray cappedLogBlock(int i)
+{
+    return i % 7 == 3 ? QByteArray(3000 + i, char('a' + i % 26)) : QByteArray::number(i).repeated(i % 5);
+}
+
+void TestConsole::logKeepsTheNewestRowsWithinItsCap_data()
+{
+    QTest::addColumn<int>("cap");
+    QTest::addColumn<int>("appended");
+    QTest::addColumn<int>("direction"); // filter, -1 none
+    QTest::newRow("at the cap") << 40 << 40 << -1;
+    QTest::newRow("one past") << 40 << 41 << -1;
+    QTest::newRow("many times over") << 40 << 700 << -1;
+    QTest::newRow("cap of one") << 1 << 9 << -1;
+    QTest::newRow("filtered") << 40 << 700 << int(ZOR_Model_Log::DirectionIn);
+}
+
+void TestConsole::logKeepsTheNewestRowsWithinItsCap()
+{
+    QFETCH(int, cap);
+    QFETCH(int, appended);
+    QFETCH(int, direction);
+    ZOR_Model_Log log;
+    QCOMPARE(log.maxRows(), 1000000);
+    log.setMaxRows(cap);
+    log.setFilter(direction, QString());
+    QAbstractItemModelTester tester(&log, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    for (int i = 0; i < appended; ++i)
+        log.append(i % 2, cappedLogBlock(i), 1000 + i);
+    const qint64 dropped = log.droppedRowCount();
+    QVERIFY(log.totalRowCount() <= cap);
+    QCOMPARE(dropped + log.totalRowCount(), appended);
+    // One row says rows went, and is nothing else: no time, no bytes, no match.
+    const int first = dropped > 0 ? 1 : 0;
+    if (dropped > 0) {
+        QCOMPARE(log.text(0, ZOR_Model_Log::ColumnData), QStringLiteral("cons_043 %1").arg(dropped));
+        QVERIFY(log.text(0, ZOR_Model_Log::ColumnTime).isEmpty() && log.bytes(0).isEmpty());
+        QVERIFY(!log.matches(0, QStringLiteral("cons")));
+    }
+    // The rows kept are the newest, whole, in order.
+    QList<qint64> expected;
+    for (int i = int(dropped); i < appended; ++i) {
+        if (direction < 0 || i % 2 == direction)
+            expected << 1000 + i;
+    }
+    QCOMPARE(log.rowCount(), first + expected.size());
+    for (int row = first; row < log.rowCount(); ++row) {
+        QCOMPARE(log.time(row), expected[row - first]);
+        QCOMPARE(log.bytes(row), cappedLogBlock(int(log.time(row) - 1000)));
+    }
+    log.clear();
+    QCOMPARE(log.rowCount(), 0);
+    QCOMPARE(log.droppedRowCount(), 0);
+    log.append(1, "again", 5);
+    QCOMPARE(log.text(0, ZOR_Model_Log::ColumnData), QStringLiteral("again"));
+}
+
+void TestConsole::readerKeepsThePlaceWhenOldRowsDrop()
+{
+    form->showForm();
+    auto* view = child<QTableView>("treeWidget");
+    ZOR_Model_Log* log = form->logModel();
+    log->setMaxRows(160);
+    for (int i = 0; i < 150; ++i)
+        form->setData(1, "row " + QByteArray::number(i));
+    QTRY_VERIFY(view->updatesEnabled());
+    const QModelIndex reading = log->index(100, ZOR_Model_Log::ColumnData);
+    view->scrollTo(reading, QAbstractItemView::PositionAtTop);
+    view->setCurrentIndex(reading);
+    const QPoint topLeft(view->columnViewportPosition(ZOR_Model_Log::ColumnData) + 2, 2);
+    QCOMPARE(view->indexAt(topLeft).data().toString(), QStringLiteral("row.100"));
+    for (int i = 150; i < 200; ++i)
+        form->setData(1, "row " + QByteArray::number(i));
+    QTRY_VERIFY(view->updatesEnabled());
+    QVERIFY(log->droppedRowCount() > 0);
+    QCOMPARE(view->indexAt(topLeft).data().toString(), QStringLiteral("row.100"));
+    QCOMPARE(view->currentIndex().data().toString(), QStringLiteral("row.100"));
+    QVERIFY(child<QToolButton>("toolButton_NewRows")->isVisible());
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text().section(QLatin1Char('\t'), 3, 3), QStringLiteral("row.100"));
+    // Find and filter go on over the rows kept.
+    child<QLineEdit>("lineEdit_Find")->setText(QStringLiteral("row.17"));
+    child<QToolButton>("toolButton_FindNext")->click();
+    QCOMPARE(view->currentIndex().data().toString(), QStringLiteral("row.170"));
+    child<QCheckBox>("checkBox_Filter")->setChecked(true);
+    QCOMPARE(log->rowCount(), 1 + 10);
 }
 
 void TestConsole::connectAndDisconnectRows()
