@@ -3,6 +3,8 @@
 // thread, the event loop turning in between). Reports rows per second, the
 // peak resident size, and the second 50,000 rows against the first 50,000:
 // a log that slows down as it grows shows up as a ratio well above 1.
+// With a small row cap the log drops its oldest rows all along, and the
+// ratio shows whether dropping costs more than appending.
 
 #include "commands/zor_form_commands.h"
 #include "commands/zor_model_log.h"
@@ -14,9 +16,12 @@
 #include <QTableView>
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 #include <sys/resource.h>
 
 #include <cstdio>
+#include <fstream>
+#include <string>
 
 extern "C" {
 void Initialize(ZOR_SendMessageFunc func);
@@ -66,6 +71,24 @@ double deliver(int from, int to, int nBlocksPerTurn)
     return timer.nsecsElapsed() / 1e9;
 }
 
+// Bytes the heap hands out right now, small and mapped blocks together.
+double heapBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks) + double(info.hblkhd);
+}
+
+long rssKb()
+{
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.rfind("VmRSS:", 0) == 0)
+            return std::stol(line.substr(6));
+    }
+    return 0;
+}
+
 void openConsole()
 {
     Initialize(&quietHost);
@@ -79,9 +102,12 @@ void BM_ConsoleReceive100k(benchmark::State& state)
 {
     openConsole();
     ZOR_Form_Commands* form = lpGlobalLib->getFormCommands();
+    const int nCap = int(state.range(1));
+    form->logModel()->setMaxRows(nCap > 0 ? nCap : ZOR_Model_Log::nDefaultMaxRows);
     for (auto _ : state) {
         form->logModel()->clear();
         const long rssBefore = peakRssKb();
+        const double heapBefore = heapBytes();
         const int nBlocksPerTurn = int(state.range(0));
         const double first = deliver(0, kBlocks / 2, nBlocksPerTurn);
         const double second = deliver(kBlocks / 2, kBlocks, nBlocksPerTurn);
@@ -90,17 +116,24 @@ void BM_ConsoleReceive100k(benchmark::State& state)
         state.counters["first_50k_s"] = first;
         state.counters["second_50k_s"] = second;
         state.counters["ratio_second_to_first"] = second / first;
+        state.counters["bytes_per_row"] = (heapBytes() - heapBefore) / form->logModel()->totalRowCount();
         state.counters["peak_rss_MB"] = peakRssKb() / 1024.0;
         state.counters["rss_growth_MB"] = (peakRssKb() - rssBefore) / 1024.0;
-        const int rows = form->logModel()->rowCount();
-        if (rows != kBlocks)
+        const ZOR_Model_Log* log = form->logModel();
+        if (log->totalRowCount() + log->droppedRowCount() != kBlocks)
             state.SkipWithError("rows lost");
     }
 }
-// Argument: blocks delivered per turn of the event loop. 1 is a host that
+// Arguments: blocks delivered per turn of the event loop (1 is a host that
 // forwards every read at once; 16 is about what a 115200-baud link hands
-// over per 10 ms.
-BENCHMARK(BM_ConsoleReceive100k)->Arg(1)->Arg(16)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+// over per 10 ms), and the log's row cap (0: the default).
+BENCHMARK(BM_ConsoleReceive100k)
+    ->Args({1, 0})
+    ->Args({16, 0})
+    ->Args({16, 20000})
+    ->Iterations(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 // Large replies: 300 blocks of 64 KB into the shown console, each turn of
 // the event loop painting the log, as a window on screen does. Reports the
@@ -128,6 +161,77 @@ void BM_ConsoleLargeBlocks(benchmark::State& state)
     }
 }
 BENCHMARK(BM_ConsoleLargeBlocks)->Arg(1024)->Arg(64 * 1024)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// The log alone, 1,000,000 blocks of 64 bytes: the heap it takes per row,
+// how fast rows go in, and what is still held (heap and resident) once the
+// log is cleared. A week-long session lives on these figures.
+void BM_ConsoleLogMemory(benchmark::State& state)
+{
+    const int nRows = int(state.range(0));
+    QVector<QByteArray> blocks;
+    for (int n = 0; n < 1024; ++n)
+        blocks.append(block(n));
+    for (auto _ : state) {
+        const double heapBefore = heapBytes();
+        const long rssBefore = rssKb();
+        auto* log = new ZOR_Model_Log;
+        QElapsedTimer timer;
+        timer.start();
+        for (int n = 0; n < nRows; ++n) {
+            // A copy of its own per row, as a link delivers it.
+            const QByteArray bytes(blocks[n & 1023].constData(), kBlockSize);
+            log->append(n & 1, bytes, 1772000000000 + n);
+        }
+        const double seconds = timer.nsecsElapsed() / 1e9;
+        state.SetIterationTime(seconds);
+        const double heapFull = heapBytes();
+        const long rssFull = rssKb();
+        log->clear();
+        const double heapCleared = heapBytes();
+        const long rssCleared = rssKb();
+        delete log;
+        state.counters["rows_per_s"] = nRows / seconds;
+        state.counters["bytes_per_row"] = (heapFull - heapBefore) / nRows;
+        state.counters["heap_full_MB"] = (heapFull - heapBefore) / 1e6;
+        state.counters["heap_after_clear_MB"] = (heapCleared - heapBefore) / 1e6;
+        state.counters["rss_full_MB"] = (rssFull - rssBefore) / 1024.0;
+        state.counters["rss_after_clear_MB"] = (rssCleared - rssBefore) / 1024.0;
+    }
+}
+BENCHMARK(BM_ConsoleLogMemory)->Arg(1000000)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// A log at its default cap of 1,000,000 rows that goes on receiving: three
+// million rows, the last two million each dropping an old one on average.
+// Rows per second of the last million against the first, and the heap per
+// row held at the end (the dropped rows' memory must not stay behind).
+void BM_ConsoleLogAtItsCap(benchmark::State& state)
+{
+    const int nRows = 3 * ZOR_Model_Log::nDefaultMaxRows;
+    QVector<QByteArray> blocks;
+    for (int n = 0; n < 1024; ++n)
+        blocks.append(block(n));
+    for (auto _ : state) {
+        const double heapBefore = heapBytes();
+        ZOR_Model_Log log;
+        double seconds[3] = {};
+        for (int third = 0; third < 3; ++third) {
+            QElapsedTimer timer;
+            timer.start();
+            for (int n = third * nRows / 3; n < (third + 1) * nRows / 3; ++n) {
+                const QByteArray bytes(blocks[n & 1023].constData(), kBlockSize);
+                log.append(n & 1, bytes, 1772000000000 + n);
+            }
+            seconds[third] = timer.nsecsElapsed() / 1e9;
+        }
+        state.SetIterationTime(seconds[0] + seconds[1] + seconds[2]);
+        state.counters["rows_per_s"] = nRows / (seconds[0] + seconds[1] + seconds[2]);
+        state.counters["ratio_last_to_first"] = seconds[2] / seconds[0];
+        state.counters["bytes_per_row"] = (heapBytes() - heapBefore) / log.totalRowCount();
+        if (log.totalRowCount() > log.maxRows() || log.totalRowCount() + log.droppedRowCount() != nRows)
+            state.SkipWithError("cap not kept");
+    }
+}
+BENCHMARK(BM_ConsoleLogAtItsCap)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // Baseline: the same blocks copied into a vector, no console.
 void BM_CopyBlocksBaseline(benchmark::State& state)

@@ -47,8 +47,6 @@ private slots:
     void listStartsWithTheFreeCommandEntry();
     void newCommandIsWrittenAtOnceWithoutDefaults();
     void updateChangesUserCommandsOnly();
-    void commandTextsSurviveSaveAndReload_data();
-    void commandTextsSurviveSaveAndReload();
     void editorSaveWritesOnlyUserRows();
     void consoleSaveActions_data();
     void consoleSaveActions();
@@ -144,31 +142,6 @@ void TestCommandList::updateChangesUserCommandsOnly()
     QVERIFY(dialog.updateCommand("Added", "*?ADDED"));
     QCOMPARE(changed.count(), 2);
     QCOMPARE(userFile(*sandbox), (QList<QStringList>{{"Mine", "*?NEW"}, {"Added", "*?ADDED"}}));
-}
-
-void TestCommandList::commandTextsSurviveSaveAndReload_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("command");
-    QTest::newRow("quotes") << "\"quoted\" 'name'" << "*!EDIT NAME:\"A'B\"";
-    QTest::newRow("ampersand") << "R&D" << "*?A&B&amp;";
-    QTest::newRow("angle brackets") << "<b>bold</b>" << "*>TMKEY <01>";
-    QTest::newRow("cyrillic") << "Баланс МТС" << "*?USSD:*100#";
-    QTest::newRow("escapes") << "CRLF" << "AT\\0D\\0A\\\\";
-}
-
-void TestCommandList::commandTextsSurviveSaveAndReload()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, command);
-    {
-        ZOR_Dialog_Commands dialog;
-        QVERIFY(dialog.setNewCommand(name, command));
-    }
-    ZOR_Dialog_Commands reread;
-    QCOMPARE(reread.commands().size(), 1);
-    QCOMPARE(reread.commands().first()->getName(), name);
-    QCOMPARE(reread.commands().first()->getCommand(), command);
 }
 
 void TestCommandList::editorSaveWritesOnlyUserRows()

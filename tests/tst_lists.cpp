@@ -96,6 +96,7 @@ private slots:
     void keepsBrokenUserFileBeforeWritingOverIt_data();
     void keepsBrokenUserFileBeforeWritingOverIt();
     void hugeUserFileIsMovedAside();
+    void unreadableFileThatCannotBeKeptIsNotOverwritten();
     void duplicateNamesBlockTheSave();
     void failedWriteIsTold();
     void closingWithoutSavingDropsEdits();
@@ -336,6 +337,21 @@ void TestLists::hugeUserFileIsMovedAside()
     QCOMPARE(QFileInfo(sandbox->path(kServersUser + ".bad")).size(), size);
     QCOMPARE(sandbox->asked.size(), 1);
     QCOMPARE(userServerNames(*sandbox), QStringList{"Current Server"});
+}
+
+// A folder where the list file should be: it cannot be read, nor copied
+// aside, so nothing is written and the user is told why.
+void TestLists::unreadableFileThatCannotBeKeptIsNotOverwritten()
+{
+    QVERIFY(QDir().mkpath(sandbox->path(kServersUser)));
+    ZOR_Dialog_Servers dialog;
+    QCOMPARE(names(dialog), QStringList());
+    dialog.addServer(QStringLiteral("a.example.ru"), 1);
+    QVERIFY(!dialog.writeFile());
+    QCOMPARE(sandbox->asked.size(), 1);
+    QVERIFY(sandbox->asked.first().endsWith(zorTr("lst_009").arg(sandbox->path(kServersUser))));
+    QVERIFY(QFileInfo(sandbox->path(kServersUser)).isDir());
+    QVERIFY(!sandbox->exists(kServersUser + ".bad"));
 }
 
 void TestLists::duplicateNamesBlockTheSave()

@@ -352,6 +352,8 @@ void ZOR_Form_Commands::followLog()
 
 void ZOR_Form_Commands::slot_valueChanged_LogScrollBar(int value)
 {
+    if (nLogShiftFrom >= 0)
+        return; // rows come or go above: not the reader's doing
     const QScrollBar* bar = ui->treeWidget->verticalScrollBar();
     const bool bAtBottom = value >= bar->maximum();
     if (bAtBottom == bFollowLog)
@@ -360,6 +362,20 @@ void ZOR_Form_Commands::slot_valueChanged_LogScrollBar(int value)
     nRowsSeen = modelLog->rowCount();
     if (bFollowLog)
         ui->toolButton_NewRows->hide();
+}
+
+// Past its cap the log drops its oldest rows and puts a row saying so at
+// the top. A reader who scrolled up keeps the rows in view, and the count
+// of new rows below stays right.
+void ZOR_Form_Commands::shiftLogRows(int nRows)
+{
+    const int nFrom = nLogShiftFrom;
+    nLogShiftFrom = -1;
+    nRowsSeen = qMax(0, nRowsSeen + nRows);
+    if (!bFollowLog && nFrom >= 0) {
+        QTableView* view = ui->treeWidget;
+        view->verticalScrollBar()->setValue(qMax(0, nFrom + nRows * view->verticalHeader()->defaultSectionSize()));
+    }
 }
 
 void ZOR_Form_Commands::slot_clicked_ToolButton_NewRows()
@@ -397,6 +413,18 @@ void ZOR_Form_Commands::initLogView()
             &ZOR_Form_Commands::slot_valueChanged_LogScrollBar);
     ui->toolButton_NewRows->hide();
     connect(ui->toolButton_NewRows, &QAbstractButton::clicked, this, &ZOR_Form_Commands::slot_clicked_ToolButton_NewRows);
+    const auto keepLogPlace = [this] { nLogShiftFrom = ui->treeWidget->verticalScrollBar()->value(); };
+    connect(modelLog, &QAbstractItemModel::rowsAboutToBeRemoved, this, keepLogPlace);
+    connect(modelLog, &QAbstractItemModel::rowsRemoved, this,
+            [this](const QModelIndex&, int first, int last) { shiftLogRows(first - last - 1); });
+    connect(modelLog, &QAbstractItemModel::rowsAboutToBeInserted, this, [this, keepLogPlace](const QModelIndex&, int first) {
+        if (first < modelLog->rowCount())
+            keepLogPlace();
+    });
+    connect(modelLog, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
+        if (nLogShiftFrom >= 0)
+            shiftLogRows(last - first + 1);
+    });
     connect(modelLog, &QAbstractItemModel::modelReset, this, [this] {
         bFollowLog = true;
         nRowsSeen = 0;

@@ -91,6 +91,7 @@ private:
     void findInLog(bool bForward);
     void applyLogFilter();
     void slot_valueChanged_LogScrollBar(int value);
+    void shiftLogRows(int nRows);
     void slot_clicked_ToolButton_NewRows();
     void updateIccIdButton();
 
@@ -121,6 +122,8 @@ private:
     QAction* actionDetail = nullptr;
     bool bFollowLog = true;
     int nRowsSeen = 0;
+    // The log's scroll position while rows come or go above it; -1 else.
+    int nLogShiftFrom = -1;
     int logFilterDirection = -1;
     QString qsLogFilterText;
 };

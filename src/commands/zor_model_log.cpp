@@ -6,6 +6,12 @@
 #include <QDateTime>
 #include <QSaveFile>
 
+#include <algorithm>
+#include <cstdlib>
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 namespace {
 
 struct ColumnInfo {
@@ -29,6 +35,13 @@ const int kToolTipChars = 1024;
 const int kToolTipLine = 64;
 const int kDetailLine = 64;
 const QChar kEllipsis(0x2026);
+// Chunks grow with the log, from a page for a short session up to a size
+// where one more chunk is a small part of the whole.
+const int kMinChunk = 4096;
+const int kMaxChunk = 1 << 20;
+// A clear that frees more than this asks the C library to hand the freed
+// pages back: a heap rarely shrinks by itself once it is fragmented.
+const qint64 kTrimAfterClear = 4 << 20;
 
 QString directionText(int nDirection)
 {
@@ -81,44 +94,173 @@ ZOR_Model_Log::ZOR_Model_Log(QObject* parent)
     rowFont.setFixedPitch(true);
 }
 
+ZOR_Model_Log::~ZOR_Model_Log()
+{
+    for (const Chunk& chunk : chunks)
+        std::free(chunk.data);
+}
+
+// Room for nSize bytes at the end of the last chunk. A chunk that cannot
+// hold them is closed and cut to what it holds, so no chunk keeps a tail
+// of unused capacity.
+char* ZOR_Model_Log::reserveBytes(int nSize)
+{
+    if (!chunks.empty() && chunks.back().nCapacity - chunks.back().nUsed >= nSize)
+        return chunks.back().data + chunks.back().nUsed;
+    if (!chunks.empty() && chunks.back().nUsed < chunks.back().nCapacity) {
+        Chunk& last = chunks.back();
+        if (char* shrunk = static_cast<char*>(std::realloc(last.data, size_t(qMax(last.nUsed, 1))))) {
+            last.data = shrunk;
+            nHeldBytes -= last.nCapacity - last.nUsed;
+            last.nCapacity = last.nUsed;
+        }
+    }
+    const int nCapacity = qMax(nSize, int(qBound(qint64(kMinChunk), nHeldBytes / 8, qint64(kMaxChunk))));
+    char* data = static_cast<char*>(std::malloc(size_t(nCapacity)));
+    Q_CHECK_PTR(data);
+    chunks.push_back(Chunk{nDropped + qint64(rows.size()), data, 0, nCapacity});
+    nHeldBytes += nCapacity;
+    return data;
+}
+
 void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsSinceEpoch)
 {
     qint64 nReplyMs = -1;
     if (direction == DirectionOut)
         nLastSentTime = nMSecsSinceEpoch;
     else if (direction == DirectionIn && nLastSentTime >= 0)
-        nReplyMs = nMSecsSinceEpoch - nLastSentTime;
-    rows.push_back(Row{nMSecsSinceEpoch, nReplyMs, direction, data});
+        nReplyMs = qBound(qint64(INT_MIN), nMSecsSinceEpoch - nLastSentTime, qint64(INT_MAX));
+    const quint8 kind = direction == DirectionOut ? KindOut : direction == DirectionIn ? KindIn : KindOther;
+    char* to = reserveBytes(data.size());
+    if (!data.isEmpty())
+        memcpy(to, data.constData(), size_t(data.size()));
+    Chunk& chunk = chunks.back();
+    const Row r{(quint64(nMSecsSinceEpoch) << 8) | kind, quint32(chunk.nUsed), qint32(nReplyMs)};
+    const int nFirst = bDropRow ? 1 : 0;
     if (!isFiltered()) {
-        const int row = int(rows.size()) - 1;
-        beginInsertRows(QModelIndex(), row, row);
+        const int shownRow = nFirst + int(rows.size());
+        beginInsertRows(QModelIndex(), shownRow, shownRow);
+        rows.push_back(r);
+        chunk.nUsed += data.size();
         endInsertRows();
-        return;
+    } else {
+        rows.push_back(r);
+        chunk.nUsed += data.size();
+        const qint64 serial = nDropped + qint64(rows.size()) - 1;
+        if (passes(serial)) {
+            const int shownRow = nFirst + int(shown.size());
+            beginInsertRows(QModelIndex(), shownRow, shownRow);
+            shown.push_back(serial);
+            endInsertRows();
+        }
     }
-    if (!passes(rows.back()))
+    if (qint64(rows.size()) > nMaxRows)
+        dropOldest(qint64(rows.size()) - nMaxRows + qMax(1, nMaxRows / 16));
+}
+
+// Dropping by the sixteenth of the cap keeps the cost of a drop, in the
+// model and in the views, a small constant per row appended.
+void ZOR_Model_Log::dropOldest(qint64 nRows)
+{
+    nRows = qMin(nRows, qint64(rows.size()));
+    if (nRows <= 0)
         return;
-    const int row = int(shown.size());
-    beginInsertRows(QModelIndex(), row, row);
-    shown.push_back(int(rows.size()) - 1);
-    endInsertRows();
+    const qint64 nNewFirst = nDropped + nRows;
+    const qint64 nShownGone = isFiltered()
+        ? std::lower_bound(shown.begin(), shown.end(), nNewFirst) - shown.begin()
+        : nRows;
+    const int nFirst = bDropRow ? 1 : 0;
+    if (nShownGone > 0)
+        beginRemoveRows(QModelIndex(), nFirst, nFirst + int(nShownGone) - 1);
+    rows.erase(rows.begin(), rows.begin() + nRows);
+    if (isFiltered())
+        shown.erase(shown.begin(), shown.begin() + nShownGone);
+    nDropped = nNewFirst;
+    while (chunks.size() > 1 && chunks[1].nFirstRow <= nDropped) {
+        nHeldBytes -= chunks.front().nCapacity;
+        std::free(chunks.front().data);
+        chunks.pop_front();
+    }
+    if (nShownGone > 0)
+        endRemoveRows();
+    if (!bDropRow) {
+        beginInsertRows(QModelIndex(), 0, 0);
+        bDropRow = true;
+        endInsertRows();
+    } else {
+        emit dataChanged(index(0, 0), index(0, ColumnCount - 1));
+    }
+}
+
+void ZOR_Model_Log::setMaxRows(int nRows)
+{
+    nMaxRows = qMax(1, nRows);
+    if (qint64(rows.size()) > nMaxRows)
+        dropOldest(qint64(rows.size()) - nMaxRows);
+}
+
+void ZOR_Model_Log::releaseStorage()
+{
+    for (const Chunk& chunk : chunks)
+        std::free(chunk.data);
+    std::deque<Chunk>().swap(chunks);
+    std::deque<Row>().swap(rows);
+    std::deque<qint64>().swap(shown);
 }
 
 void ZOR_Model_Log::clear()
 {
+    const qint64 nFreed = nHeldBytes + qint64(rows.size()) * qint64(sizeof(Row));
     beginResetModel();
-    std::vector<Row>().swap(rows);
-    std::vector<int>().swap(shown);
+    releaseStorage();
+    nHeldBytes = 0;
+    nDropped = 0;
+    bDropRow = false;
     nLastSentTime = -1;
     endResetModel();
+#if defined(__GLIBC__)
+    if (nFreed > kTrimAfterClear)
+        malloc_trim(0);
+#else
+    Q_UNUSED(nFreed);
+#endif
 }
 
-const ZOR_Model_Log::Row* ZOR_Model_Log::rowAt(int shownRow) const
+qint64 ZOR_Model_Log::serialAt(int shownRow) const
 {
     if (shownRow < 0)
-        return nullptr;
+        return -1;
+    if (bDropRow && shownRow-- == 0)
+        return kDropRow;
     if (isFiltered())
-        return size_t(shownRow) < shown.size() ? &rows[size_t(shown[size_t(shownRow)])] : nullptr;
-    return size_t(shownRow) < rows.size() ? &rows[size_t(shownRow)] : nullptr;
+        return size_t(shownRow) < shown.size() ? shown[size_t(shownRow)] : -1;
+    return size_t(shownRow) < rows.size() ? nDropped + shownRow : -1;
+}
+
+QByteArray ZOR_Model_Log::rawBytes(qint64 serial) const
+{
+    // The last chunk whose first row is at or before this one.
+    const auto chunk = std::upper_bound(chunks.begin(), chunks.end(), serial,
+                                        [](qint64 s, const Chunk& c) { return s < c.nFirstRow; })
+        - 1;
+    const quint32 nBegin = row(serial).nOffset;
+    const auto next = chunk + 1;
+    const qint64 nNextSerial = serial + 1;
+    const bool bLastInChunk = nNextSerial - nDropped >= qint64(rows.size())
+        || (next != chunks.end() && nNextSerial >= next->nFirstRow);
+    const quint32 nEnd = bLastInChunk ? quint32(chunk->nUsed) : row(nNextSerial).nOffset;
+    if (nEnd == nBegin)
+        return QByteArray();
+    return QByteArray::fromRawData(chunk->data + nBegin, int(nEnd - nBegin));
+}
+
+QString ZOR_Model_Log::dropText() const
+{
+    // A translation that lost its "%1" still tells the count.
+    const QString qsText = zorTr(QStringLiteral("cons_043"));
+    if (qsText.contains(QLatin1String("%1")))
+        return qsText.arg(nDropped);
+    return qsText + QLatin1Char(' ') + QString::number(nDropped);
 }
 
 QString ZOR_Model_Log::visibleText(const QByteArray& data)
@@ -155,23 +297,30 @@ QString ZOR_Model_Log::hexDump(const QByteArray& data)
     return out;
 }
 
-QString ZOR_Model_Log::cellText(const Row& row, int column, bool bWhole) const
+QString ZOR_Model_Log::cellText(qint64 serial, int column, bool bWhole) const
 {
+    if (serial == kDropRow)
+        return column == ColumnData ? dropText() : QString();
+    const Row& r = row(serial);
     switch (column) {
     case ColumnTime:
-        return QDateTime::fromMSecsSinceEpoch(row.nTime).toString(kTimeFormat);
+        return QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormat);
     case ColumnDirection:
-        return directionText(row.nDirection);
+        return directionText(kindOf(r));
     case ColumnSize:
-        return QString::number(row.data.size());
-    case ColumnData:
-        if (bWhole || row.data.size() <= nShownChars)
-            return visibleText(row.data);
-        return visibleText(row.data.left(nShownChars)) + kEllipsis;
-    case ColumnHex:
-        if (bWhole || row.data.size() * 2 <= nShownChars)
-            return hexText(row.data);
-        return hexText(row.data.left(nShownChars / 2)) + kEllipsis;
+        return QString::number(rawBytes(serial).size());
+    case ColumnData: {
+        const QByteArray data = rawBytes(serial);
+        if (bWhole || data.size() <= nShownChars)
+            return visibleText(data);
+        return visibleText(data.left(nShownChars)) + kEllipsis;
+    }
+    case ColumnHex: {
+        const QByteArray data = rawBytes(serial);
+        if (bWhole || data.size() * 2 <= nShownChars)
+            return hexText(data);
+        return hexText(data.left(nShownChars / 2)) + kEllipsis;
+    }
     default:
         return QString();
     }
@@ -179,76 +328,89 @@ QString ZOR_Model_Log::cellText(const Row& row, int column, bool bWhole) const
 
 QString ZOR_Model_Log::text(int row, int column) const
 {
-    const Row* r = rowAt(row);
-    return r ? cellText(*r, column, true) : QString();
+    const qint64 serial = serialAt(row);
+    return serial != -1 ? cellText(serial, column, true) : QString();
 }
 
 QByteArray ZOR_Model_Log::bytes(int row) const
 {
-    const Row* r = rowAt(row);
-    return r ? r->data : QByteArray();
+    const qint64 serial = serialAt(row);
+    if (serial < 0)
+        return QByteArray();
+    const QByteArray raw = rawBytes(serial);
+    return QByteArray(raw.constData(), raw.size());
 }
 
 qint64 ZOR_Model_Log::time(int row) const
 {
-    const Row* r = rowAt(row);
-    return r ? r->nTime : 0;
+    const qint64 serial = serialAt(row);
+    return serial >= 0 ? timeOf(this->row(serial)) : 0;
 }
 
 qint64 ZOR_Model_Log::replyMs(int row) const
 {
-    const Row* r = rowAt(row);
-    return r ? r->nReplyMs : -1;
+    const qint64 serial = serialAt(row);
+    return serial >= 0 ? this->row(serial).nReplyMs : -1;
 }
 
 // The tooltip is a preview: a capped, wrapped piece of the cell, with the
 // reply time; the details pane has the rest.
-QString ZOR_Model_Log::toolTip(const Row& row, int column) const
+QString ZOR_Model_Log::toolTip(qint64 serial, int column) const
 {
-    const bool bHex = column == ColumnHex;
-    const QByteArray head = row.data.left(bHex ? kToolTipChars / 2 : kToolTipChars);
-    QString qsPreview = broken(bHex ? hexText(head) : visibleText(head), kToolTipLine);
-    if (head.size() < row.data.size())
-        qsPreview += kEllipsis;
-    QString qsText = QStringLiteral("%1  %2  %3")
-                         .arg(QDateTime::fromMSecsSinceEpoch(row.nTime).toString(kTimeFormatMs),
-                              directionText(row.nDirection),
-                              zorTr(QStringLiteral("cons_031")).arg(row.data.size()));
-    if (row.nReplyMs >= 0)
-        qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(row.nReplyMs);
-    if (!qsPreview.isEmpty())
-        qsText += QLatin1String("\n\n") + qsPreview;
+    QString qsText;
+    if (serial == kDropRow) {
+        qsText = dropText();
+    } else {
+        const Row& r = row(serial);
+        const QByteArray data = rawBytes(serial);
+        const bool bHex = column == ColumnHex;
+        const QByteArray head = data.left(bHex ? kToolTipChars / 2 : kToolTipChars);
+        QString qsPreview = broken(bHex ? hexText(head) : visibleText(head), kToolTipLine);
+        if (head.size() < data.size())
+            qsPreview += kEllipsis;
+        qsText = QStringLiteral("%1  %2  %3")
+                     .arg(QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormatMs),
+                          directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
+        if (r.nReplyMs >= 0)
+            qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(r.nReplyMs);
+        if (!qsPreview.isEmpty())
+            qsText += QLatin1String("\n\n") + qsPreview;
+    }
     // Rich text, so that Qt neither wraps nor reads markup in the data.
     return QLatin1String("<pre>") + qsText.toHtmlEscaped() + QLatin1String("</pre>");
 }
 
 QString ZOR_Model_Log::detailText(int row) const
 {
-    const Row* r = rowAt(row);
-    if (!r)
+    const qint64 serial = serialAt(row);
+    if (serial == -1)
         return QString();
+    if (serial == kDropRow)
+        return dropText();
+    const Row& r = this->row(serial);
+    const QByteArray data = rawBytes(serial);
     QString qsText = QStringLiteral("%1  %2  %3")
-                         .arg(QDateTime::fromMSecsSinceEpoch(r->nTime).toString(kTimeFormatMs),
-                              directionText(r->nDirection),
-                              zorTr(QStringLiteral("cons_031")).arg(r->data.size()));
-    if (r->nReplyMs >= 0)
-        qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(r->nReplyMs);
+                         .arg(QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormatMs),
+                              directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
+    if (r.nReplyMs >= 0)
+        qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(r.nReplyMs);
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnData));
-    qsText += broken(visibleText(r->data), kDetailLine);
+    qsText += broken(visibleText(data), kDetailLine);
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnHex));
-    qsText += hexDump(r->data);
+    qsText += hexDump(data);
     return qsText;
 }
 
 bool ZOR_Model_Log::matches(int row, const QString& qsNeedle) const
 {
-    const Row* r = rowAt(row);
-    if (!r)
+    const qint64 serial = serialAt(row);
+    if (serial < 0)
         return false;
     if (qsNeedle.isEmpty())
         return true;
-    return visibleText(r->data).contains(qsNeedle, Qt::CaseInsensitive)
-        || hexText(r->data).contains(qsNeedle, Qt::CaseInsensitive);
+    const QByteArray data = rawBytes(serial);
+    return visibleText(data).contains(qsNeedle, Qt::CaseInsensitive)
+        || hexText(data).contains(qsNeedle, Qt::CaseInsensitive);
 }
 
 int ZOR_Model_Log::findRow(const QString& qsNeedle, int from, bool bForward) const
@@ -264,14 +426,15 @@ int ZOR_Model_Log::findRow(const QString& qsNeedle, int from, bool bForward) con
     return -1;
 }
 
-bool ZOR_Model_Log::passes(const Row& row) const
+bool ZOR_Model_Log::passes(qint64 serial) const
 {
-    if (nFilterDirection >= 0 && row.nDirection != nFilterDirection)
+    if (nFilterDirection >= 0 && kindOf(row(serial)) != nFilterDirection)
         return false;
     if (qsFilterText.isEmpty())
         return true;
-    return visibleText(row.data).contains(qsFilterText, Qt::CaseInsensitive)
-        || hexText(row.data).contains(qsFilterText, Qt::CaseInsensitive);
+    const QByteArray data = rawBytes(serial);
+    return visibleText(data).contains(qsFilterText, Qt::CaseInsensitive)
+        || hexText(data).contains(qsFilterText, Qt::CaseInsensitive);
 }
 
 void ZOR_Model_Log::setFilter(int nDirection, const QString& qsText)
@@ -279,11 +442,12 @@ void ZOR_Model_Log::setFilter(int nDirection, const QString& qsText)
     beginResetModel();
     nFilterDirection = nDirection == DirectionOut || nDirection == DirectionIn ? nDirection : -1;
     qsFilterText = qsText;
-    std::vector<int>().swap(shown);
+    std::deque<qint64>().swap(shown);
     if (isFiltered()) {
-        for (size_t i = 0; i < rows.size(); ++i) {
-            if (passes(rows[i]))
-                shown.push_back(int(i));
+        const qint64 nEnd = nDropped + qint64(rows.size());
+        for (qint64 serial = nDropped; serial < nEnd; ++serial) {
+            if (passes(serial))
+                shown.push_back(serial);
         }
     }
     endResetModel();
@@ -293,13 +457,13 @@ QString ZOR_Model_Log::rowsAsTsv(const QList<int>& shownRows) const
 {
     QString out;
     for (const int row : shownRows) {
-        const Row* r = rowAt(row);
-        if (!r)
+        const qint64 serial = serialAt(row);
+        if (serial == -1)
             continue;
         for (int column = 0; column < ColumnCount; ++column) {
             if (column > 0)
                 out += QLatin1Char('\t');
-            out += cellText(*r, column, true);
+            out += cellText(serial, column, true);
         }
         out += QLatin1Char('\n');
     }
@@ -310,8 +474,9 @@ QString ZOR_Model_Log::rowsAsHex(const QList<int>& shownRows) const
 {
     QString out;
     for (const int row : shownRows) {
-        if (const Row* r = rowAt(row))
-            out += hexText(r->data) + QLatin1Char('\n');
+        const qint64 serial = serialAt(row);
+        if (serial >= 0)
+            out += hexText(rawBytes(serial)) + QLatin1Char('\n');
     }
     return out;
 }
@@ -324,18 +489,24 @@ QByteArray ZOR_Model_Log::exportLog(Format format) const
         for (int column = 0; column < ColumnCount; ++column)
             out += (column ? QStringLiteral(";") : QString()) + csvField(headerText(column));
         out += QLatin1String("\r\n");
+        if (bDropRow)
+            out += QLatin1String(";;;") + csvField(dropText()) + QLatin1String(";\r\n");
+    } else if (bDropRow) {
+        out += dropText() + QLatin1Char('\n');
     }
-    for (const Row& row : rows) {
-        const QString qsTime = QDateTime::fromMSecsSinceEpoch(row.nTime).toString(kTimeFormatMs);
+    const qint64 nEnd = nDropped + qint64(rows.size());
+    for (qint64 serial = nDropped; serial < nEnd; ++serial) {
+        const Row& r = row(serial);
+        const QByteArray data = rawBytes(serial);
+        const QString qsTime = QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormatMs);
         if (format == Format::Csv) {
-            out += qsTime + QLatin1Char(';') + directionText(row.nDirection) + QLatin1Char(';')
-                + QString::number(row.data.size()) + QLatin1Char(';') + csvField(visibleText(row.data))
-                + QLatin1Char(';') + hexText(row.data) + QLatin1String("\r\n");
+            out += qsTime + QLatin1Char(';') + directionText(kindOf(r)) + QLatin1Char(';')
+                + QString::number(data.size()) + QLatin1Char(';') + csvField(visibleText(data))
+                + QLatin1Char(';') + hexText(data) + QLatin1String("\r\n");
         } else {
             out += QStringLiteral("%1  %2  %3  %4\n    %5\n")
-                       .arg(qsTime, directionText(row.nDirection).leftJustified(3),
-                            QString::number(row.data.size()).rightJustified(6), visibleText(row.data),
-                            hexText(row.data));
+                       .arg(qsTime, directionText(kindOf(r)).leftJustified(3),
+                            QString::number(data.size()).rightJustified(6), visibleText(data), hexText(data));
         }
     }
     return out.toUtf8();
@@ -367,7 +538,7 @@ int ZOR_Model_Log::rowCount(const QModelIndex& parent) const
 {
     if (parent.isValid())
         return 0;
-    return int(isFiltered() ? shown.size() : rows.size());
+    return (bDropRow ? 1 : 0) + int(isFiltered() ? shown.size() : rows.size());
 }
 
 int ZOR_Model_Log::columnCount(const QModelIndex& parent) const
@@ -379,14 +550,14 @@ QVariant ZOR_Model_Log::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
         return QVariant();
-    const Row* row = rowAt(index.row());
-    if (!row)
+    const qint64 serial = serialAt(index.row());
+    if (serial == -1)
         return QVariant();
     switch (role) {
     case Qt::DisplayRole:
-        return cellText(*row, index.column(), false);
+        return cellText(serial, index.column(), false);
     case Qt::ToolTipRole:
-        return toolTip(*row, index.column());
+        return toolTip(serial, index.column());
     case Qt::FontRole:
         return rowFont;
     case Qt::TextAlignmentRole:

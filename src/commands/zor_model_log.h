@@ -1,9 +1,17 @@
 #ifndef ZOR_MODEL_LOG_H
 #define ZOR_MODEL_LOG_H
 
-// The console's exchange log: rows are only ever appended (or all cleared),
-// and their texts are made when a view asks for them, so a long session
-// costs one small record per block and no per-row widgets.
+// The console's exchange log: rows are only ever appended (or all cleared,
+// or the oldest dropped), and their texts are made when a view asks for
+// them. The blocks' bytes lie end to end in large shared chunks and each
+// row is a 16-byte record pointing into them, so a row of a 64-byte block
+// costs about 81 bytes of memory, and a cleared log gives it all back.
+//
+// The log keeps at most maxRows() rows (1,000,000 unless set otherwise),
+// so a session left running for a week cannot exhaust memory: past the
+// cap the oldest rows go, a sixteenth of the cap at a time, and a first
+// row says how many went (cons_043). That row has no time, size or bytes,
+// is never a match of a search and stays while a filter is set.
 //
 // What a view shows of a cell is cut to a few hundred characters: shaping
 // the text of a megabyte-long cell on every paint would freeze the window.
@@ -16,7 +24,7 @@
 #include <QByteArray>
 #include <QFont>
 #include <QList>
-#include <vector>
+#include <deque>
 
 class ZOR_Model_Log : public QAbstractTableModel
 {
@@ -27,12 +35,22 @@ public:
     enum class Format { Csv, Text };
     // Characters of a cell that a view shows; longer cells end in "…".
     static constexpr int nShownChars = 300;
+    static constexpr int nDefaultMaxRows = 1000000;
 
     explicit ZOR_Model_Log(QObject* parent = nullptr);
+    ~ZOR_Model_Log() override;
 
     // direction: 0 "OUT", 1 "IN", anything else no direction text.
     void append(int direction, const QByteArray& data, qint64 nMSecsSinceEpoch);
+    // Empties the log, the dropped-rows row included, and hands the
+    // memory back to the system.
     void clear();
+    // Rows kept before the oldest are dropped; at least 1. Lowering it
+    // below the rows held drops them at once.
+    void setMaxRows(int nRows);
+    int maxRows() const { return nMaxRows; }
+    // Rows dropped since the log was last cleared.
+    qint64 droppedRowCount() const { return nDropped; }
 
     // Whole cell texts of a shown row.
     QString text(int row, int column) const;
@@ -54,12 +72,13 @@ public:
     // any). The view is reset.
     void setFilter(int nDirection, const QString& qsText);
     bool isFiltered() const { return nFilterDirection >= 0 || !qsFilterText.isEmpty(); }
+    // Rows held, shown or not, without the dropped-rows row.
     int totalRowCount() const { return int(rows.size()); }
 
     // Rows as tab-separated cells, one line each ("\n"), for the clipboard.
     QString rowsAsTsv(const QList<int>& shownRows) const;
     QString rowsAsHex(const QList<int>& shownRows) const;
-    // Every row, times with milliseconds. CSV: ";" separated, quoted where
+    // Every row, times with milliseconds, the dropped-rows row first. CSV: ";" separated, quoted where
     // needed, a header line, UTF-8 with BOM, "\r\n" line ends.
     QByteArray exportLog(Format format) const;
     // Written atomically; false with errorString() when it could not be.
@@ -80,20 +99,45 @@ public:
                         int role = Qt::DisplayRole) const override;
 
 private:
+    // A row's block lies in a chunk from nOffset up to the next row's
+    // offset (or the chunk's end); its time and kind share one word.
     struct Row {
-        qint64 nTime;
-        qint64 nReplyMs;
-        int nDirection;
-        QByteArray data;
+        quint64 nTimeKind; // time in ms << 8 | Kind
+        quint32 nOffset;
+        qint32 nReplyMs;
     };
-    const Row* rowAt(int shownRow) const;
-    bool passes(const Row& row) const;
-    QString cellText(const Row& row, int column, bool bWhole) const;
-    QString toolTip(const Row& row, int column) const;
+    enum Kind : quint8 { KindOut = DirectionOut, KindIn = DirectionIn, KindOther };
+    struct Chunk {
+        qint64 nFirstRow; // serial number of its first row
+        char* data;
+        int nUsed;
+        int nCapacity;
+    };
+    // Rows are named by serial numbers counted from the last clear; the
+    // first held row is number nDropped.
+    static constexpr qint64 kDropRow = -2;
+    qint64 serialAt(int shownRow) const;
+    const Row& row(qint64 serial) const { return rows[size_t(serial - nDropped)]; }
+    static qint64 timeOf(const Row& r) { return qint64(r.nTimeKind) >> 8; }
+    static int kindOf(const Row& r) { return int(r.nTimeKind & 0xff); }
+    // The row's bytes, borrowed from the chunk: valid until the log changes.
+    QByteArray rawBytes(qint64 serial) const;
+    char* reserveBytes(int nSize);
+    void dropOldest(qint64 nRows);
+    void releaseStorage();
+    bool passes(qint64 serial) const;
+    QString cellText(qint64 serial, int column, bool bWhole) const;
+    QString toolTip(qint64 serial, int column) const;
+    QString dropText() const;
 
-    std::vector<Row> rows;
-    // Indexes into rows of the rows shown, while a filter is set.
-    std::vector<int> shown;
+    std::deque<Row> rows;
+    std::deque<Chunk> chunks;
+    // Serial numbers of the rows shown, while a filter is set.
+    std::deque<qint64> shown;
+    qint64 nDropped = 0;
+    qint64 nHeldBytes = 0;
+    bool bDropRow = false;
+    int nMaxRows = nDefaultMaxRows;
     int nFilterDirection = -1;
     QString qsFilterText;
     qint64 nLastSentTime = -1;
