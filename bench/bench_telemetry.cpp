@@ -1,8 +1,11 @@
 // Telemetry: decoding a full 734-byte record against memcpy of the same
-// bytes (the offset plan built once and reused), and CSV lines of a full
-// record per second, with random bytes (junk floats, all text paths), with
-// zeros and with realistic values (goals: 100,000 random and 130,000
-// realistic lines/s on one core).
+// bytes (the offset plan built once and reused; goal 0.8x memcpy), CSV lines
+// of a full record per second with random bytes (junk floats, all text
+// paths), with zeros and with realistic values, against an idiomatic Qt
+// converter of identical output (goals: 100,000 random and 130,000
+// realistic lines/s on one core), and a whole export from file to file
+// against reading the input and writing as many bytes (goal: 60,000
+// records/s).
 
 #include "module/zor_language.h"
 #include "telemetry/tmipage_kite3.h"
@@ -15,7 +18,9 @@
 #include <QString>
 #include <QBuffer>
 #include <QDateTime>
+#include <QTemporaryDir>
 #include <QTextStream>
+#include <QFile>
 
 #include <chrono>
 #include <ctime>
@@ -320,8 +325,9 @@ void BM_DecodeVsMemcpy(benchmark::State& state)
     }
     if (std::memcmp(page.valueBlock(), recordAt(src, kBatch - 1), kRecordSize) != 0)
         state.SkipWithError("decoded block differs from the record");
-    // Throughput of decoding as a share of memcpy's (target >= 0.5).
+    // Throughput of decoding as a share of memcpy's (goal >= 0.8).
     state.counters["decode_vs_memcpy"] = decode > 0 ? copy / decode : 0;
+    state.counters["goal"] = 0.8;
     state.counters["decode_ns"] = decode * 1e9 / double(state.iterations() * kBatch);
     state.counters["memcpy_ns"] = copy * 1e9 / double(state.iterations() * kBatch);
 }
@@ -421,7 +427,8 @@ void BM_CsvVsIdiomatic(benchmark::State& state)
         state.SkipWithError(differs.constData());
         return;
     }
-    constexpr int kBatch = 64;
+    // Batches long enough that each side runs warm, as an export does.
+    constexpr int kBatch = 256;
     const auto& src = records(values);
     TmiPage_Kite3 columns(fullFormat());
     TmiPage_Kite3 record(fullFormat());
@@ -456,9 +463,87 @@ void BM_CsvVsIdiomatic(benchmark::State& state)
     state.counters["ours_lines_per_s"] = lines / ours;
     state.counters["idiomatic_lines_per_s"] = lines / theirs;
     state.counters["ratio"] = theirs / ours;
+    state.counters["goal_lines_per_s"] = values == Realistic ? 130000 : 100000;
     state.SetLabel(values == Realistic ? "realistic values" : "random bytes");
 }
-BENCHMARK(BM_CsvVsIdiomatic)->Arg(Random)->Arg(Realistic)->Iterations(60);
+BENCHMARK(BM_CsvVsIdiomatic)->Arg(Random)->Arg(Realistic)->Iterations(20);
+
+// End to end, as `zor-tool csv` does it: records read from a file in
+// chunks, decoded, formatted and written to another file by the writer (its
+// writing thread included), against reading the same input and writing as
+// many bytes (goal: 60,000 records/s). Wall time, since the overlap of
+// formatting and writing is what is measured; the two run in turn.
+void BM_CsvExportVsCopy(benchmark::State& state)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr int kFileRecords = 20000;
+    constexpr int kChunkRecords = 4096;
+    useKeys();
+    const auto& src = records(Realistic);
+    QTemporaryDir dir;
+    const QString inPath = dir.filePath(QStringLiteral("in.bin"));
+    const QString outPath = dir.filePath(QStringLiteral("out.csv"));
+    const QString copyPath = dir.filePath(QStringLiteral("copy.bin"));
+    {
+        QFile in(inPath);
+        if (!in.open(QIODevice::WriteOnly)) {
+            state.SkipWithError("cannot write the input file");
+            return;
+        }
+        for (int i = 0; i < kFileRecords; ++i)
+            in.write(reinterpret_cast<const char*>(recordAt(src, i)), kRecordSize);
+    }
+    TmiPage_Kite3 columns(fullFormat());
+    TmiPage_Kite3 record(fullFormat());
+    QByteArray chunk(kChunkRecords * kRecordSize, '\0');
+    const QByteArray block(1 << 20, 'x');
+    qint64 outBytes = 0;
+    double ours = 0;
+    double theirs = 0;
+    for (auto _ : state) {
+        const auto t0 = Clock::now();
+        {
+            QFile in(inPath);
+            QFile out(outPath);
+            in.open(QIODevice::ReadOnly);
+            out.open(QIODevice::WriteOnly);
+            ZOR_TmiCsvWriter csv(columns);
+            csv.open(&out);
+            csv.writeHeader();
+            qint64 n;
+            while ((n = in.read(chunk.data(), chunk.size())) > 0) {
+                const auto* p = reinterpret_cast<const unsigned char*>(chunk.constData());
+                for (qint64 pos = 0; pos + kRecordSize <= n; pos += kRecordSize) {
+                    record.setCurrentTMI(p + pos, kRecordSize);
+                    csv.writeRecord(&record);
+                }
+            }
+            csv.commit();
+            outBytes = out.size();
+        }
+        const auto t1 = Clock::now();
+        {
+            QFile in(inPath);
+            QFile out(copyPath);
+            in.open(QIODevice::ReadOnly);
+            out.open(QIODevice::WriteOnly);
+            while (in.read(chunk.data(), chunk.size()) > 0)
+                benchmark::DoNotOptimize(chunk.data());
+            for (qint64 left = outBytes; left > 0; left -= block.size())
+                out.write(block.constData(), qMin<qint64>(left, block.size()));
+        }
+        const auto t2 = Clock::now();
+        ours += std::chrono::duration<double>(t1 - t0).count();
+        theirs += std::chrono::duration<double>(t2 - t1).count();
+    }
+    const double total = double(state.iterations()) * kFileRecords;
+    state.counters["records_per_s"] = total / ours;
+    state.counters["copy_records_per_s"] = total / theirs;
+    state.counters["time_vs_copy"] = ours / theirs;
+    state.counters["goal_records_per_s"] = 60000;
+    state.counters["MB_out"] = double(outBytes) / 1e6;
+}
+BENCHMARK(BM_CsvExportVsCopy)->Iterations(5)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -53,6 +53,7 @@ private slots:
     void longNamesAreCutAndCollide();
     void longNamesReadBackAreNotDuplicated();
     void rewriteKeepsPositionsAndOrder();
+    void wideElementRecordsAreItsChildren();
     void colourIsSignedArgb();
     void colourStringNeedsThreeParts_data();
     void colourStringNeedsThreeParts();
@@ -254,6 +255,31 @@ void TestStore::rewriteKeepsPositionsAndOrder()
     QCOMPARE(root.getCountParamsInTag(), 4);
     QCOMPARE(m.bytes(), kDecl + "<R b=\"7\" a=\"5\" z=\"9\" f=\"-0.500000\">\n    <c />\n    <d />\n</R>\n");
     QCOMPARE(root.parameters().item(2)->kind, 1);
+}
+
+void TestStore::wideElementRecordsAreItsChildren()
+{
+    // Enough children to be looked up through an index; c0 is there twice.
+    QByteArray file = kDecl + "<R a=\"1\">\n";
+    for (int i = 0; i < 300; ++i)
+        file += "    <c" + QByteArray::number(i % 299) + " />\n";
+    MemoDoc m(file + "</R>\n");
+    CXMLWorkData root(m.doc, QStringLiteral("R"));
+    CListParameters& list = root.parameters();
+    QCOMPARE(list.count(), 301);
+    int at = -1;
+    QVERIFY(list.findParameter("c0", 0, &at));
+    QCOMPARE(at, 1);
+    QVERIFY(list.findParameter("c0", 2, &at));
+    QCOMPARE(at, 300);
+    QCOMPARE(list.item(300)->node, root.getTag()->getNumTag(299));
+    QCOMPARE(QByteArray(list.item(300)->value), QByteArray("c0"));
+    root.writeInteger("c5", 7);
+    delete root.createNode(QStringLiteral("d"), CXMLWorkData::NodeAppend);
+    QVERIFY(list.findParameter("c298", 0, &at));
+    QCOMPARE(at, 299);
+    QVERIFY(root.writeParameters());
+    QCOMPARE(m.bytes(), kDecl + "<R a=\"1\" c5=\"7\">\n" + file.mid(file.indexOf("    <c0")) + "    <d />\n</R>\n");
 }
 
 void TestStore::colourIsSignedArgb()

@@ -3,8 +3,12 @@
 
 // An ordered list of tags that owns them (deletes them with itself).
 
+#include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QVector>
+
+#include <memory>
 
 class CXmlTagV2;
 
@@ -22,17 +26,26 @@ public:
     // First tag called qsName at or after nFrom; its index in *lpIndex.
     CXmlTagV2* getTagFromName(const QString& qsName, int nFrom = 0, int* lpIndex = nullptr) const;
     int indexOf(const CXmlTagV2* tag) const { return m_tags.indexOf(const_cast<CXmlTagV2*>(tag)); }
+    // The first tag whose name, as a parameter record holds it (see
+    // COneParameter::sameName), is lpName; -1 when there is none. A long
+    // list answers through an index made on first need and kept while the
+    // list only grows.
+    int indexOfRecordName(const char* lpName) const;
+    // The tags themselves; a copy is a cheap snapshot (shared until either
+    // side changes).
+    const QVector<CXmlTagV2*>& tags() const { return m_tags; }
 
-    void append(CXmlTagV2* tag) { m_tags.append(tag); }
+    void append(CXmlTagV2* tag);
     // Removes the i-th tag from the list without deleting it; null when
     // there is none.
-    CXmlTagV2* takeAt(int i) { return i >= 0 && i < m_tags.size() ? m_tags.takeAt(i) : nullptr; }
+    CXmlTagV2* takeAt(int i);
     // Moves every tag to the end of other (which then owns them).
     void moveAllTo(CFxXmListlTag& other);
     void deleteAll();
 
 private:
     QVector<CXmlTagV2*> m_tags;
+    mutable std::unique_ptr<QHash<QByteArray, int>> m_lpRecordNames;
 };
 
 #endif

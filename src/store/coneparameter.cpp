@@ -156,3 +156,29 @@ bool COneParameter::sameName(const char* lpStored, const char* lpName)
     // Names are stored cut at nMaxTextLength, so a longer name matches its cut.
     return lpName && std::strncmp(lpStored, lpName, nMaxTextLength) == 0;
 }
+
+bool COneParameter::sameName(const QString& qsName, const char* lpName)
+{
+    if (!lpName)
+        return false;
+    // As strncmp on the record copyName would make, without making it.
+    const int n = qMin(qsName.size(), int(nMaxTextLength));
+    const QChar* p = qsName.constData();
+    for (int i = 0; i < n; ++i) {
+        const char c = ZOR_Cp1251::encodeChar(p[i]);
+        if (c != lpName[i])
+            return false;
+        if (!c)
+            return true;
+    }
+    return n == nMaxTextLength || lpName[n] == '\0';
+}
+
+void COneParameter::copyName(char* lpDst, const QString& qsName)
+{
+    const int n = qMin(qsName.size(), int(nMaxTextLength));
+    const QChar* p = qsName.constData();
+    for (int i = 0; i < n; ++i)
+        lpDst[i] = ZOR_Cp1251::encodeChar(p[i]);
+    lpDst[n] = '\0';
+}

@@ -34,6 +34,11 @@ public:
     // Exact, case-sensitive; lpName is compared cut as it would be stored,
     // so two names that differ only after nMaxTextLength collide.
     static bool sameName(const char* lpStored, const char* lpName);
+    // The same test against a tree name as a record would hold it.
+    static bool sameName(const QString& qsName, const char* lpName);
+    // A tree name or text as a record holds it: Windows-1251, cut at
+    // nMaxTextLength, NUL-terminated.
+    static void copyName(char* lpDst, const QString& qsName);
 
     void setName(const char* lpName);
     void setValue(const char* lpText, int nLength = -1);

@@ -11,14 +11,9 @@
 
 namespace {
 
-// A tree string into a record field: Windows-1251, cut at nMaxTextLength.
 void encodeInto(char* lpDst, const QString& qsText)
 {
-    const int n = qMin(qsText.size(), int(coreSzItem::nMaxTextLength));
-    const QChar* p = qsText.constData();
-    for (int i = 0; i < n; ++i)
-        lpDst[i] = ZOR_Cp1251::encodeChar(p[i]);
-    lpDst[n] = '\0';
+    COneParameter::copyName(lpDst, qsText);
 }
 
 QString decodeField(const char* lpText)
@@ -159,26 +154,19 @@ void CXMLWorkData::readParameters()
     if (!isValid())
         return;
     const QVector<CXmlAttribute>& attributes = m_lpTag->attributes();
-    const CFxXmListlTag& children = m_lpTag->children();
-    const int total = attributes.size() + children.count();
-    coreSzItem* item = total > 0 ? m_list.grow(total) : nullptr;
-    if (!item)
-        return;
-    for (const CXmlAttribute& a : attributes) {
-        encodeInto(item->name, a.name);
-        encodeInto(item->value, a.value);
-        item->kind = coreSzItem::KindValue;
-        item->node = nullptr;
-        ++item;
+    if (!attributes.isEmpty()) {
+        coreSzItem* item = m_list.grow(attributes.size());
+        if (!item)
+            return;
+        for (const CXmlAttribute& a : attributes) {
+            encodeInto(item->name, a.name);
+            encodeInto(item->value, a.value);
+            item->kind = coreSzItem::KindValue;
+            item->node = nullptr;
+            ++item;
+        }
     }
-    for (int i = 0; i < children.count(); ++i) {
-        CXmlTagV2* child = children.getNumTag(i);
-        encodeInto(item->name, child->name());
-        std::memcpy(item->value, item->name, sizeof item->value);
-        item->kind = coreSzItem::KindTag;
-        item->node = child;
-        ++item;
-    }
+    m_list.appendTags(m_lpTag->children());
 }
 
 bool CXMLWorkData::writeParameters()
@@ -190,7 +178,13 @@ bool CXMLWorkData::writeParameters()
     // through one index built on first need, never by a search per record.
     NameIndex attributes;
     NameIndex children;
+    const bool sameChildren = m_list.tagsStillIn(m_lpTag->children());
     for (int i = 0; i < m_list.count(); ++i) {
+        // The record of a child nobody looked at is that child, still there
+        // unless the children changed since.
+        if (const CXmlTagV2* child = m_list.untouchedTag(i))
+            if (sameChildren || (child->parent() == m_lpTag && !child->isDetached()))
+                continue;
         const coreSzItem* item = m_list.item(i);
         if (item->kind == coreSzItem::KindTag) {
             if (item->node && item->node->parent() == m_lpTag && !item->node->isDetached())

@@ -11,6 +11,7 @@
 #include <iterator>
 #include <limits>
 #include <cstring>
+#include <vector>
 
 namespace ZorTmi {
 
@@ -142,6 +143,8 @@ public:
         return base + len;
     }
     void advance(int n) { len += n; }
+    // Takes back the last n bytes appended.
+    void drop(int n) { len -= n; }
     void append(char c)
     {
         if (len + 1 > cap)
@@ -288,6 +291,9 @@ qint64 scale(qint64 v, qint64 mul, qint64 div)
 struct CaptionCache
 {
     QString language;
+    // Changes with the language: what was built from captions (line plans)
+    // is rebuilt when it differs.
+    quint32 generation = 0;
     // Nodes of a QHash stay where they are when it grows, so `recent` may
     // point into it until it is cleared.
     QHash<quintptr, QByteArray> texts;
@@ -308,6 +314,7 @@ void refreshCaptions()
     CaptionCache& cache = captionCache();
     if (lang.language() != cache.language) {
         cache.language = lang.language();
+        ++cache.generation;
         cache.texts.clear();
         std::fill(std::begin(cache.recent), std::end(cache.recent), CaptionCache::Slot{nullptr, nullptr});
     }
@@ -760,16 +767,296 @@ void appendColumns(QByteArray& out, int n, const unsigned char* block, const Pre
     appendFieldColumns(sink, tables(), n, block, presence, before, after);
 }
 
+namespace {
+
+// The cells of a whole line, compiled once per field set, presence, cell
+// wrapping and line options, then run for every record of an export. A
+// step per cell, and no decision a record cannot change is taken twice:
+//  - every cell is followed by the text between two cells (after + before,
+//    `";="` in the CSV export), stored with the cell's text in one go;
+//  - a cell whose text depends on one byte of the record (flags, small
+//    numbers, one-byte values: more than half of all cells) is a lookup
+//    into a table of its 16-byte texts, separator included, built by the
+//    text code itself so that both paths give the same bytes;
+//  - whole decimal values of two and four bytes are written directly;
+//  - the cells of absent fields and the event-code override are fixed
+//    bytes, consecutive ones joined;
+//  - anything else goes through the text switch.
+class LinePlan
+{
+public:
+    // Longest text between two cells the plan handles.
+    static constexpr int MaxSeparator = 15;
+
+    bool matches(const unsigned char* columnMask, int lastField, const Presence& presence,
+                 const QByteArray& before, const QByteArray& after, const LineOptions& line,
+                 quint32 generation) const
+    {
+        return bBuilt && nGeneration == generation && nLastField == lastField
+            && nPresenceLast == presence.lastField && nCutField == presence.cutField
+            && bTimeWithMiliSec == line.timeWithMiliSec
+            && std::memcmp(arrColumns, columnMask, MaskBytes) == 0
+            && std::memcmp(arrPresence, presence.mask, MaskBytes) == 0 && baBefore == before
+            && baAfter == after && baCodeText == line.codeText;
+    }
+
+    void build(const unsigned char* columnMask, int lastField, const Presence& presence, const QByteArray& before,
+               const QByteArray& after, const LineOptions& line, quint32 generation);
+
+    void run(Sink& sink, const unsigned char* block) const;
+
+private:
+    enum Kind : quint8 { Table, DecU16, DecI16, DecU32, DecI32, Literal, Cell, CellWithMiliSec };
+    static constexpr quint32 Absent = 0xFFFFFFFFu;
+    struct Step
+    {
+        Kind kind;
+        quint8 shift;   // Table: of the cell's bits in the byte
+        quint8 mask;    // Table: of the cell's bits, after the shift
+        quint16 column; // Cell, CellWithMiliSec
+        quint32 at;     // the byte, the value or the field in the block; Literal: in baLiterals
+        quint32 extra;  // Table: the table in baTables; Literal: its size; CellWithMiliSec: the
+                        // milliseconds field in the block
+    };
+    struct TableKey
+    {
+        quint8 type;
+        quint8 bits;
+        quint8 text;
+        int at;  // -1: a text longer than an entry
+    };
+
+    int tableFor(const Column& c);
+    void addLiteral(const char* text, int size);
+    void addDecimal(Sink& sink, quint32 magnitude, bool negative) const;
+
+    bool bBuilt = false;
+    quint32 nGeneration = 0;
+    unsigned char arrColumns[MaskBytes] = {};
+    unsigned char arrPresence[MaskBytes] = {};
+    int nLastField = 0;
+    int nPresenceLast = 0;
+    int nCutField = 0;
+    bool bTimeWithMiliSec = false;
+    QByteArray baBefore;
+    QByteArray baAfter;
+    QByteArray baCodeText;
+
+    char arrSeparator[16] = {};
+    int nSeparator = 0;
+    std::vector<Step> steps;
+    QByteArray baLiterals;
+    QByteArray baTables;  // 16-byte entries: text and separator, their length in the last byte
+    std::vector<TableKey> tableKeys;
+};
+
+// The one-byte cells: a whole byte of a one-byte type, or up to 8 bits within
+// one byte.
+bool fromOneByte(const Column& c)
+{
+    if (c.type == Type_F32 || c.type == Type_U64 || c.type == Type_I64)
+        return false;
+    if (c.bits == 0)
+        return c.type == Type_U8 || c.type == Type_I8 || c.type == Type_U8Tenths;
+    return c.bits <= 8 && c.shift % 8 + c.bits <= 8;
+}
+
+int LinePlan::tableFor(const Column& c)
+{
+    for (const TableKey& k : tableKeys)
+        if (k.type == c.type && k.bits == c.bits && k.text == c.text)
+            return k.at;
+    const int count = c.bits ? 1 << c.bits : 256;
+    Column k = c;
+    k.offset = 0;
+    QByteArray entries(count * 16, '\0');
+    QByteArray text;
+    bool fits = true;
+    for (int v = 0; v < count && fits; ++v) {
+        unsigned char raw[8] = {};
+        raw[c.shift / 8] = static_cast<unsigned char>(v << (c.shift % 8));
+        text.resize(0);
+        {
+            Sink out(text);
+            appendTo(out, k, raw);
+        }
+        fits = text.size() + nSeparator <= 15;
+        if (fits) {
+            char* e = entries.data() + v * 16;
+            std::memcpy(e, text.constData(), size_t(text.size()));
+            std::memcpy(e + text.size(), arrSeparator, size_t(nSeparator));
+            e[15] = char(text.size() + nSeparator);
+        }
+    }
+    const int at = fits ? baTables.size() : -1;
+    if (fits)
+        baTables.append(entries);
+    tableKeys.push_back(TableKey{quint8(c.type), c.bits, quint8(c.text), at});
+    return at;
+}
+
+void LinePlan::addLiteral(const char* text, int size)
+{
+    if (!steps.empty() && steps.back().kind == Literal) {
+        steps.back().extra += quint32(size + nSeparator);
+    } else {
+        steps.push_back(Step{Literal, 0, 0, 0, quint32(baLiterals.size()), quint32(size + nSeparator)});
+    }
+    baLiterals.append(text, size);
+    baLiterals.append(arrSeparator, nSeparator);
+}
+
+void LinePlan::build(const unsigned char* columnMask, int lastField, const Presence& presence,
+                     const QByteArray& before, const QByteArray& after, const LineOptions& line,
+                     quint32 generation)
+{
+    const Tables& t = tables();
+    bBuilt = true;
+    nGeneration = generation;
+    std::memcpy(arrColumns, columnMask, MaskBytes);
+    std::memcpy(arrPresence, presence.mask, MaskBytes);
+    nLastField = lastField;
+    nPresenceLast = presence.lastField;
+    nCutField = presence.cutField;
+    bTimeWithMiliSec = line.timeWithMiliSec;
+    baBefore = before;
+    baAfter = after;
+    baCodeText = line.codeText;
+
+    const QByteArray separator = after + before;
+    Q_ASSERT(separator.size() <= MaxSeparator);
+    std::memset(arrSeparator, 0, sizeof arrSeparator);
+    std::memcpy(arrSeparator, separator.constData(), size_t(separator.size()));
+    nSeparator = separator.size();
+    steps.clear();
+    baLiterals.clear();
+    baTables.clear();
+    tableKeys.clear();
+
+    const Presence own{arrPresence, nPresenceLast, nCutField};
+    const Column& ms = kColumns[Col_MiliSec];
+    const quint32 msAt = own.has(presenceField(ms.field)) ? t.fields[ms.field].offset : Absent;
+    for (int n = 1; n <= lastField; ++n) {
+        if (!maskBit(arrColumns, n))
+            continue;
+        const FieldInfo& f = t.fields[n];
+        const bool present = own.has(presenceField(n));
+        for (int i = 0; i < f.csvCount; ++i) {
+            const quint16 col = t.csv[f.firstCsv + i];
+            const Column& c = kColumns[col];
+            if (n == kCodeField && !line.codeText.isEmpty()) {
+                addLiteral(line.codeText.constData(), line.codeText.size());
+            } else if (n == kTimeField && line.timeWithMiliSec) {
+                steps.push_back(Step{CellWithMiliSec, 0, 0, col, present ? f.offset : Absent, msAt});
+            } else if (!present) {
+                addLiteral(kNotAvailable, 3);
+            } else if (const int table = fromOneByte(c) ? tableFor(c) : -1; table >= 0) {
+                steps.push_back(Step{Table, quint8(c.shift % 8), quint8(c.bits ? (1 << c.bits) - 1 : 0xFF), col,
+                                     quint32(f.offset + c.offset + c.shift / 8), quint32(table)});
+            } else if (c.text == Text_Dec && c.bits == 0
+                       && (c.type == Type_U16 || c.type == Type_I16 || c.type == Type_U32 || c.type == Type_I32)) {
+                const Kind kind = c.type == Type_U16 ? DecU16
+                    : c.type == Type_I16             ? DecI16
+                    : c.type == Type_U32             ? DecU32
+                                                     : DecI32;
+                steps.push_back(Step{kind, 0, 0, col, quint32(f.offset + c.offset), 0});
+            } else {
+                steps.push_back(Step{Cell, 0, 0, col, f.offset, 0});
+            }
+        }
+    }
+}
+
+inline void LinePlan::addDecimal(Sink& sink, quint32 magnitude, bool negative) const
+{
+    char* d = sink.room(12 + 16);
+    *d = '-';
+    const int digits = digitCount32(magnitude);
+    char* end = d + int(negative) + digits;
+    writeDigits32(end, magnitude, end - digits);
+    std::memcpy(end, arrSeparator, 16);
+    sink.advance(int(negative) + digits + nSeparator);
+}
+
+void LinePlan::run(Sink& sink, const unsigned char* block) const
+{
+    sink.append(baBefore);
+    const char* const literals = baLiterals.constData();
+    const char* const tables = baTables.constData();
+    for (const Step& s : steps) {
+        switch (s.kind) {
+        case Table: {
+            const char* e = tables + s.extra + 16 * ((block[s.at] >> s.shift) & s.mask);
+            char* d = sink.room(16);
+            std::memcpy(d, e, 16);
+            sink.advance(quint8(e[15]));
+            break;
+        }
+        case DecU16: addDecimal(sink, qFromLittleEndian<quint16>(block + s.at), false); break;
+        case DecI16: {
+            const qint16 v = qFromLittleEndian<qint16>(block + s.at);
+            addDecimal(sink, v < 0 ? quint32(-qint32(v)) : quint32(v), v < 0);
+            break;
+        }
+        case DecU32: addDecimal(sink, qFromLittleEndian<quint32>(block + s.at), false); break;
+        case DecI32: {
+            const qint32 v = qFromLittleEndian<qint32>(block + s.at);
+            addDecimal(sink, v < 0 ? quint32(0) - quint32(v) : quint32(v), v < 0);
+            break;
+        }
+        case Literal: sink.append(literals + s.at, int(s.extra)); break;
+        case Cell:
+            appendTo(sink, kColumns[s.column], block + s.at);
+            sink.append(arrSeparator, nSeparator);
+            break;
+        case CellWithMiliSec:
+            appendColumnText(sink, kColumns[s.column], s.at == Absent ? nullptr : block + s.at);
+            appendColumnText(sink, kColumns[Col_MiliSec], s.extra == Absent ? nullptr : block + s.extra);
+            sink.append(arrSeparator, nSeparator);
+            break;
+        }
+    }
+    // The last cell ends with `after` alone.
+    sink.drop(baBefore.size());
+}
+
+// A few plans per thread: an export of plain and extended records (which
+// differ in presence) alternates between two.
+struct PlanCache
+{
+    LinePlan plans[4];
+    int next = 0;
+};
+
+} // namespace
+
 void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastField, const unsigned char* block,
                    const Presence& presence, const QByteArray& before, const QByteArray& after,
                    const LineOptions& line)
 {
     refreshCaptions();
-    const Tables& t = tables();
     Sink sink(out);
-    for (int n = 1; n <= lastField; ++n)
-        if (maskBit(columnMask, n))
-            appendFieldColumns(sink, t, n, block, presence, before, after, &line);
+    if (after.size() + before.size() > LinePlan::MaxSeparator) {
+        const Tables& t = tables();
+        for (int n = 1; n <= lastField; ++n)
+            if (maskBit(columnMask, n))
+                appendFieldColumns(sink, t, n, block, presence, before, after, &line);
+        return;
+    }
+    thread_local PlanCache cache;
+    const quint32 generation = captionCache().generation;
+    LinePlan* plan = nullptr;
+    for (LinePlan& p : cache.plans)
+        if (p.matches(columnMask, lastField, presence, before, after, line, generation)) {
+            plan = &p;
+            break;
+        }
+    if (!plan) {
+        plan = &cache.plans[cache.next];
+        cache.next = (cache.next + 1) % int(std::size(cache.plans));
+        plan->build(columnMask, lastField, presence, before, after, line, generation);
+    }
+    plan->run(sink, block);
 }
 
 } // namespace ZorTmi

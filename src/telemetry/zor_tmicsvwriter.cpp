@@ -11,8 +11,7 @@ ZOR_TmiCsvWriter::ZOR_TmiCsvWriter(const TmiPage_Base& columnsPage, Encoding tex
 
 ZOR_TmiCsvWriter::~ZOR_TmiCsvWriter()
 {
-    if (pending.valid())
-        pending.wait();
+    stopWriting();
 }
 
 bool ZOR_TmiCsvWriter::open(const QString& path)
@@ -27,7 +26,6 @@ bool ZOR_TmiCsvWriter::open(const QString& path)
     }
     device = file.get();
     baBuffer.reserve(BlockSize + BlockSize / 4);
-    baWriting.reserve(BlockSize + BlockSize / 4);
     nLines = 0;
     return true;
 }
@@ -42,7 +40,6 @@ bool ZOR_TmiCsvWriter::open(QIODevice* target)
         return false;
     }
     baBuffer.reserve(BlockSize + BlockSize / 4);
-    baWriting.reserve(BlockSize + BlockSize / 4);
     nLines = 0;
     return true;
 }
@@ -76,44 +73,87 @@ bool ZOR_TmiCsvWriter::afterLine()
     return baBuffer.size() < BlockSize || flush();
 }
 
-// A block is written (and for Windows-1251 encoded) on a second thread while
-// the next one is being formatted: the formatting of a large export and the
-// disk then take their time side by side instead of one after the other. A
-// failed write is reported by the flush or commit that follows it.
+QString ZOR_TmiCsvWriter::writeBlock(const QByteArray& block) const
+{
+    const QByteArray* bytes = &block;
+    QByteArray encoded;
+    if (encoding == Windows1251) {
+        const QString text = QString::fromUtf8(block.constData(), block.size());
+        ZOR_Cp1251::encodeAppend(text.constData(), text.size(), encoded);
+        bytes = &encoded;
+    }
+    if (device->write(*bytes) == bytes->size())
+        return QString();
+    const QString error = device->errorString();
+    return error.isEmpty() ? QStringLiteral("the output took only part of a block") : error;
+}
+
+// The writing thread: blocks in the order they were handed over. After a
+// failed write the rest are dropped; the failure is reported by the flush
+// or commit that follows.
+void ZOR_TmiCsvWriter::writeLoop()
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    for (;;) {
+        cvQueued.wait(lock, [this] { return bStop || !queued.empty(); });
+        if (queued.empty())
+            return;
+        QByteArray block = std::move(queued.front());
+        queued.pop_front();
+        bWriting = true;
+        const bool failed = !qsWriteError.isEmpty();
+        lock.unlock();
+        const QString error = failed ? QString() : writeBlock(block);
+        block.resize(0);  // keeps its reserved room
+        lock.lock();
+        bWriting = false;
+        if (!error.isEmpty())
+            qsWriteError = error;
+        spare.push_back(std::move(block));
+        cvWritten.notify_all();
+    }
+}
+
+// Hands the buffer (whole lines, so no character is split between blocks)
+// to the writing thread and takes an empty one, waiting while the thread is
+// BlocksInFlight blocks behind.
 bool ZOR_TmiCsvWriter::flush()
 {
-    if (!device || !waitForWrite())
+    if (!device)
         return false;
-    // The buffer holds whole lines, so no character is split between blocks.
-    baWriting.swap(baBuffer);
-    baBuffer.resize(0);
-    QIODevice* target = device;
-    const QByteArray* block = &baWriting;
-    const bool toCp1251 = encoding == Windows1251;
-    pending = std::async(std::launch::async, [target, block, toCp1251]() -> QString {
-        const QByteArray* bytes = block;
-        QByteArray encoded;
-        if (toCp1251) {
-            const QString text = QString::fromUtf8(block->constData(), block->size());
-            ZOR_Cp1251::encodeAppend(text.constData(), text.size(), encoded);
-            bytes = &encoded;
-        }
-        if (target->write(*bytes) == bytes->size())
-            return QString();
-        const QString error = target->errorString();
-        return error.isEmpty() ? QStringLiteral("the output took only part of a block") : error;
+    std::unique_lock<std::mutex> lock(mutex);
+    if (!writer.joinable())
+        writer = std::thread(&ZOR_TmiCsvWriter::writeLoop, this);
+    cvWritten.wait(lock, [this] {
+        return !qsWriteError.isEmpty() || int(queued.size()) + int(bWriting) < BlocksInFlight;
     });
+    if (!qsWriteError.isEmpty()) {
+        lock.unlock();
+        return waitForWrite();
+    }
+    QByteArray next;
+    if (!spare.empty()) {
+        next = std::move(spare.back());
+        spare.pop_back();
+    } else {
+        next.reserve(BlockSize + BlockSize / 4);
+    }
+    queued.push_back(std::move(baBuffer));
+    baBuffer = std::move(next);
+    cvQueued.notify_one();
     return true;
 }
 
+// Waits until every block handed over is written; false (and the export
+// cancelled) when one of them failed.
 bool ZOR_TmiCsvWriter::waitForWrite()
 {
-    if (!pending.valid())
+    std::unique_lock<std::mutex> lock(mutex);
+    cvWritten.wait(lock, [this] { return queued.empty() && !bWriting; });
+    if (qsWriteError.isEmpty())
         return true;
-    const QString error = pending.get();
-    if (error.isEmpty())
-        return true;
-    qsError = error;
+    qsError = qsWriteError;
+    lock.unlock();
     cancel();
     return false;
 }
@@ -122,8 +162,19 @@ bool ZOR_TmiCsvWriter::commit()
 {
     if (!device)
         return false;
-    if (!flush() || !waitForWrite())
+    if (!waitForWrite())
         return false;
+    // The last block from here: the writing thread is idle.
+    if (!baBuffer.isEmpty()) {
+        const QString error = writeBlock(baBuffer);
+        baBuffer.resize(0);
+        if (!error.isEmpty()) {
+            qsError = error;
+            cancel();
+            return false;
+        }
+    }
+    stopWriting();
     if (file) {
         const bool ok = file->commit();
         if (!ok)
@@ -135,11 +186,27 @@ bool ZOR_TmiCsvWriter::commit()
     return true;
 }
 
+// Ends the writing thread; blocks it has not started are dropped.
+void ZOR_TmiCsvWriter::stopWriting()
+{
+    {
+        std::lock_guard<std::mutex> lock(mutex);
+        bStop = true;
+        while (!queued.empty()) {
+            spare.push_back(std::move(queued.front()));
+            queued.pop_front();
+        }
+    }
+    cvQueued.notify_all();
+    if (writer.joinable())
+        writer.join();
+    bStop = false;
+    qsWriteError.clear();
+}
+
 void ZOR_TmiCsvWriter::cancel()
 {
-    if (pending.valid())
-        pending.wait();
-    pending = std::future<QString>();
+    stopWriting();
     if (file) {
         file->cancelWriting();
         file.reset();

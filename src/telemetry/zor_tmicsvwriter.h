@@ -4,10 +4,12 @@
 // Writes a CSV export of telemetry records to a file or device: the lines
 // of TmiPage_Base::setExcelHeader / setExcelData, byte for byte, but
 // collected in one buffer and written in large blocks (a QTextStream cell by
-// cell is several times slower for archives of 100,000 records), each block
-// on a second thread while the next is formatted. A file is
-// written through QSaveFile: until commit() the old file stays whole, and a
-// failed or cancelled export leaves it untouched.
+// cell is several times slower for archives of 100,000 records). Full blocks
+// go to a writing thread of the writer's own while the next ones are
+// formatted, so a large export takes the time of the slower of the two, not
+// of both; an export of less than one block never starts the thread. A file
+// is written through QSaveFile: until commit() the old file stays whole, and
+// a failed or cancelled export leaves it untouched.
 //
 //   ZOR_TmiCsvWriter csv(columns);          // the column-defining record
 //   if (!csv.open(path)) ... csv.errorString()
@@ -19,8 +21,12 @@
 #include <QSaveFile>
 #include <QString>
 
-#include <future>
+#include <condition_variable>
+#include <deque>
 #include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 class QIODevice;
 class TmiPage_Base;
@@ -60,18 +66,34 @@ private:
     bool flush();
     bool waitForWrite();
     bool afterLine();
+    void stopWriting();
+    void writeLoop();
+    // Writes (and encodes) one block; empty, or what went wrong.
+    QString writeBlock(const QByteArray& block) const;
+
+    // Blocks handed to the writing thread and not yet written, at most.
+    static constexpr int BlocksInFlight = 3;
 
     const TmiPage_Base& columns;
     Encoding encoding;
     std::unique_ptr<QSaveFile> file;
     QIODevice* device = nullptr;
     QByteArray baBuffer;
-    QByteArray baWriting;                 // the block the writing thread holds
-    std::future<QString> pending;         // its outcome: empty, or the error
     QByteArray baCodeText;
     QString qsCodeText;
     QString qsError;
     qint64 nLines = 0;
+
+    // Shared with the writing thread, under mutex.
+    std::thread writer;
+    std::mutex mutex;
+    std::condition_variable cvQueued;    // a block to write, or stop
+    std::condition_variable cvWritten;   // a block was written
+    std::deque<QByteArray> queued;       // in file order
+    std::vector<QByteArray> spare;       // written blocks, to be filled again
+    bool bWriting = false;
+    bool bStop = false;
+    QString qsWriteError;                // the first failed write
 };
 
 #endif
