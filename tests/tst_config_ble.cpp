@@ -3,16 +3,12 @@
 // configuration document. Expected texts and files are written from the
 // settings rules, by hand.
 
-#include "config/zor_configdocument.h"
-#include "config/zor_configpages.h"
 #include "config/zor_form_config_ble_devtype_uni.h"
 #include "config/zor_form_config_bluetooth.h"
 #include "config/zor_form_config_bluetooth_device_type.h"
 #include "config/zor_terminalprofile.h"
 #include "config/zor_userparamregistry.h"
 #include "module/zor_language.h"
-#include "store/cserialize.h"
-#include "store/cxmlworkdata.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -20,7 +16,6 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStandardItemModel>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "zor_form_document.h"
@@ -30,7 +25,6 @@ namespace {
 using Uni = ZOR_Form_Config_Ble_DevType_Uni;
 using Slot = ZOR_Form_Config_Bluetooth_Device_Type;
 
-const QByteArray& kDecl = ZorFormDocument::kDecl;
 using ZorFormDocument::config;
 using ZorFormDocument::load;
 using ZorFormDocument::save;
@@ -67,7 +61,6 @@ private slots:
     void simpleTypeReloadsToSameBytes();
     void badSimpleValuesLoadAsDefaults_data();
     void badSimpleValuesLoadAsDefaults();
-    void universalSlotAlwaysSavesTwelveNodes();
     void universalNodesLoadWithTheirDefaults_data();
     void universalNodesLoadWithTheirDefaults();
     void rowSwitchedOnByHandStartsAtFFAndOffReloadsOff();
@@ -155,22 +148,6 @@ void TestConfigBle::badSimpleValuesLoadAsDefaults()
     Slot slot;
     QVERIFY(load(slot, config(stored)));
     QCOMPARE(save(slot), config(saved));
-}
-
-void TestConfigBle::universalSlotAlwaysSavesTwelveNodes()
-{
-    Slot slot;
-    slot.setSlotNumber(3);
-    slot.setDeviceType(BLE_DEVTYPE_UNI);
-    QCOMPARE(slot.isShowSensorName(), true);
-    QByteArray body = "    <BLE3 type=\"6\" />\n"
-                      "    <U3C1 group=\"1\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />\n";
-    for (int c = 2; c <= 4; ++c)
-        body += QStringLiteral("    <U3C%1 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />\n").arg(c).toLatin1();
-    for (int p = 1; p <= 8; ++p)
-        body += QStringLiteral("    <U3P%1 group=\"0\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" "
-                               "mux=\"1\" div=\"1\" shift=\"0\" />\n").arg(p).toLatin1();
-    QCOMPARE(save(slot), config(body));
 }
 
 void TestConfigBle::universalNodesLoadWithTheirDefaults_data()
@@ -358,11 +335,6 @@ void TestConfigBle::slotsKeepTheirIndexListsConsistent()
 
 void TestConfigBle::documentWithSensorsReopensToSameStateAndOffersUserValue()
 {
-    bool listed = false;
-    for (const ZOR_ConfigPage& p : zorConfigPages())
-        listed = listed || QByteArray(p.lpId) == "bluetooth";
-    QVERIFY(listed);
-
     const QByteArray uniBody =
         "    <BLE3 type=\"6\" />\n"
         "    <U3C1 group=\"1\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"0A0B\" />\n"
@@ -380,36 +352,28 @@ void TestConfigBle::documentWithSensorsReopensToSameStateAndOffersUserValue()
     for (int s = 4; s <= 8; ++s)
         body += QStringLiteral("    <BLE%1 type=\"0\" />\n").arg(s).toLatin1();
 
-    QTemporaryDir dir;
-    const QString path = dir.filePath("ble.xml");
-    {
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(config(body));
-    }
-    ZOR_ConfigDocument doc;
-    doc.createForms();
-    QVERIFY2(doc.load(path), qPrintable(doc.errorString()));
-    const auto entries = doc.userParams()->entries();
+    ZorFormDocument::Doc d({});   // every page
+    QVERIFY(d.load(config(body)));
+    const auto entries = d.doc.userParams()->entries();
     QCOMPARE(entries.size(), 1);
     QCOMPARE(entries[0].qsPrefix, QString("UP"));
     QCOMPARE(entries[0].qsMess, QStringLiteral("U3P1, 1 ") + kUserWord);
     QCOMPARE(entries[0].qsSuffix, QString("2u"));
     QCOMPARE(entries[0].nSize, 2);
-    QVERIFY(!doc.isModified());
+    QVERIFY(!d.doc.isModified());
 
     // The field-set form offers it among its 2-byte user parameters.
     int offered = 0;
-    for (QComboBox* box : doc.form("protocol")->findChildren<QComboBox*>())
+    for (QComboBox* box : d.doc.form("protocol")->findChildren<QComboBox*>())
         for (int i = 0; i < box->count(); ++i)
             offered += box->itemText(i).contains(QStringLiteral("U3P1"));
     QVERIFY(offered > 0);
 
-    const QByteArray saved = doc.render();
+    const QByteArray saved = d.doc.render();
     QVERIFY2(saved.contains(body), saved.constData());
-    QVERIFY(doc.save(path));
-    QVERIFY(doc.load(path));
-    QCOMPARE(doc.render(), saved);
+    QVERIFY(d.doc.save(d.path()));
+    QVERIFY(d.doc.load(d.path()));
+    QCOMPARE(d.doc.render(), saved);
 }
 
 QTEST_MAIN(TestConfigBle)

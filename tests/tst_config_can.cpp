@@ -12,12 +12,10 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFile>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -25,7 +23,7 @@
 
 namespace {
 
-const QByteArray& kDecl = ZorFormDocument::kDecl;
+using ZorFormDocument::config;
 
 const QVector<ZOR_ConfigPage> kPages = {
     {"can", "", &zorCreateConfigForm<ZOR_Form_Config_CAN_Param>, false},
@@ -90,32 +88,19 @@ QList<int> ticked(QTreeWidget* tree)
     return nums;
 }
 
-// A document of the two pages loaded from bytes (with a profile).
-struct Loaded {
+ZOR_TerminalProfile canVariant(int nVariant)
+{
+    ZOR_TerminalProfile profile;
+    profile.nCanVariant = nVariant;
+    return profile;
+}
+
+// A document of the two pages loaded from the nodes.
+struct Loaded : ZorFormDocument::Doc {
     explicit Loaded(const QByteArray& nodes, int nVariant = ZOR_TerminalProfile::CanExt)
-    {
-        ZOR_TerminalProfile profile;
-        profile.nCanVariant = nVariant;
-        doc.setProfile(profile);
-        doc.createForms(nullptr, kPages);
-        QFile f(dir.filePath("c.xml"));
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(kDecl + "<CONFIG>\n" + nodes + "</CONFIG>\n");
-        f.close();
-        QVERIFY2(doc.load(f.fileName()), qPrintable(doc.errorString()));
-    }
-    ZOR_Form_Config_CAN_Param* can() const { return static_cast<ZOR_Form_Config_CAN_Param*>(doc.form("can")); }
-    ZOR_Form_Config_CAN_TechotonS6* s6() const
-    { return static_cast<ZOR_Form_Config_CAN_TechotonS6*>(doc.form("can_s6")); }
-    QByteArray line(const QByteArray& name)
-    {
-        for (const QByteArray& l : doc.render().split('\n'))
-            if (l.trimmed().startsWith("<" + name + " "))
-                return l.trimmed();
-        return QByteArray();
-    }
-    QTemporaryDir dir;
-    ZOR_ConfigDocument doc;
+        : Doc(kPages, canVariant(nVariant)) { QVERIFY(load(config(nodes))); }
+    ZOR_Form_Config_CAN_Param* can() const { return form<ZOR_Form_Config_CAN_Param>("can"); }
+    ZOR_Form_Config_CAN_TechotonS6* s6() const { return form<ZOR_Form_Config_CAN_TechotonS6>("can_s6"); }
 };
 
 QByteArray cpNode(const QString& sc, const QString& ac, const QString& bc, const QString& cmd)
@@ -131,11 +116,9 @@ class TestConfigCan : public QObject
 private slots:
     void initTestCase() { ZOR_Language::instance().load(QStringLiteral("ru")); }
 
-    void standardSelectionTextFollowsBitRule_data();
-    void standardSelectionTextFollowsBitRule();
+    void selectionTextsFollowTheirBitRules_data();
+    void selectionTextsFollowTheirBitRules();
     void partiallyCheckedParameterIsNotStored();
-    void commandTextIsLeastBitFirstAndUnpadded_data();
-    void commandTextIsLeastBitFirstAndUnpadded();
     void randomSelectionsRoundTripThroughTheFile_data();
     void randomSelectionsRoundTripThroughTheFile();
     void badStoredTextsLoadWhatTheyCan_data();
@@ -152,25 +135,42 @@ private slots:
     void s6OutputScaleIsOneForAllSensors();
 };
 
-void TestConfigCan::standardSelectionTextFollowsBitRule_data()
+// Parameters: the first of four is 8, the text has all its digits.
+// Commands: the first of four is 1, the text is as long as the list needs.
+void TestConfigCan::selectionTextsFollowTheirBitRules_data()
 {
+    QTest::addColumn<bool>("commands");
     QTest::addColumn<QList<int>>("nums");
-    QTest::addColumn<QString>("sc");
-    QTest::newRow("only 1") << QList<int>{1} << "8" + zeros(19);
-    QTest::newRow("only 4") << QList<int>{4} << "1" + zeros(19);
-    QTest::newRow("1 to 4") << QList<int>{1, 2, 3, 4} << "f" + zeros(19);
-    QTest::newRow("only 80") << QList<int>{80} << zeros(19) + "1";
-    QTest::newRow("bit sets 20, 38, 71") << QList<int>{20, 38, 71} << "00001000040000000200";
-    QTest::newRow("none") << QList<int>{} << zeros(20);
+    QTest::addColumn<QString>("text");
+    QTest::newRow("SC only 1") << false << QList<int>{1} << "8" + zeros(19);
+    QTest::newRow("SC only 4") << false << QList<int>{4} << "1" + zeros(19);
+    QTest::newRow("SC only 80") << false << QList<int>{80} << zeros(19) + "1";
+    QTest::newRow("SC bit sets 20, 38, 71") << false << QList<int>{20, 38, 71} << "00001000040000000200";
+    QTest::newRow("SC none") << false << QList<int>{} << zeros(20);
+    QTest::newRow("Cmd only the first") << true << QList<int>{1} << "100";
+    QTest::newRow("Cmd only the fourth") << true << QList<int>{4} << "800";
+    QTest::newRow("Cmd fifth") << true << QList<int>{5} << "010";
+    QTest::newRow("Cmd last two") << true << QList<int>{9, 10} << "003";
 }
 
-void TestConfigCan::standardSelectionTextFollowsBitRule()
+void TestConfigCan::selectionTextsFollowTheirBitRules()
 {
+    QFETCH(bool, commands);
     QFETCH(QList<int>, nums);
-    QFETCH(QString, sc);
+    QFETCH(QString, text);
     ZOR_Form_Config_CAN_Param form;
-    tick(form.treeSC(), nums);
-    QCOMPARE(form.getStrParam_SC(), sc);
+    if (!commands) {
+        tick(form.treeSC(), nums);
+        QCOMPARE(form.getStrParam_SC(), text);
+        return;
+    }
+    for (int p : nums)
+        form.treeCmd()->topLevelItem(p - 1)->setCheckState(0, Qt::Checked);
+    QCOMPARE(form.getStrParam_Cmd(), text);
+    form.setStrParam_Cmd(QString());
+    QCOMPARE(form.getStrParam_Cmd(), QStringLiteral("000"));
+    form.setStrParam_Cmd(text);
+    QCOMPARE(form.getStrParam_Cmd(), text);
 }
 
 void TestConfigCan::partiallyCheckedParameterIsNotStored()
@@ -185,32 +185,6 @@ void TestConfigCan::partiallyCheckedParameterIsNotStored()
         set->child(i)->setCheckState(0, Qt::Checked);
     QCOMPARE(set->checkState(0), Qt::Checked);
     QCOMPARE(form.getStrParam_SC(), "00001" + zeros(15));
-}
-
-void TestConfigCan::commandTextIsLeastBitFirstAndUnpadded_data()
-{
-    QTest::addColumn<QList<int>>("positions");
-    QTest::addColumn<QString>("cmd");
-    QTest::newRow("only the first") << QList<int>{1} << "100";
-    QTest::newRow("only the fourth") << QList<int>{4} << "800";
-    QTest::newRow("fifth") << QList<int>{5} << "010";
-    QTest::newRow("last two") << QList<int>{9, 10} << "003";
-    QTest::newRow("all") << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10} << "ff3";
-}
-
-void TestConfigCan::commandTextIsLeastBitFirstAndUnpadded()
-{
-    QFETCH(QList<int>, positions);
-    QFETCH(QString, cmd);
-    ZOR_Form_Config_CAN_Param form;
-    QCOMPARE(form.treeCmd()->topLevelItemCount(), 10);
-    for (int p : positions)
-        form.treeCmd()->topLevelItem(p - 1)->setCheckState(0, Qt::Checked);
-    QCOMPARE(form.getStrParam_Cmd(), cmd);
-    form.setStrParam_Cmd(QString());
-    QCOMPARE(form.getStrParam_Cmd(), QStringLiteral("000"));
-    form.setStrParam_Cmd(cmd);
-    QCOMPARE(form.getStrParam_Cmd(), cmd);
 }
 
 void TestConfigCan::randomSelectionsRoundTripThroughTheFile_data()
@@ -329,8 +303,9 @@ void TestConfigCan::olderFirmwareTextsAreRenumbered_data()
     // 3.16: the lights set was 38, the service distance 47 (today 71 and 80).
     QTest::newRow("SC 3.16 lights and distance") << "sc316" << "000000000402" << refListText({71, 80}, 20);
     QTest::newRow("SC 3.16 unknown 37") << "sc316" << "000000000800" << zeros(20);
-    // 3.20: the lights set was 62 (today 71); 1-61 kept their numbers.
-    QTest::newRow("SC 3.20") << "sc320" << "c00000000000000400" << refListText({1, 2, 71}, 20);
+    // 3.20: the lights set was 62, the service distance 71 (today 71 and
+    // 80); 1-61 kept their numbers.
+    QTest::newRow("SC 3.20") << "sc320" << "c00000000000000402" << refListText({1, 2, 71, 80}, 20);
     // 3.16: AC's 214 was today's 231, beyond what the AC text holds.
     QTest::newRow("AC 3.16") << "ac316" << "8" << refListText({1}, 47);
     // 3.16 knew commands 1-4 and today's 7, 8 as 5, 6.
@@ -379,16 +354,13 @@ void TestConfigCan::buttonsAskForTheFieldSetTabs()
 
 void TestConfigCan::s6NewConfigurationLayout()
 {
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, {kPages[1]});
-    doc.newDocument();
-    QByteArray expected = kDecl + "<CONFIG>\n    <S6 outFS=\"4095\">\n"
-                          "        <S6DFM1 mode=\"0\" address1=\"11\" address2=\"12\" />\n";
+    ZorFormDocument::Doc d({kPages[1]});
+    d.doc.newDocument();
+    QByteArray body = "    <S6 outFS=\"4095\">\n        <S6DFM1 mode=\"0\" address1=\"11\" address2=\"12\" />\n";
     for (int n = 1; n <= 8; ++n)
-        expected += "        <S6DUT" + QByteArray::number(n)
-                    + " address=\"0\" filterMode=\"0\" filterLength=\"5\" filterLvl=\"5\" />\n";
-    expected += "    </S6>\n</CONFIG>\n";
-    QCOMPARE(doc.render(), expected);
+        body += "        <S6DUT" + QByteArray::number(n)
+                + " address=\"0\" filterMode=\"0\" filterLength=\"5\" filterLvl=\"5\" />\n";
+    QCOMPARE(d.doc.render(), config(body + "    </S6>\n"));
 }
 
 void TestConfigCan::s6SensorUseFollowsAddressAndEnablesControls()

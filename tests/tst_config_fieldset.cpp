@@ -12,11 +12,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFile>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "zor_form_document.h"
@@ -27,7 +25,6 @@ namespace {
 
 using Fields = QVector<int>;
 
-const QByteArray& kDecl = ZorFormDocument::kDecl;
 const QVector<ZOR_ConfigPage> kPages = {{"protocol", "", &zorCreateConfigForm<ZOR_Form_Config_Set_Kite3>, true}};
 
 // Widths in bytes of the fields the cases use, as the record's field table
@@ -73,14 +70,8 @@ QString maskOf(const Fields& fields)
 
 QByteArray document(const QString& format, const QString& mask, const QByteArray& userParams = "        <USERPARAMS />\n")
 {
-    return kDecl + "<CONFIG>\n    <PROTOCOL page=\"PROTOCOL\">\n        <KITE format=\"" + format.toLatin1()
-        + "\" mask=\"" + mask.toLatin1() + "\" />\n" + userParams + "    </PROTOCOL>\n</CONFIG>\n";
-}
-
-bool writeAll(const QString& path, const QByteArray& bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+    return ZorFormDocument::config("    <PROTOCOL page=\"PROTOCOL\">\n        <KITE format=\"" + format.toLatin1()
+                                   + "\" mask=\"" + mask.toLatin1() + "\" />\n" + userParams + "    </PROTOCOL>\n");
 }
 
 // The set fields of a mask as "1 2 3 77": failures show what differs.
@@ -99,17 +90,9 @@ QString savedMask(const QByteArray& xml)
     return QString::fromLatin1(xml.mid(i, xml.indexOf('"', i) - i));
 }
 
-struct Fixture {
+struct Fixture : ZorFormDocument::Doc {
     explicit Fixture(const ZOR_TerminalProfile& profile = ZOR_TerminalProfile())
-    {
-        doc.setProfile(profile);
-        doc.createForms(nullptr, kPages);
-        form = static_cast<ZOR_Form_Config_Set_Kite3*>(doc.form("protocol"));
-    }
-    bool load(const QByteArray& xml)
-    {
-        return writeAll(dir.filePath("c.xml"), xml) && doc.load(dir.filePath("c.xml"));
-    }
+        : Doc(kPages, profile), form(Doc::form<ZOR_Form_Config_Set_Kite3>("protocol")) {}
     QCheckBox* box(int n) const { return form->findChild<QCheckBox*>(QStringLiteral("checkBox_Field_%1").arg(n)); }
     QComboBox* combo(const QString& name) const { return form->findChild<QComboBox*>(name); }
     QString sizeText() const { return form->findChild<QLabel*>("label_Size")->text(); }
@@ -119,9 +102,7 @@ struct Fixture {
         c->setCurrentIndex(c->findText(caption));
     }
 
-    QTemporaryDir dir;
-    ZOR_ConfigDocument doc;
-    ZOR_Form_Config_Set_Kite3* form = nullptr;
+    ZOR_Form_Config_Set_Kite3* form;
 };
 
 } // namespace
@@ -182,7 +163,7 @@ void TestConfigFieldSet::recordSizeIsTheSumOfSelectedFieldsOfTheVersion()
     QFETCH(QString, format);
     QFETCH(Fields, fields);
     Fixture f;
-    QVERIFY2(f.load(document(format, maskOf(fields))), qPrintable(f.doc.errorString()));
+    QVERIFY(f.load(document(format, maskOf(fields))));
     int nExpected = 0;
     for (int n : fields)
         if (versionOf(n) <= format.left(1).toInt())
@@ -236,7 +217,6 @@ void TestConfigFieldSet::storedFormatSelectsVersion_data()
     QTest::addColumn<QString>("shown");
     QTest::newRow("10") << QByteArray("10") << "10" << "KITE 1.0";
     QTest::newRow("20") << QByteArray("20") << "20" << "KITE 2.0";
-    QTest::newRow("30") << QByteArray("30") << "30" << "KITE 3.0";
     QTest::newRow("unknown number") << QByteArray("40") << "30" << "KITE 3.0";
     QTest::newRow("word") << QByteArray("KITE 1.0") << "30" << "KITE 3.0";
     QTest::newRow("padded") << QByteArray(" 10") << "30" << "KITE 3.0";

@@ -11,8 +11,6 @@
 #include "config/zor_userparamregistry.h"
 #include "module/zor_global.h"
 #include "module/zor_language.h"
-#include "store/cserialize.h"
-#include "store/cxmlworkdata.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,7 +19,6 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "zor_form_document.h"
@@ -31,7 +28,8 @@
 
 namespace {
 
-const QByteArray& kDecl = ZorFormDocument::kDecl;
+using ZorFormDocument::config;
+using Doc = ZorFormDocument::Doc;
 
 // A small form: one node "DEV" of four bound values, and rows "R1".."R3".
 class TestForm : public ZOR_Form_Config
@@ -66,18 +64,6 @@ public:
 };
 
 const QVector<ZOR_ConfigPage> kPages = {{"test", "", &zorCreateConfigForm<TestForm>, false}};
-
-QByteArray readAll(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-bool writeAll(const QString& path, const QByteArray& bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
-}
 
 } // namespace
 
@@ -125,16 +111,12 @@ void TestConfigLayer::storedValuesLoadWithFallbacks()
     QFETCH(bool, on);
     QFETCH(QString, type);
     QFETCH(QString, reg);
-    QTemporaryDir dir;
-    const QString path = dir.filePath("c.xml");
-    QVERIFY(writeAll(path, kDecl + "<CONFIG>\n    <DEV " + attrs + " />\n</CONFIG>\n"));
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, kPages);
-    auto form = static_cast<TestForm*>(doc.form("test"));
+    Doc d(kPages);
+    auto form = d.form<TestForm>("test");
     form->spin.setValue(99);
     form->check.setChecked(!on);
-    QVERIFY2(doc.load(path), qPrintable(doc.errorString()));
-    QVERIFY2(!doc.render().isEmpty(), qPrintable(doc.errorString()));
+    QVERIFY(d.load(config("    <DEV " + attrs + " />\n")));
+    QVERIFY2(!d.doc.render().isEmpty(), qPrintable(d.doc.errorString()));
     QCOMPARE(form->spin.value(), speed);
     QCOMPARE(form->check.isChecked(), on);
     QCOMPARE(form->combo.currentText(), type);
@@ -143,14 +125,10 @@ void TestConfigLayer::storedValuesLoadWithFallbacks()
 
 void TestConfigLayer::newDocumentSavesDefaultsInRowOrder()
 {
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, kPages);
-    QCOMPARE(doc.render(), kDecl + "<CONFIG>\n"
-                                   "    <DEV speed=\"10\" on=\"1\" type=\"9\" reg=\"001f\" />\n"
-                                   "    <R1 use=\"0\" addr=\"1\" />\n"
-                                   "    <R2 use=\"0\" addr=\"1\" />\n"
-                                   "    <R3 use=\"0\" addr=\"1\" />\n"
-                                   "</CONFIG>\n");
+    QCOMPARE(Doc(kPages).doc.render(), config("    <DEV speed=\"10\" on=\"1\" type=\"9\" reg=\"001f\" />\n"
+                                              "    <R1 use=\"0\" addr=\"1\" />\n"
+                                              "    <R2 use=\"0\" addr=\"1\" />\n"
+                                              "    <R3 use=\"0\" addr=\"1\" />\n"));
 }
 
 void TestConfigLayer::captionListKeepsCodeAcrossLanguages()
@@ -215,62 +193,42 @@ void TestConfigLayer::registryKeepsValueUntilEveryPublisherWithdraws()
 
 void TestConfigLayer::saveThenLoadIsByteIdenticalAndKeepsForeignNodes()
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("c.xml");
-    const QByteArray original = kDecl + "<CONFIG>\n"
-                                        "    <OTHER x=\"1\" />\n"
-                                        "    <DEV speed=\"5\" on=\"0\" type=\"7\" reg=\"0002\" stale=\"1\" />\n"
-                                        "</CONFIG>\n";
-    QVERIFY(writeAll(path, original));
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, kPages);
-    QVERIFY(doc.load(path));
-    QVERIFY2(doc.save(), qPrintable(doc.errorString()));
-    const QByteArray saved = readAll(path);
+    Doc d(kPages);
+    QVERIFY(d.load(config("    <OTHER x=\"1\" />\n"
+                          "    <DEV speed=\"5\" on=\"0\" type=\"7\" reg=\"0002\" stale=\"1\" />\n")));
+    QVERIFY2(d.doc.save(), qPrintable(d.doc.errorString()));
+    const QByteArray saved = d.file();
     QVERIFY(saved.contains("<OTHER x=\"1\" />"));
     QVERIFY(saved.contains("<DEV speed=\"5\" on=\"0\" type=\"7\" reg=\"0002\" />"));   // cleared before writing
-    QVERIFY(doc.load(path));
-    QVERIFY(doc.save());
-    QCOMPARE(readAll(path), saved);
+    QVERIFY(d.doc.load(d.path()));
+    QVERIFY(d.doc.save());
+    QCOMPARE(d.file(), saved);
 }
 
 void TestConfigLayer::unreadableFileIsReportedAndNeverOverwritten()
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("bad.xml");
-    const QByteArray broken = kDecl + "<CONFIG><DEV speed=\"5\"></CONFIG>\n";
-    QVERIFY(writeAll(path, broken));
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, kPages);
-    QVERIFY(!doc.load(path));
-    QVERIFY(!doc.errorString().isEmpty());
-    QVERIFY(!doc.save());       // still the new, unnamed document
-    QCOMPARE(readAll(path), broken);
-    QVERIFY(!doc.load(dir.filePath("missing.xml")));
-    QVERIFY(!QFile::exists(dir.filePath("missing.xml")));
+    Doc d(kPages);
+    const QByteArray broken = ZorFormDocument::kDecl + "<CONFIG><DEV speed=\"5\"></CONFIG>\n";
+    QVERIFY(!d.load(broken));
+    QVERIFY(!d.doc.errorString().isEmpty());
+    QVERIFY(!d.doc.save());       // still the new, unnamed document
+    QCOMPARE(d.file(), broken);
+    QVERIFY(!d.doc.load(d.dir.filePath("missing.xml")));
+    QVERIFY(!QFile::exists(d.dir.filePath("missing.xml")));
 }
 
 void TestConfigLayer::handEditedEmptyRootTakesTheForms()
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("c.xml");
-    QVERIFY(writeAll(path, kDecl + "<CONFIG>\n</CONFIG>\n"));
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, kPages);
-    QVERIFY(doc.load(path));
-    QVERIFY2(doc.save(), qPrintable(doc.errorString()));
-    QVERIFY(readAll(path).contains("<DEV speed=\"10\""));
+    Doc d(kPages);
+    QVERIFY(d.load(ZorFormDocument::kDecl + "<CONFIG>\n</CONFIG>\n"));
+    QVERIFY2(d.doc.save(), qPrintable(d.doc.errorString()));
+    QVERIFY(d.file().contains("<DEV speed=\"10\""));
 }
 
 void TestConfigLayer::failedSaveLeavesOldFileAndSaysWhy()
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("c.xml");
-    const QByteArray original = kDecl + "<CONFIG />\n";
-    QVERIFY(writeAll(path, original));
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, kPages);
-    QVERIFY(doc.load(path));
+    Doc d(kPages);
+    QVERIFY(d.load(config("")));
     // A file size limit below the document's size makes the write fail for
     // any user, root included.
     ::signal(SIGXFSZ, SIG_IGN);
@@ -279,25 +237,21 @@ void TestConfigLayer::failedSaveLeavesOldFileAndSaysWhy()
     rlimit small = old;
     small.rlim_cur = 64;
     QVERIFY(::setrlimit(RLIMIT_FSIZE, &small) == 0);
-    const bool ok = doc.save();
+    const bool ok = d.doc.save();
     ::setrlimit(RLIMIT_FSIZE, &old);
     QVERIFY(!ok);
-    QVERIFY(!doc.errorString().isEmpty());
-    QCOMPARE(readAll(path), original);
+    QVERIFY(!d.doc.errorString().isEmpty());
+    QCOMPARE(d.file(), config(""));
 }
 
 void TestConfigLayer::userEditsMarkModifiedButLoadingDoesNot()
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("c.xml");
-    QVERIFY(writeAll(path, kDecl + "<CONFIG>\n    <DEV speed=\"77\" />\n</CONFIG>\n"));
-    ZOR_ConfigDocument doc;
-    doc.createForms(nullptr, kPages);
-    QSignalSpy spy(&doc, &ZOR_ConfigDocument::signal_ModifiedChanged);
-    QVERIFY(doc.load(path));
-    QVERIFY(!doc.isModified());
-    static_cast<TestForm*>(doc.form("test"))->rows.widgetAs<QSpinBox>(1, 2)->setValue(9);
-    QVERIFY(doc.isModified());
+    Doc d(kPages);
+    QSignalSpy spy(&d.doc, &ZOR_ConfigDocument::signal_ModifiedChanged);
+    QVERIFY(d.load(config("    <DEV speed=\"77\" />\n")));
+    QVERIFY(!d.doc.isModified());
+    d.form<TestForm>("test")->rows.widgetAs<QSpinBox>(1, 2)->setValue(9);
+    QVERIFY(d.doc.isModified());
     QCOMPARE(spy.count(), 1);
 }
 

@@ -16,16 +16,12 @@
 #include "config/zor_form_config_rs_param_tach.h"
 #include "config/zor_userparamregistry.h"
 #include "module/zor_language.h"
-#include "store/cserialize.h"
-#include "store/cxmlworkdata.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "zor_form_document.h"
@@ -35,7 +31,6 @@ namespace {
 using Port = ZOR_Form_Config_RS_Port;
 using Mdbs = ZOR_Form_Config_RS_Param_Mdbs;
 
-const QByteArray& kDecl = ZorFormDocument::kDecl;
 using ZorFormDocument::config;
 using ZorFormDocument::load;
 using ZorFormDocument::save;
@@ -63,15 +58,6 @@ class TestConfigRs : public QObject
     Q_OBJECT
 private slots:
     void initTestCase() { ZOR_Language::instance().load(QStringLiteral("ru")); }
-
-    void bothInterfacesArePagesOfTheConfiguration()
-    {
-        QStringList ids;
-        for (const ZOR_ConfigPage& page : zorConfigPages())
-            ids << QLatin1String(page.lpId);
-        QVERIFY(ids.contains("rs232"));
-        QVERIFY(ids.contains("rs485"));
-    }
 
     void fuelPagesKeepTheirNodes_data()
     {
@@ -109,17 +95,6 @@ private slots:
         // Unknown type and mode codes load as 0.
         QVERIFY(load(*page, config("<FS1 use=\"1\" type=\"77\" filterMode=\"5\" />")));
         QVERIFY(save(*page).contains("<FS1 use=\"1\" type=\"0\" address=\"1\" thld=\"5\" thldOff=\"0\" filterMode=\"0\" "));
-    }
-
-    void sensorsAreLabelledByNumber()
-    {
-        ZOR_Form_Config_RS_Param_Flds_RS485 page;
-        QStringList texts;
-        for (QLabel* label : page.findChildren<QLabel*>())
-            texts << label->text();
-        const QString fls = QString::fromUtf8("Датчик уровня топлива");
-        QVERIFY(texts.contains(fls + " 1"));
-        QVERIFY(texts.contains(fls + " 16"));
     }
 
     void interfaceNodes_data()
@@ -229,7 +204,6 @@ private slots:
         QTest::newRow("TPMS613") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TPMS613\" />") << "19200";
         QTest::newRow("TD18") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TD18\" />") << "19200";
         QTest::newRow("TD21") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TD21\" />") << "19200";
-        QTest::newRow("HRPS") << int(Port::KindHrps) << QByteArray() << "38400";
     }
     void modelLineSettings()
     {
@@ -279,11 +253,11 @@ private slots:
     void canDataNodeIsNeverCreated()
     {
         ZOR_Form_Config_RS_Param_DtaCan page;
-        QCOMPARE(save(page), kDecl + "<CONFIG />\n");
+        QCOMPARE(save(page), config(""));
         QVERIFY(load(page, config("<DTCN address=\"300\" />")));
         QCOMPARE(save(page), config("    <DTCN address=\"255\" />\n"));
         page.setDefaultParam();
-        QCOMPARE(save(page), kDecl + "<CONFIG />\n");
+        QCOMPARE(save(page), config(""));
     }
 
     void cataloguedValuesAreNamedByIdentifier()
@@ -301,14 +275,14 @@ private slots:
 
     void modbusValuesReachTheRegistryOnlyWhileModbusIsChosen()
     {
-        ZOR_ConfigDocument doc;
-        doc.createForms(nullptr, serialPages());
-        auto port = static_cast<Port*>(doc.form("rs485"));
+        ZorFormDocument::Doc d(serialPages());
+        auto port = d.form<Port>("rs485");
+        QVERIFY(port && d.form<Port>("rs232"));
         auto modbus = static_cast<Mdbs*>(port->page(Port::KindModbus));
         port->setCurrentKind(Port::KindModbus);
         modbus->setRowOn(3, true);
         static_cast<QSpinBox*>(modbus->rowWidget(3, Mdbs::RowAddr))->setValue(5);
-        ZOR_UserParamRegistry* reg = doc.userParams();
+        ZOR_UserParamRegistry* reg = d.doc.userParams();
         const QString label = QStringLiteral("MB3,  5,  0");
         const QString caption = QString::fromUtf8("1 байт, биты");
         QCOMPARE(reg->entries().size(), 1);
@@ -323,39 +297,33 @@ private slots:
 
     void newConfigurationWithModbusSavesAndReloads()
     {
-        QTemporaryDir dir;
-        const QString file = dir.filePath("cfg.xml");
         QByteArray bytes;
         {
-            ZOR_ConfigDocument doc;
-            doc.createForms(nullptr, serialPages());
-            auto port = static_cast<Port*>(doc.form("rs485"));
+            ZorFormDocument::Doc d(serialPages());
+            auto port = d.form<Port>("rs485");
             port->setCurrentKind(Port::KindModbus);
             auto modbus = static_cast<Mdbs*>(port->page(Port::KindModbus));
             modbus->setRowOn(2, true);
             modbus->setRowOn(5, true);
             modbus->setEventOn(1, true);
             static_cast<QComboBox*>(modbus->eventWidget(1, Mdbs::EvPrm))->setCurrentIndex(1);
-            auto fuel232 = static_cast<Port*>(doc.form("rs232"));
+            auto fuel232 = d.form<Port>("rs232");
             fuel232->setCurrentKind(Port::KindFuel);
             static_cast<QCheckBox*>(static_cast<ZOR_Form_Config_RS_Param_Flds*>(fuel232->page(Port::KindFuel))
                                         ->sensorWidget(1, ZOR_Form_Config_RS_Param_Flds::Use))->setChecked(true);
-            QVERIFY2(doc.save(file), qPrintable(doc.errorString()));
-            QFile f(file);
-            QVERIFY(f.open(QIODevice::ReadOnly));
-            bytes = f.readAll();
+            QVERIFY2(d.doc.save(d.path()), qPrintable(d.doc.errorString()));
+            bytes = d.file();
         }
         QVERIFY(bytes.contains("<MDBSPRM2 prm=\"1b\" addr=\"1\" reg=\"0\" cmd=\"1\" ord=\"0\" cycle=\"500\" save=\"0\" />"));
         QVERIFY(bytes.contains("<MDBSEVNT1 prm=\"mb5\" cond=\"1\" step=\"0\" low=\"0\" high=\"0\" hyst=\"0\" />"));
-        ZOR_ConfigDocument doc;
-        doc.createForms(nullptr, serialPages());
-        QVERIFY2(doc.load(file), qPrintable(doc.errorString()));
-        auto modbus = static_cast<Mdbs*>(static_cast<Port*>(doc.form("rs485"))->page(Port::KindModbus));
+        ZorFormDocument::Doc d(serialPages());
+        QVERIFY(d.load(bytes));
+        auto modbus = static_cast<Mdbs*>(d.form<Port>("rs485")->page(Port::KindModbus));
         QVERIFY(modbus->isRowOn(2) && modbus->isRowOn(5) && !modbus->isRowOn(1));
         QVERIFY(modbus->isEventOn(1));
-        QCOMPARE(doc.userParams()->entries().size(), 2);
+        QCOMPARE(d.doc.userParams()->entries().size(), 2);
         // Load and save: the same bytes.
-        QCOMPARE(doc.render(), bytes);
+        QCOMPARE(d.doc.render(), bytes);
     }
 };
 
