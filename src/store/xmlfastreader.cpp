@@ -97,6 +97,9 @@ private:
     std::vector<Open> m_stack;
     std::vector<Attribute> m_attributes;
     QHash<QByteArray, QString> m_names;
+    // Short values repeat ("0", "1", type codes): one copy of each of the
+    // first few thousand is shared instead of a string per attribute.
+    QHash<QByteArray, QString> m_values;
     // The text of the innermost element while it has no child (the only
     // text the tree keeps), and a scratch buffer for attribute values.
     QByteArray m_text;
@@ -234,14 +237,27 @@ bool Reader::attributeValue(QString& value)
                 return false;
         }
     }
-    if (plain) {
-        value = text(start, int(m_p - start), ascii);
-    } else {
+    if (!plain) {
         m_value.append(start, int(m_p - start));
-        value = text(m_value.constData(), m_value.size(), ascii);
+        start = m_value.constData();
     }
+    const int n = plain ? int(m_p - start) : m_value.size();
     ++m_p;
-    value = CXmlDefaultHandler::decodeValue(value);
+    const int kShort = 12;
+    const int kShared = 4096;
+    if (n > kShort) {
+        value = CXmlDefaultHandler::decodeValue(text(start, n, ascii));
+        return true;
+    }
+    const QByteArray key = QByteArray::fromRawData(start, n);
+    const auto it = m_values.constFind(key);
+    if (it != m_values.constEnd()) {
+        value = it.value();
+        return true;
+    }
+    value = CXmlDefaultHandler::decodeValue(text(start, n, ascii));
+    if (m_values.size() < kShared)
+        m_values.insert(QByteArray(start, n), value);
     return true;
 }
 
