@@ -569,6 +569,11 @@ QVariant ZOR_Model_Log::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         return toolTip(serial, index.column());
     case Qt::FontRole:
+        if (serial == kDropRow) {
+            QFont italic = rowFont;
+            italic.setItalic(true);
+            return italic;
+        }
         return rowFont;
     case Qt::TextAlignmentRole:
         return int(kColumns[index.column()].alignment);
