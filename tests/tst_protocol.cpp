@@ -36,7 +36,6 @@ private slots:
     void framesMatchTheWireLayout();
     void namedBuildersCarryTheirTextAndBlock_data();
     void namedBuildersCarryTheirTextAndBlock();
-    void headerOverloadsAgreeWithTheFrame();
     void xorSumOfTwoBuffersCoversBoth();
     void checkFrameNamesEachFault_data();
     void checkFrameNamesEachFault();
@@ -72,7 +71,18 @@ void TestProtocol::framesMatchTheWireLayout()
     QCOMPARE(f.getUsbCommandToDevice(text, payload).toHex(), frame.toHex());
     if (payload.isEmpty())
         QCOMPARE(f.getUsbCommandToDevice(text).toHex(), frame.toHex());
-    QCOMPARE(f.getUsbArrCommandToDevice(frame.mid(16)).toHex(), frame.toHex());
+    QByteArray data = frame.mid(16);
+    QCOMPARE(f.getUsbArrCommandToDevice(data).toHex(), frame.toHex());
+    // The header alone, from the text and payload or from the data.
+    QByteArray header;
+    f.getHeaderCommand(text, payload, header);
+    QCOMPARE(header, frame.left(16));
+    f.getHeaderCommand(data, header);
+    QCOMPARE(header, frame.left(16));
+    if (payload.isEmpty()) {
+        f.getHeaderCommand(text, header);
+        QCOMPARE(header, frame.left(16));
+    }
 }
 
 void TestProtocol::namedBuildersCarryTheirTextAndBlock_data()
@@ -106,21 +116,6 @@ void TestProtocol::namedBuildersCarryTheirTextAndBlock()
     QFETCH(QByteArray, data);
     const commonFunctions f;
     QCOMPARE(build(f).toHex(), f.getUsbArrCommandToDevice(data).toHex());
-}
-
-void TestProtocol::headerOverloadsAgreeWithTheFrame()
-{
-    const commonFunctions f;
-    QByteArray payload = QByteArray::fromHex("0102");
-    const QByteArray frame = f.getUsbCommandToDevice(QStringLiteral("*!FR"), payload);
-    QByteArray header;
-    f.getHeaderCommand(QStringLiteral("*!FR"), payload, header);
-    QCOMPARE(header, frame.left(16));
-    QByteArray data = frame.mid(16);
-    f.getHeaderCommand(data, header);
-    QCOMPARE(header, frame.left(16));
-    f.getHeaderCommand(QStringLiteral("*?V"), header);
-    QCOMPARE(header, f.getUsbCommand_DeviceType().left(16));
 }
 
 void TestProtocol::xorSumOfTwoBuffersCoversBoth()

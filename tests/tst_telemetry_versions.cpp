@@ -48,10 +48,6 @@ void TestTelemetryVersions::f8FieldSetIsFieldsOneToSixtyNineLessMissing()
     QCOMPARE(page.getStrFormatKite1(), expected);
     QCOMPARE(page.getFormatType(), 176);
     QCOMPARE(page.getVersionType(), 10);
-    QByteArray mask;
-    page.getPageFormat(mask);
-    QCOMPARE(mask.left(9).toHex(), QByteArray("fbfffe0affff0fffb8"));
-    QCOMPARE(mask.mid(9), QByteArray(23, '\0'));
 }
 
 void TestTelemetryVersions::f8RunsLandOnTheirFields_data()
