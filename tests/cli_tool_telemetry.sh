@@ -123,6 +123,14 @@ run csv --version 3 --mask "$(ones 255)" --in "$tmp/big.bin" --out "$tmp/big.csv
 check "csv 100,000 records: exit 0" test "$rc" = 0
 check "csv 100,000 records: progress on stderr" grep -q '100%' "$tmp/err"
 check "csv 100,000 records: 100,001 lines" test "$(wc -l <"$tmp/big.csv")" = 100001
+# The same archive through a pipe that delivers it in uneven pieces.
+python3 -c 'import sys, time
+d = open(sys.argv[1], "rb").read()
+for i in range(0, 3 * 1000003, 1000003):
+    sys.stdout.buffer.write(d[i:i + 1000003]); sys.stdout.flush(); time.sleep(0.05)' "$tmp/big.bin" 2>/dev/null |
+  "$tool" csv --version 3 --mask "$(ones 255)" --in - --lang keys >"$tmp/piped.csv" 2>"$tmp/err"
+check "csv from a slow pipe: the same lines as from the file" \
+  sh -c "head -n 4088 '$tmp/big.csv' | cmp -s - '$tmp/piped.csv'"
 run decode --protocol 3 --mask 1 --hex 2a000000 --json
 check "decode --protocol --json" python3 -c 'import json,sys; assert json.load(open(sys.argv[1])) == [{"number": 1, "name": "NumPage", "text": "42"}]' "$tmp/out"
 printf '\x2a\x00\x00\x00' | "$tool" decode --protocol 3 --mask 1 --file - >"$tmp/out" 2>&1

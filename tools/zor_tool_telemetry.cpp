@@ -250,7 +250,17 @@ int toolCsv(const QStringList& args)
     qint64 offset = 0;
     QByteArray chunk;
     while (ok && recordSize > 0) {
-        chunk = input.read(qint64(recordSize) * kRecordsPerRead);
+        // A pipe hands over what has arrived so far: keep reading until the
+        // block is full or the input ends, so that only the very end of the
+        // input can hold a partial record.
+        const qint64 wanted = qint64(recordSize) * kRecordsPerRead;
+        chunk = input.read(wanted);
+        while (chunk.size() < wanted) {
+            const QByteArray more = input.read(wanted - chunk.size());
+            if (more.isEmpty())  // a read blocks until data comes: nothing means the end
+                break;
+            chunk += more;
+        }
         if (chunk.isEmpty())
             break;
         const auto* p = reinterpret_cast<const unsigned char*>(chunk.constData());
