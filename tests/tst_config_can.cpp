@@ -30,30 +30,21 @@ const QVector<ZOR_ConfigPage> kPages = {
     {"can_s6", "", &zorCreateConfigForm<ZOR_Form_Config_CAN_TechotonS6>, false},
 };
 
-// Parameter lists: number n is digit (n-1)/4 from the left, value 8 for the
-// first of its four, 4, 2, 1 for the last.
-QString refListText(const QList<int>& nums, int nDigits)
+// Number n is digit (n-1)/4 from the left. Parameter lists: value 8 for the
+// first of its four, 4, 2, 1 for the last. Commands: 1 for the first, 8 for
+// the fourth.
+QString refText(const QList<int>& nums, int nDigits, bool bCommands = false)
 {
     QVector<int> digits(nDigits, 0);
     for (int n : nums)
-        digits[(n - 1) / 4] |= 8 >> ((n - 1) % 4);
+        digits[(n - 1) / 4] |= bCommands ? 1 << ((n - 1) % 4) : 8 >> ((n - 1) % 4);
     QString s;
     for (int d : digits)
         s += QString::number(d, 16);
     return s;
 }
-
-// Commands: four to a digit, the first of the four is 1, the fourth 8.
-QString refCmdText(const QList<int>& positions, int nCount)
-{
-    QVector<int> digits((nCount + 3) / 4, 0);
-    for (int p : positions)
-        digits[(p - 1) / 4] |= 1 << ((p - 1) % 4);
-    QString s;
-    for (int d : digits)
-        s += QString::number(d, 16);
-    return s;
-}
+QString refListText(const QList<int>& nums, int nDigits) { return refText(nums, nDigits); }
+QString refCmdText(const QList<int>& positions, int nCount) { return refText(positions, (nCount + 3) / 4, true); }
 
 QString zeros(int n) { return QString(n, QLatin1Char('0')); }
 
