@@ -61,41 +61,31 @@ private slots:
     {
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QStringList>("shown");
-        QTest::newRow("fuel sensor, two-digit index")
-            << QByteArray("    <BLE1 type=\"1\" />\n    <FS1 type=\"4\" idx=\"12\" thld=\"250\" thldOff=\"1\" />\n")
-            << QStringList{QString::fromUtf8("Датчик уровня топлива"), "MIELTA FANTOM", QString::fromUtf8("ДУТ 12")};
-        QTest::newRow("fuel sensor, one-digit index lines up")
-            << QByteArray("    <BLE1 type=\"1\" />\n    <FS1 type=\"5\" idx=\"5\" thld=\"0\" thldOff=\"0\" />\n")
-            << QStringList{QString::fromUtf8("Датчик уровня топлива"), "ITALON BLE", QString::fromUtf8("ДУТ  5")};
-        QTest::newRow("temperature")
-            << QByteArray("    <BLE1 type=\"2\" />\n    <TS1 type=\"3\" idx=\"2\" />\n")
-            << QStringList{QString::fromUtf8("Датчик температуры"), "ELA T/RHT", QString::fromUtf8("Датчик температуры 2")};
-        QTest::newRow("tilt with its channel")
-            << QByteArray("    <BLE1 type=\"3\" />\n    <AS1 type=\"3\" />\n    <TS1 type=\"1\" idx=\"4\" />\n")
-            << QStringList{QString::fromUtf8("Датчик угла наклона"), "MECHATRONICS DEGREE",
-                           QString::fromUtf8("Датчик температуры 4")};
-        QTest::newRow("axle load, two channels")
-            << QByteArray("    <BLE1 type=\"4\" />\n    <AXS1 type=\"2\" />\n"
-                          "    <TS1 type1=\"1\" idx1=\"3\" type2=\"0\" idx2=\"2\" />\n")
-            << QStringList{QString::fromUtf8("Датчик нагрузки на ось"), "MECHATRONICS DPS",
-                           QString::fromUtf8("Датчик температуры 3"), QString::fromUtf8("Датчик температуры 2")};
-        QTest::newRow("fuel flow meter")
-            << QByteArray("    <BLE1 type=\"5\" />\n    <FW1 type=\"0\" />\n")
-            << QStringList{QString::fromUtf8("Расходомер топлива"), "TECHNOTON DFM"};
-        QTest::newRow("multi-sensor, four channels")
-            << QByteArray("    <BLE1 type=\"7\" />\n    <US1 type=\"2\" />\n"
-                          "    <TS1 type1=\"1\" idx1=\"4\" type2=\"1\" idx2=\"3\" type3=\"0\" idx3=\"3\" type4=\"1\" idx4=\"1\" />\n")
-            << QStringList{QString::fromUtf8("Датчик температуры и влажности"), "Teltonika EYE",
-                           QString::fromUtf8("Датчик температуры 4"), QString::fromUtf8("Датчик температуры 3"),
-                           QString::fromUtf8("Датчик температуры 3"), QString::fromUtf8("Датчик температуры 1")};
-        QTest::newRow("analogue input")
-            << QByteArray("    <BLE1 type=\"8\" />\n    <AIN1 type=\"0\" idx=\"6\" />\n")
-            << QStringList{QString::fromUtf8("Датчик аналоговых сигналов"), "ELA AI", QString::fromUtf8("Аналоговый вход 6")};
-        QTest::newRow("event sensor")
-            << QByteArray("    <BLE1 type=\"9\" />\n    <HS1 type=\"0\" />\n")
-            << QStringList{QString::fromUtf8("Датчик событий"), "ELA MAG/MOV/DI/PIR"};
-        QTest::newRow("no sensor") << QByteArray("    <BLE1 type=\"0\" />\n")
-                                   << QStringList{QString::fromUtf8("Не подключено")};
+        // The element lines, and the texts shown: device type, model, channels.
+        auto row = [](const char* name, const QByteArrayList& nodes, const char* shown) {
+            QTest::newRow(name) << "    " + nodes.join("\n    ") + "\n" << QString::fromUtf8(shown).split('|');
+        };
+        row("fuel sensor, two-digit index", {"<BLE1 type=\"1\" />", "<FS1 type=\"4\" idx=\"12\" thld=\"250\" thldOff=\"1\" />"},
+            "Датчик уровня топлива|MIELTA FANTOM|ДУТ 12");
+        row("fuel sensor, one-digit index lines up", {"<BLE1 type=\"1\" />", "<FS1 type=\"5\" idx=\"5\" thld=\"0\" thldOff=\"0\" />"},
+            "Датчик уровня топлива|ITALON BLE|ДУТ  5");
+        row("temperature", {"<BLE1 type=\"2\" />", "<TS1 type=\"3\" idx=\"2\" />"},
+            "Датчик температуры|ELA T/RHT|Датчик температуры 2");
+        row("tilt with its channel", {"<BLE1 type=\"3\" />", "<AS1 type=\"3\" />", "<TS1 type=\"1\" idx=\"4\" />"},
+            "Датчик угла наклона|MECHATRONICS DEGREE|Датчик температуры 4");
+        row("axle load, two channels",
+            {"<BLE1 type=\"4\" />", "<AXS1 type=\"2\" />", "<TS1 type1=\"1\" idx1=\"3\" type2=\"0\" idx2=\"2\" />"},
+            "Датчик нагрузки на ось|MECHATRONICS DPS|Датчик температуры 3|Датчик температуры 2");
+        row("fuel flow meter", {"<BLE1 type=\"5\" />", "<FW1 type=\"0\" />"}, "Расходомер топлива|TECHNOTON DFM");
+        row("multi-sensor, four channels",
+            {"<BLE1 type=\"7\" />", "<US1 type=\"2\" />",
+             "<TS1 type1=\"1\" idx1=\"4\" type2=\"1\" idx2=\"3\" type3=\"0\" idx3=\"3\" type4=\"1\" idx4=\"1\" />"},
+            "Датчик температуры и влажности|Teltonika EYE|Датчик температуры 4|Датчик температуры 3|"
+            "Датчик температуры 3|Датчик температуры 1");
+        row("analogue input", {"<BLE1 type=\"8\" />", "<AIN1 type=\"0\" idx=\"6\" />"},
+            "Датчик аналоговых сигналов|ELA AI|Аналоговый вход 6");
+        row("event sensor", {"<BLE1 type=\"9\" />", "<HS1 type=\"0\" />"}, "Датчик событий|ELA MAG/MOV/DI/PIR");
+        row("no sensor", {"<BLE1 type=\"0\" />"}, "Не подключено");
     }
 
     void simpleTypeReloadsToSameBytes()

@@ -143,7 +143,6 @@ private slots:
         QTest::addColumn<bool>("moves");
         QTest::newRow("first row up") << 0 << -1 << false;
         QTest::newRow("last row down") << 19 << 1 << false;
-        QTest::newRow("second row up") << 1 << -1 << true;
         QTest::newRow("row 6 down") << 5 << 1 << true;
         QTest::newRow("last row up") << 19 << -1 << true;
     }
