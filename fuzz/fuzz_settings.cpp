@@ -2,7 +2,8 @@
 // entry point, walk every element with cursors reading every parameter,
 // change values (with names and texts taken from the document itself), and
 // render. Whatever the store agrees to render must read back and render
-// again; a refusal must leave a reason.
+// again; a refusal must leave a reason. The fast reader and the SAX reader
+// must agree on every input: same verdict, message and tree.
 
 #include "store/cserialize.h"
 #include "store/cxmltagv2.h"
@@ -14,6 +15,35 @@
 #include <QByteArray>
 
 namespace {
+
+bool sameTree(const CXmlTagV2* a, const CXmlTagV2* b)
+{
+    if (a->name() != b->name() || a->value() != b->value() || a->kind() != b->kind()
+        || a->children().count() != b->children().count() || a->attributes().size() != b->attributes().size())
+        return false;
+    for (int i = 0; i < a->attributes().size(); ++i)
+        if (a->attributes().at(i).name != b->attributes().at(i).name
+            || a->attributes().at(i).value != b->attributes().at(i).value)
+            return false;
+    for (int i = 0; i < a->children().count(); ++i)
+        if (!sameTree(a->getNumTag(i), b->getNumTag(i)))
+            return false;
+    return true;
+}
+
+void compareReaders(const QByteArray& bytes)
+{
+    CSerialize fast;
+    CSerialize sax;
+    sax.setFastReader(false);
+    const bool ok = fast.openData(bytes);
+    if (ok != sax.openData(bytes) || fast.errorString() != sax.errorString()
+        || fast.droppedMarkup() != sax.droppedMarkup() || fast.topTags().count() != sax.topTags().count())
+        __builtin_trap();
+    for (int i = 0; i < fast.topTags().count(); ++i)
+        if (!sameTree(fast.topTags().getNumTag(i), sax.topTags().getNumTag(i)))
+            __builtin_trap();
+}
 
 void walk(CXMLWorkData* cursor, int depth)
 {
@@ -60,6 +90,7 @@ void walk(CXMLWorkData* cursor, int depth)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    compareReaders(QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size)));
     coreSzMemo memo{reinterpret_cast<const char*>(data), int(size), nullptr};
     if (!zor_StartSZMemo(&memo))
         return 0;

@@ -27,6 +27,9 @@ while read -r name version mask hex; do
   "$bin/zor-tool" decode --version "$version" --mask "$mask" --hex "$hex" --lang keys >"$tmp/$name" 2>&1
   if same "$data/$name.keys" "$tmp/$name"; then echo "ok   decode $name"; else echo "FAIL decode $name"; failed=1; fi
 done <"$data/cases.txt"
-"$bin/zor-tool" csv --version 3 --mask "$(printf '1%.0s' $(seq 255))" --in "$data/archive.bin" --lang keys >"$tmp/archive.csv" 2>&1
-if same "$data/archive.csv" "$tmp/archive.csv"; then echo "ok   csv archive"; else echo "FAIL csv archive"; failed=1; fi
+for name in archive:3 archive_v1:1 archive_v2:2; do
+  v=${name#*:}; name=${name%:*}
+  "$bin/zor-tool" csv --version "$v" --mask "$(printf '1%.0s' $(seq 255))" --in "$data/$name.bin" --lang keys >"$tmp/$name.csv" 2>&1
+  if same "$data/$name.csv" "$tmp/$name.csv"; then echo "ok   csv $name"; else echo "FAIL csv $name"; failed=1; fi
+done
 exit $failed

@@ -625,11 +625,13 @@ void TestConsole::logKeepsTheNewestRowsWithinItsCap_data()
     QTest::addColumn<int>("cap");
     QTest::addColumn<int>("appended");
     QTest::addColumn<int>("direction"); // filter, -1 none
-    QTest::newRow("at the cap") << 40 << 40 << -1;
-    QTest::newRow("one past") << 40 << 41 << -1;
-    QTest::newRow("many times over") << 40 << 700 << -1;
-    QTest::newRow("cap of one") << 1 << 9 << -1;
-    QTest::newRow("filtered") << 40 << 700 << int(ZOR_Model_Log::DirectionIn);
+    QTest::addColumn<qint64>("step");   // ms from row to row
+    QTest::newRow("at the cap") << 40 << 40 << -1 << qint64(1);
+    QTest::newRow("one past") << 40 << 41 << -1 << qint64(1);
+    QTest::newRow("many times over") << 40 << 700 << -1 << qint64(1);
+    QTest::newRow("cap of one") << 1 << 9 << -1 << qint64(1);
+    QTest::newRow("filtered") << 40 << 700 << int(ZOR_Model_Log::DirectionIn) << qint64(1);
+    QTest::newRow("ten days apart") << 40 << 100 << -1 << qint64(864000000);
 }
 
 void TestConsole::logKeepsTheNewestRowsWithinItsCap()
@@ -637,13 +639,14 @@ void TestConsole::logKeepsTheNewestRowsWithinItsCap()
     QFETCH(int, cap);
     QFETCH(int, appended);
     QFETCH(int, direction);
+    QFETCH(qint64, step);
     ZOR_Model_Log log;
     QCOMPARE(log.maxRows(), 1000000);
     log.setMaxRows(cap);
     log.setFilter(direction, QString());
     QAbstractItemModelTester tester(&log, QAbstractItemModelTester::FailureReportingMode::QtTest);
     for (int i = 0; i < appended; ++i)
-        log.append(i % 2, cappedLogBlock(i), 1000 + i);
+        log.append(i % 2, cappedLogBlock(i), 1000 + i * step);
     const qint64 dropped = log.droppedRowCount();
     QVERIFY(log.totalRowCount() <= cap);
     QCOMPARE(dropped + log.totalRowCount(), appended);
@@ -658,12 +661,12 @@ void TestConsole::logKeepsTheNewestRowsWithinItsCap()
     QList<qint64> expected;
     for (int i = int(dropped); i < appended; ++i) {
         if (direction < 0 || i % 2 == direction)
-            expected << 1000 + i;
+            expected << 1000 + i * step;
     }
     QCOMPARE(log.rowCount(), first + expected.size());
     for (int row = first; row < log.rowCount(); ++row) {
         QCOMPARE(log.time(row), expected[row - first]);
-        QCOMPARE(log.bytes(row), cappedLogBlock(int(log.time(row) - 1000)));
+        QCOMPARE(log.bytes(row), cappedLogBlock(int((log.time(row) - 1000) / step)));
     }
     log.clear();
     QCOMPARE(log.rowCount(), 0);

@@ -274,12 +274,22 @@ void TestStore::wideElementRecordsAreItsChildren()
     QCOMPARE(at, 300);
     QCOMPARE(list.item(300)->node, root.getTag()->getNumTag(299));
     QCOMPARE(QByteArray(list.item(300)->value), QByteArray("c0"));
+    const auto countNodes = [&](const QString& name) {
+        int n = 0;
+        for (CXMLWorkData* node = root.getFirstNode(name); node; root.moveToNextNode(node))
+            ++n;
+        return n;
+    };
+    QCOMPARE(countNodes(QStringLiteral("c0")), 2);
+    delete root.createNode(QStringLiteral("c0"), CXMLWorkData::NodeAppend);
+    QCOMPARE(countNodes(QStringLiteral("c0")), 3);
+    QCOMPARE(countNodes(QStringLiteral("c298")), 1);
     root.writeInteger("c5", 7);
     delete root.createNode(QStringLiteral("d"), CXMLWorkData::NodeAppend);
     QVERIFY(list.findParameter("c298", 0, &at));
     QCOMPARE(at, 299);
     QVERIFY(root.writeParameters());
-    QCOMPARE(m.bytes(), kDecl + "<R a=\"1\" c5=\"7\">\n" + file.mid(file.indexOf("    <c0")) + "    <d />\n</R>\n");
+    QCOMPARE(m.bytes(), kDecl + "<R a=\"1\" c5=\"7\">\n" + file.mid(file.indexOf("    <c0")) + "    <c0 />\n    <d />\n</R>\n");
 }
 
 void TestStore::colourIsSignedArgb()

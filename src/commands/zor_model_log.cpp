@@ -42,6 +42,7 @@ const int kMaxChunk = 1 << 20;
 // A clear that frees more than this asks the C library to hand the freed
 // pages back: a heap rarely shrinks by itself once it is fragmented.
 const qint64 kTrimAfterClear = 4 << 20;
+const qint64 kMaxReplyMs = (qint64(1) << 30) - 2;
 
 QString directionText(int nDirection)
 {
@@ -101,11 +102,12 @@ ZOR_Model_Log::~ZOR_Model_Log()
 }
 
 // Room for nSize bytes at the end of the last chunk. A chunk that cannot
-// hold them is closed and cut to what it holds, so no chunk keeps a tail
-// of unused capacity.
-char* ZOR_Model_Log::reserveBytes(int nSize)
+// hold them, or whose base is too far from the time, is closed and cut to
+// what it holds, so no chunk keeps a tail of unused capacity.
+char* ZOR_Model_Log::reserveBytes(int nSize, qint64 nTime)
 {
-    if (!chunks.empty() && chunks.back().nCapacity - chunks.back().nUsed >= nSize)
+    if (!chunks.empty() && chunks.back().nCapacity - chunks.back().nUsed >= nSize
+        && nTime - chunks.back().nBaseTime >= INT_MIN && nTime - chunks.back().nBaseTime <= INT_MAX)
         return chunks.back().data + chunks.back().nUsed;
     if (!chunks.empty() && chunks.back().nUsed < chunks.back().nCapacity) {
         Chunk& last = chunks.back();
@@ -118,7 +120,7 @@ char* ZOR_Model_Log::reserveBytes(int nSize)
     const int nCapacity = qMax(nSize, int(qBound(qint64(kMinChunk), nHeldBytes / 8, qint64(kMaxChunk))));
     char* data = static_cast<char*>(std::malloc(size_t(nCapacity)));
     Q_CHECK_PTR(data);
-    chunks.push_back(Chunk{nDropped + qint64(rows.size()), data, 0, nCapacity});
+    chunks.push_back(Chunk{nDropped + qint64(rows.size()), nTime, data, 0, nCapacity});
     nHeldBytes += nCapacity;
     return data;
 }
@@ -129,13 +131,13 @@ void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsS
     if (direction == DirectionOut)
         nLastSentTime = nMSecsSinceEpoch;
     else if (direction == DirectionIn && nLastSentTime >= 0)
-        nReplyMs = qBound(qint64(INT_MIN), nMSecsSinceEpoch - nLastSentTime, qint64(INT_MAX));
+        nReplyMs = qBound(qint64(-1), nMSecsSinceEpoch - nLastSentTime, qint64(kMaxReplyMs));
     const quint8 kind = direction == DirectionOut ? KindOut : direction == DirectionIn ? KindIn : KindOther;
-    char* to = reserveBytes(data.size());
+    char* to = reserveBytes(data.size(), nMSecsSinceEpoch);
     if (!data.isEmpty())
         memcpy(to, data.constData(), size_t(data.size()));
     Chunk& chunk = chunks.back();
-    const Row r{(quint64(nMSecsSinceEpoch) << 8) | kind, quint32(chunk.nUsed), qint32(nReplyMs)};
+    const Row r{qint32(nMSecsSinceEpoch - chunk.nBaseTime), quint32(chunk.nUsed), quint32(nReplyMs + 1) << 2 | kind};
     const int nFirst = bDropRow ? 1 : 0;
     if (!isFiltered()) {
         const int shownRow = nFirst + int(rows.size());
@@ -237,21 +239,29 @@ qint64 ZOR_Model_Log::serialAt(int shownRow) const
     return size_t(shownRow) < rows.size() ? nDropped + shownRow : -1;
 }
 
+// The last chunk whose first row is at or before this one.
+size_t ZOR_Model_Log::chunkIndex(qint64 serial) const
+{
+    if (chunks.back().nFirstRow <= serial)
+        return chunks.size() - 1;
+    return size_t(std::upper_bound(chunks.begin(), chunks.end(), serial,
+                                   [](qint64 s, const Chunk& c) { return s < c.nFirstRow; })
+                  - chunks.begin())
+        - 1;
+}
+
 QByteArray ZOR_Model_Log::rawBytes(qint64 serial) const
 {
-    // The last chunk whose first row is at or before this one.
-    const auto chunk = std::upper_bound(chunks.begin(), chunks.end(), serial,
-                                        [](qint64 s, const Chunk& c) { return s < c.nFirstRow; })
-        - 1;
+    const size_t nChunk = chunkIndex(serial);
+    const Chunk& chunk = chunks[nChunk];
     const quint32 nBegin = row(serial).nOffset;
-    const auto next = chunk + 1;
-    const qint64 nNextSerial = serial + 1;
-    const bool bLastInChunk = nNextSerial - nDropped >= qint64(rows.size())
-        || (next != chunks.end() && nNextSerial >= next->nFirstRow);
-    const quint32 nEnd = bLastInChunk ? quint32(chunk->nUsed) : row(nNextSerial).nOffset;
+    const qint64 nNext = serial + 1;
+    const bool bLastInChunk = nNext - nDropped >= qint64(rows.size())
+        || (nChunk + 1 < chunks.size() && nNext >= chunks[nChunk + 1].nFirstRow);
+    const quint32 nEnd = bLastInChunk ? quint32(chunk.nUsed) : row(nNext).nOffset;
     if (nEnd == nBegin)
         return QByteArray();
-    return QByteArray::fromRawData(chunk->data + nBegin, int(nEnd - nBegin));
+    return QByteArray::fromRawData(chunk.data + nBegin, int(nEnd - nBegin));
 }
 
 QString ZOR_Model_Log::dropText() const
@@ -304,7 +314,7 @@ QString ZOR_Model_Log::cellText(qint64 serial, int column, bool bWhole) const
     const Row& r = row(serial);
     switch (column) {
     case ColumnTime:
-        return QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormat);
+        return QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormat);
     case ColumnDirection:
         return directionText(kindOf(r));
     case ColumnSize:
@@ -344,13 +354,13 @@ QByteArray ZOR_Model_Log::bytes(int row) const
 qint64 ZOR_Model_Log::time(int row) const
 {
     const qint64 serial = serialAt(row);
-    return serial >= 0 ? timeOf(this->row(serial)) : 0;
+    return serial >= 0 ? timeOf(serial) : 0;
 }
 
 qint64 ZOR_Model_Log::replyMs(int row) const
 {
     const qint64 serial = serialAt(row);
-    return serial >= 0 ? this->row(serial).nReplyMs : -1;
+    return serial >= 0 ? replyOf(this->row(serial)) : -1;
 }
 
 // The tooltip is a preview: a capped, wrapped piece of the cell, with the
@@ -369,10 +379,10 @@ QString ZOR_Model_Log::toolTip(qint64 serial, int column) const
         if (head.size() < data.size())
             qsPreview += kEllipsis;
         qsText = QStringLiteral("%1  %2  %3")
-                     .arg(QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormatMs),
+                     .arg(QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormatMs),
                           directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
-        if (r.nReplyMs >= 0)
-            qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(r.nReplyMs);
+        if (replyOf(r) >= 0)
+            qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(replyOf(r));
         if (!qsPreview.isEmpty())
             qsText += QLatin1String("\n\n") + qsPreview;
     }
@@ -390,10 +400,10 @@ QString ZOR_Model_Log::detailText(int row) const
     const Row& r = this->row(serial);
     const QByteArray data = rawBytes(serial);
     QString qsText = QStringLiteral("%1  %2  %3")
-                         .arg(QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormatMs),
+                         .arg(QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormatMs),
                               directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
-    if (r.nReplyMs >= 0)
-        qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(r.nReplyMs);
+    if (replyOf(r) >= 0)
+        qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(replyOf(r));
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnData));
     qsText += broken(visibleText(data), kDetailLine);
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnHex));
@@ -498,7 +508,7 @@ QByteArray ZOR_Model_Log::exportLog(Format format) const
     for (qint64 serial = nDropped; serial < nEnd; ++serial) {
         const Row& r = row(serial);
         const QByteArray data = rawBytes(serial);
-        const QString qsTime = QDateTime::fromMSecsSinceEpoch(timeOf(r)).toString(kTimeFormatMs);
+        const QString qsTime = QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormatMs);
         if (format == Format::Csv) {
             out += qsTime + QLatin1Char(';') + directionText(kindOf(r)) + QLatin1Char(';')
                 + QString::number(data.size()) + QLatin1Char(';') + csvField(visibleText(data))
@@ -559,6 +569,11 @@ QVariant ZOR_Model_Log::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         return toolTip(serial, index.column());
     case Qt::FontRole:
+        if (serial == kDropRow) {
+            QFont italic = rowFont;
+            italic.setItalic(true);
+            return italic;
+        }
         return rowFont;
     case Qt::TextAlignmentRole:
         return int(kColumns[index.column()].alignment);

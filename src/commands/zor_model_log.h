@@ -4,8 +4,8 @@
 // The console's exchange log: rows are only ever appended (or all cleared,
 // or the oldest dropped), and their texts are made when a view asks for
 // them. The blocks' bytes lie end to end in large shared chunks and each
-// row is a 16-byte record pointing into them, so a row of a 64-byte block
-// costs about 81 bytes of memory, and a cleared log gives it all back.
+// row is a 12-byte record pointing into them, so a row of a 64-byte block
+// costs under 80 bytes of memory, and a cleared log gives it all back.
 //
 // The log keeps at most maxRows() rows (1,000,000 unless set otherwise),
 // so a session left running for a week cannot exhaust memory: past the
@@ -100,15 +100,17 @@ public:
 
 private:
     // A row's block lies in a chunk from nOffset up to the next row's
-    // offset (or the chunk's end); its time and kind share one word.
+    // offset (or the chunk's end); its time counts from the chunk's. A
+    // reply time is kept up to 12 days.
     struct Row {
-        quint64 nTimeKind; // time in ms << 8 | Kind
+        qint32 nTimeDelta; // ms after the chunk's nBaseTime
         quint32 nOffset;
-        qint32 nReplyMs;
+        quint32 nReplyKind; // (reply ms + 1) << 2 | Kind
     };
     enum Kind : quint8 { KindOut = DirectionOut, KindIn = DirectionIn, KindOther };
     struct Chunk {
         qint64 nFirstRow; // serial number of its first row
+        qint64 nBaseTime;
         char* data;
         int nUsed;
         int nCapacity;
@@ -118,11 +120,13 @@ private:
     static constexpr qint64 kDropRow = -2;
     qint64 serialAt(int shownRow) const;
     const Row& row(qint64 serial) const { return rows[size_t(serial - nDropped)]; }
-    static qint64 timeOf(const Row& r) { return qint64(r.nTimeKind) >> 8; }
-    static int kindOf(const Row& r) { return int(r.nTimeKind & 0xff); }
+    size_t chunkIndex(qint64 serial) const;
+    qint64 timeOf(qint64 serial) const { return chunks[chunkIndex(serial)].nBaseTime + row(serial).nTimeDelta; }
+    static int kindOf(const Row& r) { return int(r.nReplyKind & 3); }
+    static qint64 replyOf(const Row& r) { return qint64(r.nReplyKind >> 2) - 1; }
     // The row's bytes, borrowed from the chunk: valid until the log changes.
     QByteArray rawBytes(qint64 serial) const;
-    char* reserveBytes(int nSize);
+    char* reserveBytes(int nSize, qint64 nTime);
     void dropOldest(qint64 nRows);
     void releaseStorage();
     bool passes(qint64 serial) const;

@@ -24,16 +24,52 @@ CFxXmListlTag::~CFxXmListlTag()
     deleteAll();
 }
 
+void CFxXmListlTag::NameChain::add(const QString& qsName, int nIndex)
+{
+    next.append(-1);
+    const auto it = last.find(qsName);
+    if (it == last.end()) {
+        first.insert(qsName, nIndex);
+        last.insert(qsName, nIndex);
+    } else {
+        next[it.value()] = nIndex;
+        it.value() = nIndex;
+    }
+}
+
+void CFxXmListlTag::dropIndexes()
+{
+    m_lpRecordNames.reset();
+    m_lpNames.reset();
+}
+
 CXmlTagV2* CFxXmListlTag::getTagFromName(const QString& qsName, int nFrom, int* lpIndex) const
 {
-    for (int i = qMax(nFrom, 0); i < m_tags.size(); ++i) {
-        if (m_tags.at(i)->name() == qsName) {
-            if (lpIndex)
-                *lpIndex = i;
-            return m_tags.at(i);
+    const int from = qMax(nFrom, 0);
+    int i = -1;
+    if (m_tags.size() < kIndexFrom) {
+        for (int j = from; j < m_tags.size() && i < 0; ++j)
+            if (m_tags.at(j)->name() == qsName)
+                i = j;
+    } else {
+        if (!m_lpNames) {
+            m_lpNames.reset(new NameChain);
+            m_lpNames->next.reserve(m_tags.size());
+            for (int j = 0; j < m_tags.size(); ++j)
+                m_lpNames->add(m_tags.at(j)->name(), j);
         }
+        // Usually asked for the one after the last hit of the same name.
+        if (from > 0 && from <= m_tags.size() && m_tags.at(from - 1)->name() == qsName)
+            i = m_lpNames->next.at(from - 1);
+        else
+            for (i = m_lpNames->first.value(qsName, -1); i >= 0 && i < from;)
+                i = m_lpNames->next.at(i);
     }
-    return nullptr;
+    if (i < 0)
+        return nullptr;
+    if (lpIndex)
+        *lpIndex = i;
+    return m_tags.at(i);
 }
 
 int CFxXmListlTag::indexOfRecordName(const char* lpName) const
@@ -59,6 +95,8 @@ int CFxXmListlTag::indexOfRecordName(const char* lpName) const
 void CFxXmListlTag::append(CXmlTagV2* tag)
 {
     m_tags.append(tag);
+    if (m_lpNames)
+        m_lpNames->add(tag->name(), m_tags.size() - 1);
     if (m_lpRecordNames) {
         const QByteArray name = recordName(tag);
         if (!m_lpRecordNames->contains(name))
@@ -70,14 +108,14 @@ CXmlTagV2* CFxXmListlTag::takeAt(int i)
 {
     if (i < 0 || i >= m_tags.size())
         return nullptr;
-    m_lpRecordNames.reset();
+    dropIndexes();
     return m_tags.takeAt(i);
 }
 
 void CFxXmListlTag::moveAllTo(CFxXmListlTag& other)
 {
-    m_lpRecordNames.reset();
-    other.m_lpRecordNames.reset();
+    dropIndexes();
+    other.dropIndexes();
     other.m_tags += m_tags;
     m_tags.clear();
 }
@@ -86,7 +124,7 @@ void CFxXmListlTag::moveAllTo(CFxXmListlTag& other)
 // would recurse once per level of a deep tree.
 void CFxXmListlTag::deleteAll()
 {
-    m_lpRecordNames.reset();
+    dropIndexes();
     QVector<CXmlTagV2*> work;
     work.swap(m_tags);
     while (!work.isEmpty()) {

@@ -23,7 +23,9 @@ public:
     int count() const { return m_tags.size(); }
     bool isEmpty() const { return m_tags.isEmpty(); }
     CXmlTagV2* getNumTag(int i) const { return i >= 0 && i < m_tags.size() ? m_tags.at(i) : nullptr; }
-    // First tag called qsName at or after nFrom; its index in *lpIndex.
+    // First tag called qsName at or after nFrom; its index in *lpIndex. A
+    // long list answers through an index (made on first need, kept while the
+    // list only grows), so walking the tags of each name stays linear.
     CXmlTagV2* getTagFromName(const QString& qsName, int nFrom = 0, int* lpIndex = nullptr) const;
     int indexOf(const CXmlTagV2* tag) const { return m_tags.indexOf(const_cast<CXmlTagV2*>(tag)); }
     // The first tag whose name, as a parameter record holds it (see
@@ -45,7 +47,16 @@ public:
 
 private:
     QVector<CXmlTagV2*> m_tags;
+    struct NameChain {
+        QHash<QString, int> first;
+        QHash<QString, int> last;
+        QVector<int> next;  // the next tag of the same name, or -1
+        void add(const QString& qsName, int nIndex);
+    };
+    void dropIndexes();
+
     mutable std::unique_ptr<QHash<QByteArray, int>> m_lpRecordNames;
+    mutable std::unique_ptr<NameChain> m_lpNames;
 };
 
 #endif

@@ -2,6 +2,7 @@
 
 #include "store/cxmldefaulthandler.h"
 #include "store/cxmltagv2.h"
+#include "store/xmlfastreader.h"
 #include "module/zor_cp1251.h"
 
 #include <QDir>
@@ -391,6 +392,8 @@ bool CSerialize::parse(QByteArray data)
             QString text;
             return decodeText(body, m_encoding, text, m_qsError);
         }
+        if (m_bFastReader && XmlFastReader::read(body, m_encoding, m_top))
+            return true;
         return parseBytes(body, m_encoding, m_top, m_qsError, &m_nDroppedMarkup);
     } catch (const std::bad_alloc&) {
         m_top.deleteAll();

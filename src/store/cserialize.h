@@ -52,6 +52,10 @@ public:
     // Comments and processing instructions met while reading; the tree does
     // not keep them, so a save drops them.
     int droppedMarkup() const { return m_nDroppedMarkup; }
+    // Documents of the usual shape are read by XmlFastReader, the rest by
+    // the SAX reader; off, every document goes to the SAX reader (to
+    // compare the two).
+    void setFastReader(bool bOn) { m_bFastReader = bOn; }
 
     const CFxXmListlTag& topTags() const { return m_top; }
     CXmlTagV2* root() const { return m_top.getNumTag(0); }
@@ -91,6 +95,7 @@ private:
     QString m_qsError;
     XmlWriter::Encoding m_encoding;
     int m_nDroppedMarkup = 0;
+    bool m_bFastReader = true;
     CFxXmListlTag m_top;
     CFxXmListlTag m_detached;
     QByteArray m_rendered;

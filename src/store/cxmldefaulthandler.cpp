@@ -15,9 +15,6 @@ CXmlDefaultHandler::CXmlDefaultHandler(CFxXmListlTag& topTags)
 
 QString CXmlDefaultHandler::decodeValue(const QString& qsValue)
 {
-    const auto needsWork = [](QChar c) { return c == QLatin1Char('&') || c == QLatin1Char('_'); };
-    if (std::none_of(qsValue.cbegin(), qsValue.cend(), needsWork))
-        return qsValue;
     static const struct { QLatin1String from; QLatin1String to; } kSteps[] = {
         {QLatin1String("&amp;nbsp;"), QLatin1String(" ")},
         {QLatin1String("&nbsp;"), QLatin1String(" ")},
@@ -28,6 +25,21 @@ QString CXmlDefaultHandler::decodeValue(const QString& qsValue)
         {QLatin1String("&apos;"), QLatin1String("'")},
         {QLatin1String("_33_"), QLatin1String("!")},
     };
+    // Only a step that finds its text changes anything (and may make text
+    // for a later one), so a value holding none of them is its own result:
+    // "&" and "_" are common in values, the escapes are not.
+    const QChar* p = qsValue.constData();
+    const int n = qsValue.size();
+    bool any = false;
+    for (int i = 0; i < n && !any; ++i) {
+        if (p[i] != QLatin1Char('&') && p[i] != QLatin1Char('_'))
+            continue;
+        const QStringView rest(p + i, n - i);
+        for (const auto& step : kSteps)
+            any = any || rest.startsWith(step.from);
+    }
+    if (!any)
+        return qsValue;
     const bool amp = qsValue.contains(QLatin1Char('&'));
     QString out = qsValue;
     for (const auto& step : kSteps)

@@ -7,7 +7,8 @@ expected texts are computed here from the rules, never taken from the
 decoder. Output, for every case NAME:
   cases.txt     NAME VERSION MASK HEX   (one line per case)
   NAME.keys     expected `zor-tool decode --lang keys` lines ("?" = unchecked cell)
-and archive.bin / archive.csv: records back to back and the expected CSV.
+and archive[_v1|_v2].bin / .csv: records of version 3 (1, 2) back to back
+and the expected CSV.
 Run it again after editing fields.txt and review the diff."""
 
 import datetime
@@ -223,14 +224,14 @@ def keys_lines(fields, values, mask, version):
             for n in sorted(fields) if present(mask, n, version)]
 
 
-def csv_line(fields, values, mask):
+def csv_line(fields, values, mask, version=3):
     out = []
     for n in sorted(fields):
-        if not present(mask, n, 3):
+        if not present(mask, n, version):
             continue
         for t in cells(fields, values, n):
             if n == 3:
-                t += text('msec', raw(values[200], fields[200]['cols'][0])) if present(mask, 200, 3) else 'n/a'
+                t += text('msec', raw(values[200], fields[200]['cols'][0])) if present(mask, 200, version) else 'n/a'
             out.append('?' if t == '?' else '="%s"' % t)
     return ';'.join(out) + ';\r\n'
 
@@ -271,6 +272,19 @@ def main():
         f.write(data)
     with open(os.path.join(HERE, 'archive.csv'), 'w', newline='') as f:
         f.write(''.join(lines))
+
+    # Versions 1 and 2 through the CSV export: the table cut after field 69 / 122.
+    for version in (1, 2):
+        columns = sum(len(fields[n]['cols']) for n in fields if n <= LAST_FIELD[version])
+        data, lines = b'', ['?;' * columns + '\r\n']
+        for k in range(2):
+            values = make_values(fields, rng)
+            data += record(fields, values, full, version)
+            lines.append(csv_line(fields, values, full, version))
+        with open(os.path.join(HERE, 'archive_v%d.bin' % version), 'wb') as f:
+            f.write(data)
+        with open(os.path.join(HERE, 'archive_v%d.csv' % version), 'w', newline='') as f:
+            f.write(''.join(lines))
 
 
 if __name__ == '__main__':
