@@ -41,13 +41,22 @@ void CFxXmListlTag::dropIndexes()
 {
     m_lpRecordNames.reset();
     m_lpNames.reset();
+    m_nRecordSearches = m_nNameSearches = 0;
+}
+
+bool CFxXmListlTag::searchAgain(int& nSearches) const
+{
+    // One look-up (a path followed once) costs less as a search than as an
+    // index of every name.
+    const int kSearchesBeforeIndex = 2;
+    return m_tags.size() < kIndexFrom || nSearches++ < kSearchesBeforeIndex;
 }
 
 CXmlTagV2* CFxXmListlTag::getTagFromName(const QString& qsName, int nFrom, int* lpIndex) const
 {
     const int from = qMax(nFrom, 0);
     int i = -1;
-    if (m_tags.size() < kIndexFrom) {
+    if (!m_lpNames && searchAgain(m_nNameSearches)) {
         for (int j = from; j < m_tags.size() && i < 0; ++j)
             if (m_tags.at(j)->name() == qsName)
                 i = j;
@@ -76,7 +85,7 @@ int CFxXmListlTag::indexOfRecordName(const char* lpName) const
 {
     if (!lpName)
         return -1;
-    if (m_tags.size() < kIndexFrom) {
+    if (!m_lpRecordNames && searchAgain(m_nRecordSearches)) {
         for (int i = 0; i < m_tags.size(); ++i)
             if (COneParameter::sameName(m_tags.at(i)->name(), lpName))
                 return i;

@@ -55,8 +55,14 @@ private:
     };
     void dropIndexes();
 
+    // Searches of a long list made without an index, which is made once
+    // they show the list is searched again and again.
+    bool searchAgain(int& nSearches) const;
+
     mutable std::unique_ptr<QHash<QByteArray, int>> m_lpRecordNames;
     mutable std::unique_ptr<NameChain> m_lpNames;
+    mutable int m_nRecordSearches = 0;
+    mutable int m_nNameSearches = 0;
 };
 
 #endif
