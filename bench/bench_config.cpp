@@ -17,9 +17,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QXmlDefaultHandler>
-#include <QXmlInputSource>
-#include <QXmlSimpleReader>
+
+#include "zor_bench_support.h"
 
 #include <benchmark/benchmark.h>
 
@@ -81,16 +80,6 @@ QString documentFile()
     return path;
 }
 
-void bareParse(const QByteArray& bytes)
-{
-    QXmlInputSource source;
-    source.setData(bytes);
-    QXmlDefaultHandler handler;
-    QXmlSimpleReader reader;
-    reader.setContentHandler(&handler);
-    reader.parse(&source, false);
-}
-
 ZOR_ConfigDocument& formsBuilt()
 {
     static ZOR_ConfigDocument* lpDoc = [] {
@@ -121,7 +110,7 @@ void BM_BareParse(benchmark::State& state)
 {
     const QByteArray& bytes = document();
     for (auto _ : state)
-        bareParse(bytes);
+        zorBareSaxParse(bytes);
     state.counters["bytes"] = double(bytes.size());
 }
 BENCHMARK(BM_BareParse)->Unit(benchmark::kMillisecond);
@@ -151,7 +140,7 @@ void BM_LoadSaveToBareRatio(benchmark::State& state)
     QElapsedTimer t;
     for (auto _ : state) {
         t.start();
-        bareParse(bytes);
+        zorBareSaxParse(bytes);
         const qint64 b = t.nsecsElapsed();
         t.start();
         benchmark::DoNotOptimize(loadAndSave(doc));
@@ -175,10 +164,5 @@ int main(int argc, char** argv)
         fprintf(stderr, "load and save changed the full configuration\n");
         return 1;
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return zorRunBenchmarks(argc, argv);
 }

@@ -15,9 +15,8 @@
 #include <QSaveFile>
 #include <QSet>
 #include <QTemporaryDir>
-#include <QXmlDefaultHandler>
-#include <QXmlInputSource>
-#include <QXmlSimpleReader>
+
+#include "zor_bench_support.h"
 
 #include <benchmark/benchmark.h>
 
@@ -83,16 +82,6 @@ const QByteArray& document(int nMegabytes = 1)
     return bytes;
 }
 
-void bareParse(const QByteArray& bytes)
-{
-    QXmlInputSource source;
-    source.setData(bytes);
-    QXmlDefaultHandler handler;
-    QXmlSimpleReader reader;
-    reader.setContentHandler(&handler);
-    reader.parse(&source, false);
-}
-
 int walk(CXMLWorkData* cursor)
 {
     int n = 0;
@@ -137,7 +126,7 @@ void BM_BareSaxParse(benchmark::State& state)
 {
     const QByteArray& bytes = document();
     for (auto _ : state)
-        bareParse(bytes);
+        zorBareSaxParse(bytes);
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }
 BENCHMARK(BM_BareSaxParse)->Unit(benchmark::kMillisecond);
@@ -189,7 +178,7 @@ void BM_StoreSetOnWideElement(benchmark::State& state)
         wide += "<CHILD" + QByteArray::number(i) + " a=\"" + QByteArray::number(i) + "\"/>";
     wide += "</ROOT>";
     qint64 c = cpuNs();
-    bareParse(wide);
+    zorBareSaxParse(wide);
     const double bareNsPerChild = double(cpuNs() - c) / n;
     int value = 0;
     double setNs = 0;
@@ -227,7 +216,7 @@ void BM_StoreToBareRatio(benchmark::State& state)
     QElapsedTimer t;
     for (auto _ : state) {
         qint64 c = cpuNs();
-        bareParse(bytes);
+        zorBareSaxParse(bytes);
         const qint64 b = cpuNs() - c;
         t.start();
         c = cpuNs();
@@ -259,10 +248,5 @@ int main(int argc, char** argv)
         fprintf(stderr, "round trip changed the document\n");
         return 1;
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return zorRunBenchmarks(argc, argv);
 }

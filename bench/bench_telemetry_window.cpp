@@ -19,6 +19,8 @@
 #include <QTableView>
 #include <QTemporaryDir>
 
+#include "zor_bench_support.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -146,11 +148,7 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+    const int nResult = zorRunBenchmarks(argc, argv);
     delete lpDir;
-    return 0;
+    return nResult;
 }
