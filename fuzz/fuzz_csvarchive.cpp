@@ -5,9 +5,7 @@
 // there is one line per whole record.
 
 #include "module/zor_language.h"
-#include "telemetry/tmipage_kite1.h"
-#include "telemetry/tmipage_kite2.h"
-#include "telemetry/tmipage_kite3.h"
+#include "telemetry/tmipage_base.h"
 #include "telemetry/zor_tmicsvwriter.h"
 
 #include <QBuffer>
@@ -17,19 +15,6 @@
 #include <cstring>
 #include <memory>
 #include <vector>
-
-namespace {
-
-std::unique_ptr<TmiPage_Base> makePage(int version)
-{
-    switch (version) {
-    case 1: return std::make_unique<TmiPage_Kite1>(QString());
-    case 2: return std::make_unique<TmiPage_Kite2>(QString());
-    default: return std::make_unique<TmiPage_Kite3>(QString());
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
@@ -42,8 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (size < 1 + ZorTmi::MaskBytes)
         return 0;
     const int version = (data[0] & 3) ? (data[0] & 3) : 3;
-    auto columns = makePage(version);
-    auto record = makePage(version);
+    auto columns = TmiPage_Base::create(version);
+    auto record = TmiPage_Base::create(version);
     columns->setPageFormat(data + 1);
     record->setPageFormat(data + 1);
     const int recordSize = record->recordSize();

@@ -5,8 +5,6 @@
 
 #include "module/zor_language.h"
 #include "telemetry/tmipage_kite1.h"
-#include "telemetry/tmipage_kite2.h"
-#include "telemetry/tmipage_kite3.h"
 #include "telemetry/zor_tmicsvwriter.h"
 
 #include <QFile>
@@ -49,16 +47,6 @@ struct RecordOptions
     }
 };
 
-std::unique_ptr<TmiPage_Base> makeRecord(int version)
-{
-    switch (version) {
-    case 1: return std::make_unique<TmiPage_Kite1>(QString());
-    case 2: return std::make_unique<TmiPage_Kite2>(QString());
-    case 3: return std::make_unique<TmiPage_Kite3>(QString());
-    default: return nullptr;
-    }
-}
-
 // The record object of --version with the field set of --mask / --mask-hex.
 // Returns 0 or the exit code of a usage error.
 int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
@@ -66,7 +54,7 @@ int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
 {
     bool ok = false;
     const int version = parser.value(o.version).toInt(&ok);
-    if (!parser.isSet(o.version) || !ok || !(record = makeRecord(version)))
+    if (!parser.isSet(o.version) || !ok || !(record = TmiPage_Base::create(version)))
         return ZorTool::fail(2, QStringLiteral("--protocol must be 1, 2 or 3"));
     if (parser.isSet(o.mask) && parser.isSet(o.maskHex))
         return ZorTool::fail(2, QStringLiteral("give either --mask or --mask-hex, not both"));
@@ -239,7 +227,7 @@ int toolCsv(const QStringList& args)
         return ZorTool::fail(2, csv.errorString());
 
     // One object defines the columns, another is refilled with every record.
-    std::unique_ptr<TmiPage_Base> record = makeRecord(parser.value(o.version).toInt());
+    std::unique_ptr<TmiPage_Base> record = TmiPage_Base::create(parser.value(o.version).toInt());
     QByteArray mask;
     columns->getPageFormat(mask);
     record->setPageFormat(reinterpret_cast<const unsigned char*>(mask.constData()));

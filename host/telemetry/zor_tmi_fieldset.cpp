@@ -4,9 +4,7 @@
 #include "store/cxmltagv2.h"
 #include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
-#include "telemetry/tmipage_kite1.h"
-#include "telemetry/tmipage_kite2.h"
-#include "telemetry/tmipage_kite3.h"
+#include "telemetry/tmipage_base.h"
 #include "zor_tmi_texts.h"
 
 #include <QRegularExpression>
@@ -189,12 +187,7 @@ int ZOR_TmiFieldSet::fieldAt(int nByte) const
 
 std::unique_ptr<TmiPage_Base> ZOR_TmiFieldSet::makeRecord() const
 {
-    std::unique_ptr<TmiPage_Base> record;
-    switch (m_nVersion) {
-    case 1: record = std::make_unique<TmiPage_Kite1>(QString()); break;
-    case 2: record = std::make_unique<TmiPage_Kite2>(QString()); break;
-    default: record = std::make_unique<TmiPage_Kite3>(QString()); break;
-    }
+    std::unique_ptr<TmiPage_Base> record = TmiPage_Base::create(m_nVersion);  // always 1, 2 or 3
     record->setPageFormat(bytes(m_mask));
     return record;
 }

@@ -1,6 +1,9 @@
 #include "telemetry/tmipage_base.h"
 
 #include "module/zor_language.h"
+#include "telemetry/tmipage_kite1.h"
+#include "telemetry/tmipage_kite2.h"
+#include "telemetry/tmipage_kite3.h"
 
 #include <QTime>
 
@@ -100,6 +103,16 @@ QString TmiPage_Base::formatText(const unsigned char* mask)
         if (ZorTmi::maskBit(mask, n))
             s[n - 1] = QLatin1Char('1');
     return s;
+}
+
+std::unique_ptr<TmiPage_Base> TmiPage_Base::create(int nVersion)
+{
+    switch (nVersion) {
+    case 1: return std::make_unique<TmiPage_Kite1>(QString());
+    case 2: return std::make_unique<TmiPage_Kite2>(QString());
+    case 3: return std::make_unique<TmiPage_Kite3>(QString());
+    default: return nullptr;
+    }
 }
 
 void TmiPage_Base::setPageFormat(const QString& format)

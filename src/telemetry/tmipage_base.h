@@ -39,6 +39,8 @@
 #include <QString>
 #include <QVector>
 
+#include <memory>
+
 class TmiPage_Base : public QObject
 {
     Q_OBJECT
@@ -50,6 +52,9 @@ public:
     static void getArrSzFormat(const QString& format, unsigned char* bytes, int& count);
     // Mask bytes to text: 255 characters of "1" / "0".
     static QString formatText(const unsigned char* mask);
+    // The record object of protocol version 1, 2 or 3, with no field set
+    // yet; nullptr for any other version.
+    static std::unique_ptr<TmiPage_Base> create(int nVersion);
 
     void setPageFormat(const QString& format);
     void setPageFormat(const unsigned char* mask);  // 32 bytes
