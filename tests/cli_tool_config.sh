@@ -5,11 +5,7 @@
 set -u
 BIN=$1
 TOOL="$BIN/zor-tool"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-export LC_ALL=C
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/support/cli_checks.sh"
 DECL='<?xml version="1.0" encoding="windows-1251"?>'
 
 "$TOOL" config new -o "$WORK/new.xml" || fail "new: exit $?"
@@ -104,5 +100,4 @@ done
 [ $? -eq 1 ] || fail "normalize of a missing file must exit 1"
 [ ! -e "$WORK/missing.xml" ] || fail "normalize created the missing file"
 
-[ $failures -eq 0 ] && echo "all passed"
-exit $failures
+finish

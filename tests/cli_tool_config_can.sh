@@ -5,11 +5,7 @@
 set -u
 BIN=$1
 TOOL="$BIN/zor-tool"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-export LC_ALL=C
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/support/cli_checks.sh"
 
 "$TOOL" config new -o "$WORK/new.xml" || fail "new: exit $?"
 Z20=00000000000000000000
@@ -36,5 +32,4 @@ sed -e "s|<CP [^>]*/>|<CP sc=\"F\" ac=\"4\" bc=\"zz\" cmd=\"fffff\" />|" "$WORK/
 grep -q "^    <CP sc=\"f0000000000000000000\" ac=\"${Z20}${Z20}0000000\" bc=\"${Z20}000000\" cmd=\"ff3\" />$" "$WORK/hand.xml" \
     || fail "normalize hand-made: full digit counts"
 
-[ $failures -eq 0 ] || exit 1
-echo "cli_tool_config_can: all passed"
+finish

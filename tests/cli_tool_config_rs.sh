@@ -5,11 +5,7 @@
 set -u
 BIN=$1
 TOOL="$BIN/zor-tool"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-export LC_ALL=C
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/support/cli_checks.sh"
 
 "$TOOL" config new -o "$WORK/new.xml" || fail "new: exit $?"
 grep -q '^    <RS232 device="0" speed="9600" parity="None" stop="1" />$' "$WORK/new.xml" || fail "new: the RS-232 page"
@@ -43,5 +39,4 @@ done
 "$TOOL" config normalize "$WORK/saved.xml" -o "$WORK/again.xml" || fail "normalize again: exit $?"
 cmp -s "$WORK/saved.xml" "$WORK/again.xml" || fail "normalize changed a saved file"
 
-[ $failures -eq 0 ] && echo "zor-tool config with serial pages: ok"
-exit $failures
+finish

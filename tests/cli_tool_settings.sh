@@ -5,11 +5,7 @@ set -u
 BIN=$1
 DATA=$2
 TOOL="$BIN/zor-tool"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-export LC_ALL=C
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/support/cli_checks.sh"
 
 cp "$DATA/store/settings.xml" "$WORK/cfg.xml"
 
@@ -91,5 +87,4 @@ printf '<?xml version="1.0"?>\n<R>\n<!-- keep me -->\n<?pi x?>\n</R>\n' > "$WORK
 "$TOOL" settings set "$WORK/c.xml" R a 1 2> "$WORK/err.txt" || fail "set with comment exit $?"
 grep -q "2 comment" "$WORK/err.txt" || fail "dropped comment not told: $(cat "$WORK/err.txt")"
 
-[ $failures -eq 0 ] && echo "all passed"
-exit $failures
+finish
