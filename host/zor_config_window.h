@@ -61,6 +61,7 @@ private slots:
 
 private:
     bool mayDiscard();
+    bool mayReplace(const QString& qsFile);
     void updateTitle();
     void updateExcess();
     void addRecent(const QString& qsFileName);
@@ -72,6 +73,7 @@ private:
     ZOR_ConfigDocument* m_lpDoc;
     QSet<QObject*> m_excess;
     QString m_qsLanguage;
+    bool m_bMarkupDropAccepted = false;
 };
 
 #endif

@@ -47,6 +47,40 @@ struct RecordOptions
     }
 };
 
+// Characters of a text mask other than "0" and "1" read as "field absent";
+// say which, so a typing slip does not pass for a choice.
+void noteOddMask(const QString& mask)
+{
+    QStringList positions;
+    const int n = qMin(mask.size(), int(ZorTmi::MaskBytes * 8 - 1));
+    for (int i = 0; i < n; ++i)
+        if (mask.at(i) != QLatin1Char('0') && mask.at(i) != QLatin1Char('1'))
+            positions << QString::number(i + 1);
+    if (positions.isEmpty())
+        return;
+    const int kShown = 20;
+    const QString more = positions.size() > kShown ? QStringLiteral(", ...") : QString();
+    ZorTool::err() << "zor-tool: note: --mask holds characters other than \"0\" and \"1\" at "
+                   << (positions.size() == 1 ? "position " : "positions ")
+                   << QStringList(positions.mid(0, kShown)).join(QStringLiteral(", ")) << more
+                   << "; the fields there are read as absent\n";
+    ZorTool::err().flush();
+}
+
+// Says on standard error what of the input the record did not use, or that
+// an F8 record was short and zero-filled.
+void noteInputSize(int nGiven, int nUsed, bool isF8)
+{
+    const int kF8Bytes = 128;
+    QTextStream& e = ZorTool::err();
+    if (isF8 && nGiven < kF8Bytes)
+        e << "zor-tool: note: the F8 record is " << nGiven << " bytes, not " << kF8Bytes
+          << "; the missing " << kF8Bytes - nGiven << " bytes were read as zero\n";
+    else if (nGiven > nUsed)
+        e << "zor-tool: note: " << nGiven - nUsed << " bytes after the " << nUsed << "-byte record were not read\n";
+    e.flush();
+}
+
 // The record object of --version with the field set of --mask / --mask-hex.
 // Returns 0 or the exit code of a usage error.
 int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
@@ -69,6 +103,7 @@ int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
         record->setPageFormat(reinterpret_cast<const unsigned char*>(bytes.constData()));
     } else if (parser.isSet(o.mask)) {
         record->setPageFormat(parser.value(o.mask));
+        noteOddMask(parser.value(o.mask));
     } else {
         return ZorTool::fail(2, QStringLiteral("give the field set with --mask or --mask-hex"));
     }
@@ -178,6 +213,7 @@ int toolDecode(const QStringList& args)
         lines = QJsonDocument(fields).toJson(QJsonDocument::Indented);
     std::fwrite(lines.constData(), 1, size_t(lines.size()), stdout);
     std::fflush(stdout);
+    noteInputSize(data.size(), isF8 ? 128 : record->recordSize(), isF8);
     if (!isF8 && record->missingBytes() > 0)
         return ZorTool::fail(1, QStringLiteral("record too short: %1 bytes missing (the field set needs %2, got %3)")
                                     .arg(record->missingBytes())

@@ -185,6 +185,22 @@ bool ZOR_ConfigDocument::save(const QString& qsFileName)
     return true;
 }
 
+bool ZOR_ConfigDocument::changedOnDisk() const
+{
+    return m_doc && !m_qsFileName.isEmpty() && m_doc->changedOnDisk();
+}
+
+void ZOR_ConfigDocument::acceptDiskState()
+{
+    if (m_doc)
+        m_doc->acceptDiskState();
+}
+
+int ZOR_ConfigDocument::droppedMarkup() const
+{
+    return m_doc ? m_doc->droppedMarkup() : 0;
+}
+
 void ZOR_ConfigDocument::setModified(bool bModified)
 {
     if (m_bModified == bModified)
