@@ -75,7 +75,9 @@ void TestLogBudget::budgetDropsTheOldestRows()
     QVERIFY(log.blockBytes() <= budget || log.totalRowCount() == 1);
     QCOMPARE(log.blockBytes(), qint64(log.totalRowCount()) * size);
     QCOMPARE(log.droppedRowCount() + log.totalRowCount(), qint64(rows));
-    QCOMPARE(log.text(0, ZOR_Model_Log::ColumnData), QStringLiteral("cons_043 %1").arg(log.droppedRowCount()));
+    // The first row says how many went.
+    QVERIFY(log.bytes(0).isEmpty());
+    QVERIFY(log.text(0, ZOR_Model_Log::ColumnData).endsWith(QString::number(log.droppedRowCount())));
     // The rows kept are the newest, whole.
     for (int row = 1; row < log.rowCount(); ++row) {
         const int i = int(log.time(row) - 1000);

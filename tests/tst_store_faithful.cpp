@@ -305,6 +305,7 @@ void TestStoreFaithful::lockIsHeldForAnUpdate()
     QVERIFY2(second.errorString().contains(QLatin1String("another program")), qPrintable(second.errorString()));
     first.unlock();
     QVERIFY(second.lockForUpdate(path, 0));
+    QVERIFY(second.openFile(path));
     QVERIFY2(second.save(), qPrintable(second.errorString()));
 }
 
