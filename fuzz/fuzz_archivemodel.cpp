@@ -30,7 +30,9 @@ void showRow(ZOR_TmiArchiveModel& model, int row)
         model.data(model.index(row, column), Qt::ToolTipRole);
         int offset = 0;
         int length = 0;
-        if (model.columnBytes(column, offset, length) && (offset < 0 || length < 0 || offset + length > model.recordSize()))
+        if (!model.columnBytes(column, offset, length))
+            continue;
+        if (offset < 0 || length < 0 || offset + length > model.recordSize())
             __builtin_trap();   // a column's bytes lie outside its record
     }
     model.recordBytes(row);

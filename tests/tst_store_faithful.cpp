@@ -103,7 +103,8 @@ void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays_data()
     QTest::newRow("text beside a child") << int(TextAndChild) << QStringLiteral("0.25") << QStringLiteral("text and child");
     QTest::newRow("attribute named twice") << int(AttrTwice) << QStringLiteral("v") << QStringLiteral("two attributes");
     // The root and 256 levels below it: one level more than the reader takes.
-    QTest::newRow("nested one level too deep") << int(Nested) << QStringLiteral("256") << QStringLiteral("deeper than 256");
+    QTest::newRow("nested one level too deep")
+        << int(Nested) << QStringLiteral("256") << QStringLiteral("deeper than 256");
 }
 
 void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays()
@@ -201,7 +202,8 @@ void TestStoreFaithful::badInputRefusedWithReason_data()
     QTest::newRow("huge reference") << QByteArray("<R>&#99999999999999999999;</R>") << none;
     QTest::newRow("attribute twice") << QByteArray("<R a=\"1\" a=\"2\"/>") << QStringLiteral("twice");
     QTest::newRow("attribute twice once decoded")
-        << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?><R _1095_=\"1\" \xd1\x87=\"2\"/>") << QStringLiteral("twice");
+        << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?><R _1095_=\"1\" \xd1\x87=\"2\"/>")
+        << QStringLiteral("twice");
 }
 
 void TestStoreFaithful::referencesAboveBmpAreTheirCharacters_data()
@@ -215,8 +217,9 @@ void TestStoreFaithful::referencesAboveBmpAreTheirCharacters_data()
     QTest::newRow("first and last planes")
         << QByteArray("<R v=\"&#x10000;\"><T>&#x10FFFF;</T></R>") << QString::fromUcs4(U"\U00010000")
         << QString::fromUcs4(U"\U0010FFFF");
-    QTest::newRow("beside text, UTF-8") << QByteArray(utf8 + "<R v=\"a&#x1F600;b\"><T>\xf0\x9f\x98\x80&#x1f600;</T></R>")
-                                        << QStringLiteral("a%1b").arg(smile) << smile + smile;
+    QTest::newRow("beside text, UTF-8")
+        << QByteArray(utf8 + "<R v=\"a&#x1F600;b\"><T>\xf0\x9f\x98\x80&#x1f600;</T></R>")
+        << QStringLiteral("a%1b").arg(smile) << smile + smile;
     QTest::newRow("CDATA keeps the reference as text")
         << QByteArray("<R v=\"&#x41;\"><T><![CDATA[&#x1F600;]]></T><!-- &#xD800; --></R>") << QStringLiteral("A")
         << QStringLiteral("&#x1F600;");

@@ -123,7 +123,8 @@ bool readFile(const QString& path, QByteArray& bytes, QString* error)
     }
     if (file.size() > nMaxInputBytes) {
         if (error)
-            *error = QStringLiteral("%1 is larger than %2 MiB, the most zor-tool reads").arg(path).arg(nMaxInputBytes >> 20);
+            *error = QStringLiteral("%1 is larger than %2 MiB, the most zor-tool reads")
+                         .arg(path).arg(nMaxInputBytes >> 20);
         return false;
     }
     bytes = file.readAll();

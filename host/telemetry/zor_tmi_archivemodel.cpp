@@ -53,8 +53,9 @@ bool ZOR_TmiArchiveModel::openFile(const QString& qsFileName)
     // never end: only regular files are archives.
     const QFileInfo info(qsFileName);
     if (info.exists() && !info.isFile()) {
-        m_qsError = zorTmiText("cannot_open").arg(qsFileName, info.isDir() ? QStringLiteral("it is a folder")
-                                                                            : QStringLiteral("it is not a regular file"));
+        const QString why = info.isDir() ? QStringLiteral("it is a folder")
+                                         : QStringLiteral("it is not a regular file");
+        m_qsError = zorTmiText("cannot_open").arg(qsFileName, why);
         m_file.setFileName(QString());
     } else if (!m_file.open(QIODevice::ReadOnly)) {
         m_qsError = zorTmiText("cannot_open").arg(qsFileName, m_file.errorString());

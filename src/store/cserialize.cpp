@@ -354,12 +354,12 @@ bool CSerialize::lockForUpdate(const QString& qsFileName, int msTimeout)
         qint64 pid = 0;
         QString host, app;
         lock->getLockInfo(&pid, &host, &app);
-        return fail(QStringLiteral("%1 is being changed by another program (process %2); try again").arg(shown).arg(pid));
+        return fail(QStringLiteral("%1 is being changed by another program (process %2); try again")
+                        .arg(shown).arg(pid));
     }
-    // No lock can be made (a read-only folder): the save that follows fails
-    // with its own reason.
-    return fail(QStringLiteral("cannot lock %1 for a change: the lock file %2 cannot be created")
-                    .arg(shown, QDir::toNativeSeparators(qsFileName + QStringLiteral(".lock"))));
+    // No lock can be made here (a read-only folder): no save can replace
+    // the file either, and the save says why.
+    return true;
 }
 
 void CSerialize::unlock()
@@ -589,7 +589,7 @@ bool CSerialize::save()
     if (!renderChecked(bytes))
         return false;
     if (m_lock)
-        return writeFile(bytes, true);
+        return writeFile(bytes);
     // The lock of this save alone; its folder may not take one (read-only),
     // and then the save fails for that reason below.
     QLockFile lock(m_qsFileName + QStringLiteral(".lock"));
@@ -597,13 +597,13 @@ bool CSerialize::save()
     if (!lock.tryLock(10000) && lock.error() == QLockFile::LockFailedError)
         return fail(QStringLiteral("cannot save %1: another program is saving it; try again")
                         .arg(QDir::toNativeSeparators(m_qsFileName)));
-    return writeFile(bytes, true);
+    return writeFile(bytes);
 }
 
-bool CSerialize::writeFile(const QByteArray& bytes, bool bCheckDisk)
+bool CSerialize::writeFile(const QByteArray& bytes)
 {
     const QString shown = QDir::toNativeSeparators(m_qsFileName);
-    if (bCheckDisk && changedOnDisk())
+    if (changedOnDisk())
         return fail(QStringLiteral("cannot save %1: the file changed since it was opened").arg(shown));
     const QFileInfo info(m_qsFileName);
     QSaveFile file(m_qsFileName);

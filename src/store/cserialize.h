@@ -58,7 +58,8 @@ public:
     bool openFile(const QString& qsFileName);
     // Takes the file's lock (waiting at most msTimeout) and keeps it until
     // unlock() or the document's end; call before openFile for a
-    // read-modify-write. False (errorString) when another program holds it.
+    // read-modify-write. False (errorString) when another program holds it;
+    // true without a lock where none can be made (a read-only folder).
     bool lockForUpdate(const QString& qsFileName, int msTimeout = 10000);
     void unlock();
     // True when the file on disk is no longer the one that was read (or
@@ -112,7 +113,7 @@ public:
 private:
     bool parse(QByteArray data);
     bool fail(const QString& qsError);
-    bool writeFile(const QByteArray& bytes, bool bCheckDisk);
+    bool writeFile(const QByteArray& bytes);
     // Identity of the file on disk: replaced, rewritten or touched files
     // differ.
     struct DiskState {

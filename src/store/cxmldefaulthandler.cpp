@@ -194,7 +194,8 @@ bool CXmlDefaultHandler::acceptText(const QString& qsText, const QString& qsWhat
         return true;
     const ushort u = qsText.at(at).unicode();
     m_qsError = QStringLiteral("%1 holds %2 U+%3")
-                    .arg(qsWhat, u < 0x20 ? QStringLiteral("the control character") : QStringLiteral("the non-character"))
+                    .arg(qsWhat, u < 0x20 ? QStringLiteral("the control character")
+                                          : QStringLiteral("the non-character"))
                     .arg(u, 4, 16, QLatin1Char('0'));
     return false;
 }
