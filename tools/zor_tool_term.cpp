@@ -105,8 +105,10 @@ bool parseOptions(const QCommandLineParser& parser, Options& o, QString* error)
         *error = QStringLiteral("term needs --port serial:PATH[:BAUD] or --port simulator");
         return false;
     }
-    if ((parser.isSet(QStringLiteral("gap")) && !toMs(parser.value(QStringLiteral("gap")), 0, &o.nGapMs))
-        || (parser.isSet(QStringLiteral("timeout")) && !toMs(parser.value(QStringLiteral("timeout")), 1, &o.nTimeoutMs))) {
+    const QString qsGap = parser.value(QStringLiteral("gap"));
+    const QString qsTimeout = parser.value(QStringLiteral("timeout"));
+    if ((!qsGap.isEmpty() && !toMs(qsGap, 0, &o.nGapMs))
+        || (!qsTimeout.isEmpty() && !toMs(qsTimeout, 1, &o.nTimeoutMs))) {
         *error = QStringLiteral("--gap and --timeout take milliseconds (a timeout of at least 1)");
         return false;
     }
@@ -121,7 +123,9 @@ bool parseOptions(const QCommandLineParser& parser, Options& o, QString* error)
     if (parser.isSet(QStringLiteral("script"))) {
         const QString qsScript = parser.value(QStringLiteral("script"));
         QByteArray text;
-        if (!ZorTool::readFile(qsScript, text, error) || !parseScript(qsScript, QString::fromUtf8(text), o.steps, error))
+        if (!ZorTool::readFile(qsScript, text, error))
+            return false;
+        if (!parseScript(qsScript, QString::fromUtf8(text), o.steps, error))
             return false;
     }
     const QStringList commands = parser.positionalArguments();
