@@ -260,7 +260,7 @@ void Session::wait(int nMs, bool bUntilReply)
     QObject::connect(m_lpLink, &ZOR_TerminalLink::signal_Lost, &loop, &QEventLoop::quit);
     if (bUntilReply)
         QObject::connect(&m_assembler, &ZOR_ReplyAssembler::signal_Reply, &loop, &QEventLoop::quit);
-    if (bUntilReply && !m_replies.isEmpty())
+    if ((bUntilReply && !m_replies.isEmpty()) || !m_qsLost.isEmpty())
         return;
     timer.start(nMs);
     loop.exec();
