@@ -91,6 +91,16 @@ private:
         return log->text(log->rowCount() - 1, column);
     }
     void setIccIdResults(const QString& sim1, const QString& sim2);
+    // The console in a real language, as the host switches it (2031).
+    void useLanguage(const char* language)
+    {
+        const QString name = QStringLiteral("/Localization/Lang/zor_%1.lang").arg(QLatin1String(language));
+        QDir().mkpath(dataDir.path() + QStringLiteral("/Localization/Lang"));
+        QFile::copy(QStringLiteral(ZOR_BIN_DIR) + name, dataDir.path() + name);
+        setProgramLanguage(QLatin1String(language));
+        ZOR_Language::instance().load(QLatin1String(language));
+        form->translateForm();
+    }
 
     void typeAndEnter(const QString& text)
     {
@@ -117,6 +127,8 @@ void TestConsole::initTestCase()
 
 void TestConsole::init()
 {
+    setProgramLanguage(QString());
+    ZOR_Language::instance().load(QStringLiteral("keys"));
     QFile::remove(ZOR_CommandHistory::defaultPath());
     host.clear();
     host.nCoordSystem = 0;
@@ -374,6 +386,7 @@ void TestConsole::logRowColumns()
 
 void TestConsole::logHasItsHeadersWidthsAndFont()
 {
+    useLanguage("ru");
     auto* view = child<QTableView>("treeWidget");
     const QStringList headers = {QStringLiteral("Время"), QStringLiteral("IN/OUT"),
                                  QStringLiteral("Размер (байт)"), QStringLiteral("Данные"),
@@ -440,12 +453,13 @@ void TestConsole::manyLargeBlocksAreShown()
 
 void TestConsole::detailsShowTheWholeRowAndAHexDump()
 {
-    form->setData(1, QByteArray("*#V ZOR\r\n0123456789"));
+    form->setData(1, QByteArray("*#V ZOR\r\n0123456789\x01"));
     const QString detail = form->logModel()->detailText(0);
-    QVERIFY(detail.contains(QStringLiteral("*#V.ZOR..0123456789")));
+    // The text as text: blanks and line ends as they are, other control bytes as dots.
+    QVERIFY2(detail.contains(QStringLiteral("*#V ZOR\n0123456789.")), qPrintable(detail));
     QVERIFY2(detail.contains(QStringLiteral("00000000  2a 23 56 20 5a 4f 52 0d  0a 30 31 32 33 34 35 36  |*#V.ZOR..0123456|")),
              qPrintable(detail));
-    QVERIFY(detail.contains(QStringLiteral("00000010  37 38 39")));
+    QVERIFY(detail.contains(QStringLiteral("00000010  37 38 39 01")));
     form->showForm();
     auto* view = child<QTableView>("treeWidget");
     auto* pane = child<QPlainTextEdit>("plainTextEdit_Detail");
@@ -506,6 +520,7 @@ void TestConsole::copiesRowsAsTabSeparatedText()
 
 void TestConsole::savedLogReadsBack()
 {
+    useLanguage("ru");
     const qint64 t0 = QDateTime(QDate(2026, 3, 1), QTime(12, 30, 5, 7)).toMSecsSinceEpoch();
     ZOR_Model_Log log;
     log.append(0, "*?V", t0);
