@@ -418,7 +418,10 @@ QString ZOR_Model_Log::detailText(int row) const
     if (replyOf(r) >= 0)
         qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(replyOf(r));
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnData));
-    qsText += readableText(data);
+    QString qsReadable = readableText(data);
+    while (qsReadable.endsWith(QLatin1Char('\n')))
+        qsReadable.chop(1); // the reply's line end; the dump below shows it
+    qsText += qsReadable;
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnHex));
     qsText += hexDump(data);
     return qsText;
