@@ -176,11 +176,15 @@ QString ZOR_HostWindow::aboutText()
                            .arg(QLatin1String(lpLanguage), QFileInfo(qsPath).absoluteFilePath(),
                                 QFileInfo::exists(qsPath) ? QString() : zorTr(QStringLiteral("hostwin_009")));
     }
-    return zorTr(QStringLiteral("hostwin_004"))
-        .arg(QCoreApplication::applicationName(), QStringLiteral(ZOR_VERSION))
-        + QStringLiteral("\n\n") + zorTr(QStringLiteral("hostwin_005")).arg(QLatin1String(qVersion()), QStringLiteral(QT_VERSION_STR))
-        + QStringLiteral("\n") + zorTr(QStringLiteral("hostwin_006"))
-        + QStringLiteral("\n\n") + zorTr(QStringLiteral("hostwin_007")) + QStringLiteral("\n") + lsLanguages.join(QLatin1Char('\n'));
+    const QStringList lsParts = {
+        zorTr(QStringLiteral("hostwin_004")).arg(QCoreApplication::applicationName(), QStringLiteral(ZOR_VERSION)),
+        QString(),
+        zorTr(QStringLiteral("hostwin_005")).arg(QLatin1String(qVersion()), QStringLiteral(QT_VERSION_STR)),
+        zorTr(QStringLiteral("hostwin_006")),
+        QString(),
+        zorTr(QStringLiteral("hostwin_007")),
+    };
+    return (lsParts + lsLanguages).join(QLatin1Char('\n'));
 }
 
 void ZOR_HostWindow::slot_triggered_About()

@@ -1030,8 +1030,8 @@ void TestConsole::rowsShowDirectionColoursAndMilliseconds()
     QCOMPARE(log->text(0, ZOR_Model_Log::ColumnTime).size(), 19);
     form->logWidget()->setTimeWithMs(true);
     const QString time = log->text(0, ZOR_Model_Log::ColumnTime);
-    QVERIFY2(QRegularExpression(QStringLiteral("^\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d:\\d\\d\\.\\d{3}$")).match(time).hasMatch(),
-             qPrintable(time));
+    const QRegularExpression withMs(QStringLiteral("^\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d:\\d\\d\\.\\d{3}$"));
+    QVERIFY2(withMs.match(time).hasMatch(), qPrintable(time));
     const QFont font = log->index(0, 0).data(Qt::FontRole).value<QFont>();
     QVERIFY(child<QTableView>("treeWidget")->columnWidth(0) > QFontMetrics(font).horizontalAdvance(time));
 }
@@ -1072,7 +1072,8 @@ void TestConsole::continuousLogIsReadBackByZorTool()
     for (int i = 0; i < commands; ++i) {
         const QByteArray sent = "*?PING " + QByteArray::number(i);
         const QByteArray reply = "*#PING " + QByteArray::number(i) + "\r\n";
-        expected << QStringLiteral("OUT %1").arg(sent.size()) << QString::fromLatin1(sent).replace(QLatin1Char(' '), QLatin1Char('.'))
+        expected << QStringLiteral("OUT %1").arg(sent.size())
+                 << QString::fromLatin1(sent).replace(QLatin1Char(' '), QLatin1Char('.'))
                  << QString::fromLatin1(sent.toHex());
         expected << QStringLiteral("IN %1").arg(reply.size()) << QStringLiteral("*#PING.%1..").arg(i)
                  << QString::fromLatin1(reply.toHex());

@@ -56,7 +56,8 @@ void TestConsoleProtocol::fixedCommandsOutsideTheButtons()
     QCOMPARE(ZOR_ConsoleProtocol::iccIdCommand(true, true), QStringLiteral("*?ICCID 3"));
     QCOMPARE(ZOR_ConsoleProtocol::nmeaRateCommand(4), QStringLiteral("*!UC GPS,PMTK220,1000"));
     QCOMPARE(ZOR_ConsoleProtocol::nmeaRateCaptions(),
-             QStringList({QStringLiteral("1 Гц"), QStringLiteral("2 Гц"), QStringLiteral("5 Гц"), QStringLiteral("10 Гц")}));
+             QStringList({QStringLiteral("1 Гц"), QStringLiteral("2 Гц"), QStringLiteral("5 Гц"),
+                          QStringLiteral("10 Гц")}));
     QCOMPARE(ZOR_ConsoleProtocol::balanceCommand(QStringLiteral(" *100# ")), QStringLiteral("*?USSD: *100# "));
 }
 

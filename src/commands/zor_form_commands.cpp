@@ -144,7 +144,8 @@ void ZOR_Form_Commands::initFixedCommands()
         {ui->pushButton_Balance, [this] { return Protocol::balanceCommand(ui->lineEdit_Balance_USSD->text()); }},
         {ui->pushButton_IccId,
          [this] {
-             return Protocol::iccIdCommand(ui->checkBox_IccId_Sim_1->isChecked(), ui->checkBox_IccId_Sim_2->isChecked());
+             return Protocol::iccIdCommand(ui->checkBox_IccId_Sim_1->isChecked(),
+                                           ui->checkBox_IccId_Sim_2->isChecked());
          }},
     };
     for (const auto& command : fixedCommands) {

@@ -45,7 +45,8 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        const bool bSearched = index.column() == ZOR_Model_Log::ColumnData || index.column() == ZOR_Model_Log::ColumnHex;
+        const bool bSearched = index.column() == ZOR_Model_Log::ColumnData
+            || index.column() == ZOR_Model_Log::ColumnHex;
         QStyleOptionViewItem opt(option);
         initStyleOption(&opt, index);
         const QString qsText = opt.text;
@@ -59,7 +60,8 @@ public:
         opt.text.clear();
         style->drawControl(QStyle::CE_ItemViewItem, &opt, painter, widget);
         const int nMargin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
-        const QRect rect = style->subElementRect(QStyle::SE_ItemViewItemText, &opt, widget).adjusted(nMargin, 0, -nMargin, 0);
+        const QRect rect = style->subElementRect(QStyle::SE_ItemViewItemText, &opt, widget)
+                               .adjusted(nMargin, 0, -nMargin, 0);
         const QFontMetrics metrics(opt.font);
         painter->save();
         painter->setClipRect(rect);
@@ -123,17 +125,19 @@ void ZOR_Widget_Log::initView()
     view->verticalHeader()->setDefaultSectionSize(qMax(view->fontMetrics().height(), rowMetrics.height()) + 4);
     view->horizontalHeader()->setTextElideMode(Qt::ElideNone);
     view->horizontalHeader()->setStretchLastSection(true);
-    connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this, &ZOR_Widget_Log::slot_valueChanged_LogScrollBar);
+    connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &ZOR_Widget_Log::slot_valueChanged_LogScrollBar);
     ui->toolButton_NewRows->hide();
     connect(ui->toolButton_NewRows, &QAbstractButton::clicked, this, &ZOR_Widget_Log::slot_clicked_ToolButton_NewRows);
     const auto keepLogPlace = [this] { nLogShiftFrom = ui->treeWidget->verticalScrollBar()->value(); };
     connect(modelLog, &QAbstractItemModel::rowsAboutToBeRemoved, this, keepLogPlace);
     connect(modelLog, &QAbstractItemModel::rowsRemoved, this,
             [this](const QModelIndex&, int first, int last) { shiftLogRows(first - last - 1); });
-    connect(modelLog, &QAbstractItemModel::rowsAboutToBeInserted, this, [this, keepLogPlace](const QModelIndex&, int first) {
-        if (first < modelLog->rowCount())
-            keepLogPlace();
-    });
+    connect(modelLog, &QAbstractItemModel::rowsAboutToBeInserted, this,
+            [this, keepLogPlace](const QModelIndex&, int first) {
+                if (first < modelLog->rowCount())
+                    keepLogPlace();
+            });
     connect(modelLog, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
         if (nLogShiftFrom >= 0)
             shiftLogRows(last - first + 1);
