@@ -142,7 +142,9 @@ void ZOR_Widget_Log::initView()
         if (nLogShiftFrom >= 0)
             shiftLogRows(last - first + 1);
     });
+    connect(modelLog, &QAbstractItemModel::rowsRemoved, this, [this] { findCount = FindCount(); });
     connect(modelLog, &QAbstractItemModel::modelReset, this, [this] {
+        findCount = FindCount();
         bFollowLog = true;
         nRowsSeen = 0;
         ui->toolButton_NewRows->hide();
@@ -498,17 +500,10 @@ void ZOR_Widget_Log::findInLog(bool bForward)
         ui->label_FindStatus->setText(zorTr(QStringLiteral("cons_040")));
         return;
     }
-    int nMatches = 0;
-    int nOrdinal = 0;
-    for (int r = 0; r < modelLog->rowCount(); ++r) {
-        if (modelLog->matches(r, qsNeedle)) {
-            ++nMatches;
-            if (r == row)
-                nOrdinal = nMatches;
-        }
-    }
-    QString qsStatus = zorTr(QStringLiteral("cons_044")).arg(nOrdinal).arg(nMatches);
     const bool bWrapped = from >= 0 && from < modelLog->rowCount() && (bForward ? row <= from : row >= from);
+    const int nMatches = countMatches(qsNeedle);
+    const int nOrdinal = matchOrdinal(qsNeedle, from, row, bForward, bWrapped);
+    QString qsStatus = zorTr(QStringLiteral("cons_044")).arg(nOrdinal).arg(nMatches);
     if (bWrapped)
         qsStatus += QStringLiteral(" — ") + zorTr(QLatin1String(bForward ? "cons_045" : "cons_046"));
     ui->label_FindStatus->setText(qsStatus);
@@ -516,6 +511,39 @@ void ZOR_Widget_Log::findInLog(bool bForward)
     ui->treeWidget->selectionModel()->setCurrentIndex(index,
                                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     ui->treeWidget->scrollTo(index);
+}
+
+int ZOR_Widget_Log::countMatches(const QString& qsNeedle)
+{
+    if (findCount.qsNeedle != qsNeedle || findCount.nRowsCounted > modelLog->rowCount()) {
+        findCount = FindCount();
+        findCount.qsNeedle = qsNeedle;
+    }
+    for (int r = qMax(0, findCount.nRowsCounted); r < modelLog->rowCount(); ++r) {
+        if (modelLog->matches(r, qsNeedle))
+            ++findCount.nMatches;
+    }
+    findCount.nRowsCounted = modelLog->rowCount();
+    return findCount.nMatches;
+}
+
+// Stepping from the last match found is one up or down from its place;
+// from anywhere else the matches before the row are counted.
+int ZOR_Widget_Log::matchOrdinal(const QString& qsNeedle, int nFrom, int nRow, bool bForward, bool bWrapped)
+{
+    int nOrdinal = 0;
+    if (findCount.nLastRow >= 0 && nFrom == findCount.nLastRow) {
+        if (bWrapped)
+            nOrdinal = bForward ? 1 : findCount.nMatches;
+        else
+            nOrdinal = findCount.nLastOrdinal + (bForward ? 1 : -1);
+    } else {
+        for (int r = 0; r <= nRow; ++r)
+            nOrdinal += modelLog->matches(r, qsNeedle) ? 1 : 0;
+    }
+    findCount.nLastRow = nRow;
+    findCount.nLastOrdinal = nOrdinal;
+    return nOrdinal;
 }
 
 void ZOR_Widget_Log::applyLogFilter()

@@ -86,6 +86,10 @@ private:
     void shiftLogRows(int nRows);
     void slot_clicked_ToolButton_NewRows();
     std::vector<SavedRow> takeAllRows();
+    // Matches of the find text among the shown rows, counted once and then
+    // only over the rows that came since; -1 row: nothing counted yet.
+    int countMatches(const QString& qsNeedle);
+    int matchOrdinal(const QString& qsNeedle, int nFrom, int nRow, bool bForward, bool bWrapped);
 
     Ui::ZOR_Widget_Log* ui;
     ZOR_Model_Log* modelLog = nullptr;
@@ -107,6 +111,13 @@ private:
     int logFilterDirection = -1;
     QString qsLogFilterText;
     std::vector<SavedRow> undoRows;
+    struct FindCount {
+        QString qsNeedle;
+        int nRowsCounted = -1;
+        int nMatches = 0;
+        int nLastRow = -1;
+        int nLastOrdinal = 0;
+    } findCount;
 };
 
 #endif
