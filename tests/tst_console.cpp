@@ -947,6 +947,8 @@ void TestConsole::sendingWithoutTerminalSaysNotSent()
     QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QString());
     QVERIFY(notice->isVisible());
     QCOMPARE(notice->text(), QStringLiteral("cons_055"));
+    useLanguage("en"); // the notice follows the language too
+    QCOMPARE(notice->text(), QStringLiteral("Not sent: no terminal is connected"));
     form->deviceConnect();
     child<QPushButton>("pushButton_Balance")->click();
     QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QStringLiteral("OUT"));

@@ -233,7 +233,7 @@ void ZOR_Form_Commands::sendCommand(const QByteArray& bytes)
         lpGlobalLib->sendMessageToDevice(bytes);
     if (!bConnected || !lpGlobalLib) {
         setData(-1, QByteArrayLiteral("NOT SENT"));
-        ui->widget_Log->showNotice(zorTr(QStringLiteral("cons_055")));
+        ui->widget_Log->showNotice(QStringLiteral("cons_055"));
     } else {
         ui->widget_Log->showNotice(QString());
     }

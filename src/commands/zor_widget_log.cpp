@@ -294,13 +294,19 @@ void ZOR_Widget_Log::translate()
     fitColumns();
     followLog();
     updateHiddenCount();
+    showNotice(qsNoticeKey, qsNoticeArg);
     if (lpLogFile->isActive())
         ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_064")).arg(lpLogFile->fileName()));
     updateDetail();
 }
 
-void ZOR_Widget_Log::showNotice(const QString& qsText)
+void ZOR_Widget_Log::showNotice(const QString& qsKey, const QString& qsArg)
 {
+    qsNoticeKey = qsKey;
+    qsNoticeArg = qsArg;
+    QString qsText = qsKey.isEmpty() ? QString() : zorTr(qsKey);
+    if (!qsArg.isEmpty())
+        qsText = qsText.arg(qsArg);
     ui->label_Notice->setText(qsText);
     ui->label_Notice->setVisible(!qsText.isEmpty());
 }
@@ -630,7 +636,7 @@ bool ZOR_Widget_Log::recordTo(const QString& qsPath)
         lpLogFile->stop();
         ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_065")));
     } else if (!lpLogFile->start(qsPath)) {
-        showNotice(zorTr(QStringLiteral("cons_063")).arg(lpLogFile->errorString()));
+        showNotice(QStringLiteral("cons_063"), lpLogFile->errorString());
     } else {
         ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_064")).arg(qsPath));
     }

@@ -39,8 +39,9 @@ public:
     // A row at the end of the log (and of the recorded file).
     void append(int direction, const QByteArray& data);
     void translate();
-    // A line in the log's header that tells what just happened; "" hides it.
-    void showNotice(const QString& qsText);
+    // A line in the log's header that tells what just happened: the text of
+    // a language key, with "%1" as qsArg; "" hides it. It follows the language.
+    void showNotice(const QString& qsKey, const QString& qsArg = QString());
 
     // Empties the log; undoClear() puts the rows back (before any that came
     // since) until the next clear.
@@ -111,6 +112,8 @@ private:
     int logFilterDirection = -1;
     QString qsLogFilterText;
     std::vector<SavedRow> undoRows;
+    QString qsNoticeKey;
+    QString qsNoticeArg;
     struct FindCount {
         QString qsNeedle;
         int nRowsCounted = -1;
