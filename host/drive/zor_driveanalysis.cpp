@@ -1,6 +1,7 @@
 #include "zor_driveanalysis.h"
 
 #include <algorithm>
+#include <deque>
 #include <cmath>
 
 namespace {
@@ -271,7 +272,32 @@ void ZOR_DriveAnalysis::findEvents(const ZOR_DriveTrack& track, const ZOR_DriveT
     auto when = [&](int k) { return timed ? double(track.point(at[size_t(k)]).time) : double(k); };
     const double window = timed ? m_options.fuelWindowS : m_options.fuelWindowS / 60.0;
     const double noise = m_options.fuelNoise;
+    // The highest and lowest level of the records (i, r] in monotone
+    // queues: most records are checked in constant time, the exact search
+    // below runs only where the window holds a large enough change.
+    std::deque<int> high;
+    std::deque<int> low;
+    int r = 0;
     for (int i = 0; i < m;) {
+        for (r = std::max(r, i); r + 1 < m && when(r + 1) - when(i) <= window;) {
+            ++r;
+            while (!high.empty() && v[size_t(high.back())] <= v[size_t(r)])
+                high.pop_back();
+            while (!low.empty() && v[size_t(low.back())] >= v[size_t(r)])
+                low.pop_back();
+            high.push_back(r);
+            low.push_back(r);
+        }
+        while (!high.empty() && high.front() <= i)
+            high.pop_front();
+        while (!low.empty() && low.front() <= i)
+            low.pop_front();
+        const double vi = v[size_t(i)];
+        if ((high.empty() || v[size_t(high.front())] - vi < m_options.fuelThreshold)
+            && (low.empty() || vi - v[size_t(low.front())] < m_options.fuelThreshold)) {
+            ++i;
+            continue;
+        }
         int found = -1;
         for (int j = i + 1; j < m && when(j) - when(i) <= window && found < 0; ++j)
             if (std::fabs(v[size_t(j)] - v[size_t(i)]) >= m_options.fuelThreshold)
