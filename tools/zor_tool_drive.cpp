@@ -127,7 +127,8 @@ int writeOut(const QByteArray& bytes, const QCommandLineParser& parser, const QC
 int toolTrack(const QStringList& args)
 {
     QCommandLineParser parser;
-    const QCommandLineOption format(QStringLiteral("format"), QStringLiteral("gpx (GPX 1.1), kml (KML 2.2) or geojson."),
+    const QCommandLineOption format(QStringLiteral("format"),
+                                    QStringLiteral("gpx (GPX 1.1), kml (KML 2.2) or geojson."),
                                     QStringLiteral("gpx|kml|geojson"));
     const QCommandLineOption outFile(QStringLiteral("out"), QStringLiteral("File (default: standard output)."),
                                      QStringLiteral("FILE"));

@@ -192,7 +192,8 @@ int exportNumeric(ZorTool::ArchiveReader& archive, const QCommandLineParser& par
     });
     ok = ok && device->write(buffer) == buffer.size() && (device != &file || file.commit());
     if (!ok)
-        return ZorTool::fail(2, QStringLiteral("cannot write %1: %2").arg(parser.value(outFile), device->errorString()));
+        return ZorTool::fail(2, QStringLiteral("cannot write %1: %2")
+                                    .arg(parser.value(outFile), device->errorString()));
     return archive.partialBytes() ? ZorTool::fail(1, archive.partialMessage()) : 0;
 }
 

@@ -85,7 +85,8 @@ ZOR_DriveSummary ZOR_DriveAnalysis::analyse(const ZOR_DriveTrack& track) const
 void ZOR_DriveAnalysis::addDistance(const ZOR_DriveTrack& track, ZOR_DriveSummary& s) const
 {
     if (!track.hasCoordinates()) {
-        s.notComputed << QStringLiteral("distance: the records carry no coordinates (Latitude, Longitude, StateNGauge)");
+        s.notComputed << QStringLiteral(
+            "distance: the records carry no coordinates (Latitude, Longitude, StateNGauge)");
     } else {
         s.hasDistance = true;
         int prev = -1;
@@ -318,7 +319,8 @@ void ZOR_DriveAnalysis::findEvents(const ZOR_DriveTrack& track, const ZOR_DriveT
         while (sign * v[size_t(end)] < sign * best - noise)
             ++end;
         // The event's first record is the first one past the old level.
-        s.fuelEvents.push_back(ZOR_FuelEvent{sign > 0, at[size_t(std::min(start + 1, end))], at[size_t(end)], level.name,
+        const int first = at[size_t(std::min(start + 1, end))];
+        s.fuelEvents.push_back(ZOR_FuelEvent{sign > 0, first, at[size_t(end)], level.name,
                                              v[size_t(start)], v[size_t(end)]});
         i = end + 1;
     }
