@@ -72,7 +72,8 @@ void ZOR_DriveTrack::addRecord(const TmiPage_Base& record)
     const double valid = valueOf(record, ZorTmi::Col_NGaugeValid);
     if (!std::isnan(lat) && !std::isnan(lon) && !std::isnan(valid)) {
         m_bCoordinates = true;
-        p.fix = valid == 1.0;
+        // A position off the globe is as good as none.
+        p.fix = valid == 1.0 && std::fabs(lat) <= 90.0 && std::fabs(lon) <= 180.0;
         p.lat = lat;
         p.lon = lon;
     }

@@ -29,7 +29,7 @@ struct ZOR_DrivePoint
     double mileage = NAN;   // km
     double motochas = NAN;  // engine hours
     qint8 engine = -1;      // 1 working, 0 not, -1 unknown
-    bool fix = false;       // StateNGauge bit 1 with both coordinates present
+    bool fix = false;       // StateNGauge bit 1, both coordinates present and on the globe
 };
 
 class ZOR_DriveTrack
