@@ -3,7 +3,7 @@
 # data/telemetry/make_drive.py: the figures against the ones the script
 # computed from the rules, the GPX, KML and GeoJSON read back by Python's
 # own readers (and by GDAL's ogrinfo when it is installed), and the summary
-# of an archive without times or coordinates.
+# of an archive without times or coordinates and of one whose time goes back.
 set -u
 bin=$1
 data=$2/telemetry
@@ -18,6 +18,7 @@ failed=0
 for f in gpx kml geojson; do "$bin/zor-tool" track "${args[@]}" --format $f --out "$tmp/track.$f" || failed=1; done
 "$bin/zor-tool" csv "${args[@]}" --numeric --out "$tmp/numeric.csv" || failed=1
 "$bin/zor-tool" summary --protocol 3 --mask "$bare" --in "$data/drive_bare.bin" --json >"$tmp/bare.json" || failed=1
+"$bin/zor-tool" summary --protocol 3 --mask "$mask" --in "$data/drive_back.bin" --json >"$tmp/back.json" || failed=1
 "$bin/zor-tool" track "${args[@]}" --format svg >/dev/null 2>&1
 [ $? = 2 ] || { echo "FAIL --format svg is a usage error"; failed=1; }
 
@@ -77,6 +78,9 @@ b = json.load(open(tmp + '/bare.json'))
 check('no times or coordinates: said, nothing invented', b['distance_km'] is None and b['start'] is None
       and any(n.startswith('distance') for n in b['not_computed']) and any('Time' in n for n in b['not_computed'])
       and len(b['trips']) == 1 and b['trips'][0]['first_record'] == 4)
+k = json.load(open(tmp + '/back.json'))
+check('a jump back in time: a gap, its step not added', [(g['record'], g['kind']) for g in k['gaps']]
+      == [(exp['back']['gap_record'], 'time_back')] and abs(k['distance_km'] - exp['back']['distance_km']) < 0.001)
 sys.exit(1 if bad else 0)
 PY
 
