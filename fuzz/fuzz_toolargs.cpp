@@ -27,6 +27,7 @@ struct Command {
 const Command kCommands[] = {
     {"frame", toolFrame}, {"unframe", toolUnframe}, {"crc8", toolCrc}, {"crc16", toolCrc}, {"crc32", toolCrc},
     {"decode", toolDecode}, {"csv", toolCsv}, {"settings", toolSettings}, {"log", toolLog},
+    {"track", toolTrack}, {"summary", toolSummary},
 };
 
 void resetFolder()
