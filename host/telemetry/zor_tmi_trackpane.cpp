@@ -1,0 +1,185 @@
+#include "zor_tmi_trackpane.h"
+
+#include "telemetry/zor_tmi_table.h"
+#include "zor_tmi_columnstore.h"
+#include "zor_tmi_mapdialog.h"
+#include "zor_tmi_texts.h"
+#include "zor_tmi_tilesource.h"
+#include "zor_tmi_trackview.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSettings>
+#include <QThread>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace {
+
+const QString kUrlKey = QStringLiteral("telemetry/tileUrl");
+const QString kAttributionKey = QStringLiteral("telemetry/tileAttribution");
+
+} // namespace
+
+ZOR_TmiTrackPane::ZOR_TmiTrackPane(QWidget* parent)
+    : QWidget(parent)
+    , m_lpView(new ZOR_TmiTrackView(this))
+    , m_lpTiles(new ZOR_TmiTileSource(this))
+    , m_lpMap(new QToolButton(this))
+    , m_lpReset(new QToolButton(this))
+    , m_lpStatus(new QLabel(this))
+{
+    m_lpStatus->setWordWrap(false);
+    m_lpStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* lpBar = new QHBoxLayout;
+    lpBar->addWidget(m_lpMap);
+    lpBar->addWidget(m_lpReset);
+    lpBar->addWidget(m_lpStatus, 1);
+    auto* lpLayout = new QVBoxLayout(this);
+    lpLayout->setContentsMargins(0, 0, 0, 0);
+    lpLayout->addLayout(lpBar);
+    lpLayout->addWidget(m_lpView, 1);
+    m_lpView->setTileSource(m_lpTiles);
+    const QSettings settings;
+    m_lpTiles->setUrlTemplate(settings.value(kUrlKey).toString());
+    m_lpTiles->setAttribution(settings.value(kAttributionKey).toString());
+    connect(m_lpMap, &QToolButton::clicked, this, &ZOR_TmiTrackPane::slot_clicked_Map);
+    connect(m_lpReset, &QToolButton::clicked, m_lpView, &ZOR_TmiTrackView::resetView);
+    connect(m_lpTiles, &ZOR_TmiTileSource::signal_StatusChanged, this, &ZOR_TmiTrackPane::showStatus);
+    connect(m_lpView, &ZOR_TmiTrackView::signal_RecordClicked, this, &ZOR_TmiTrackPane::signal_RecordClicked);
+    retranslate();
+}
+
+void ZOR_TmiTrackPane::setStore(ZOR_TmiColumnStore* lpStore)
+{
+    m_lpStore = lpStore;
+    reload();
+}
+
+void ZOR_TmiTrackPane::retranslate()
+{
+    m_lpMap->setText(zorTmiText("map"));
+    m_lpMap->setToolTip(zorTmiText("map_tip"));
+    m_lpReset->setText(zorTmiText("chart_reset"));
+    m_lpView->setToolTip(zorTmiText("track_tip"));
+    showStatus();
+}
+
+// The positions of an archive: latitude NaN where a record has no valid
+// fix (without the validity flag every record counts).
+ZOR_TmiTrackPane::Loaded ZOR_TmiTrackPane::loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords)
+{
+    Loaded out;
+    if (nRecords == 0)
+        return out;
+    if (!set.has(10) || !set.has(11)) {
+        out.qsProblem = zorTmiText("track_no_coords");
+        return out;
+    }
+    ZOR_TmiColumnStore store;
+    store.setArchive(qsFile, set, nRecords);
+    const bool bValidity = set.has(8);
+    QVector<int> ids = {ZorTmi::Col_Latitude, ZorTmi::Col_Longitude, ZorTmi::Col_Speed};
+    if (bValidity)
+        ids << ZorTmi::Col_NGaugeValid;
+    if (!store.load(ids)) {
+        out.qsProblem = store.errorString();
+        return out;
+    }
+    out.latitudes = store.values(ZorTmi::Col_Latitude);
+    out.longitudes = store.values(ZorTmi::Col_Longitude);
+    const QVector<double> valid = bValidity ? store.values(ZorTmi::Col_NGaugeValid) : QVector<double>();
+    for (int i = 0; i < out.latitudes.size(); ++i) {
+        out.latitudes[i] /= 600000.0;
+        out.longitudes[i] /= 600000.0;
+        if (bValidity && !(valid.at(i) > 0))
+            out.latitudes[i] = std::numeric_limits<double>::quiet_NaN();
+    }
+    if (set.has(13))
+        out.speeds = store.values(ZorTmi::Col_Speed);
+    return out;
+}
+
+void ZOR_TmiTrackPane::reload()
+{
+    if (m_lpThread) {
+        m_bAgain = true;
+        return;
+    }
+    const QString qsFile = m_lpStore ? m_lpStore->fileName() : QString();
+    const ZOR_TmiFieldSet set = m_lpStore ? m_lpStore->fieldSet() : ZOR_TmiFieldSet();
+    const int nRecords = m_lpStore ? m_lpStore->recordCount() : 0;
+    auto result = std::make_shared<Loaded>();
+    m_lpThread = QThread::create([=] { *result = loadTrack(qsFile, set, nRecords); });
+    connect(m_lpThread, &QThread::finished, this, [this, result] {
+        m_lpThread->deleteLater();
+        m_lpThread = nullptr;
+        if (m_bAgain) {
+            m_bAgain = false;
+            reload();
+            return;
+        }
+        m_qsTrackProblem = result->qsProblem;
+        m_lpView->setTrack(result->latitudes, result->longitudes, result->speeds);
+        if (m_qsTrackProblem.isEmpty() && !result->latitudes.isEmpty() && m_lpView->pointCount() == 0)
+            m_qsTrackProblem = zorTmiText("track_no_fix");
+        showStatus();
+        emit signal_TrackLoaded();
+    });
+    m_lpThread->start();
+}
+
+ZOR_TmiTrackPane::~ZOR_TmiTrackPane()
+{
+    if (m_lpThread) {
+        disconnect(m_lpThread, nullptr, this, nullptr);
+        m_lpThread->wait();
+        delete m_lpThread;
+    }
+}
+
+void ZOR_TmiTrackPane::setStops(const QVector<int>& records)
+{
+    m_lpView->setStops(records);
+}
+
+bool ZOR_TmiTrackPane::setMap(const QString& qsTemplate, const QString& qsAttribution)
+{
+    if (!m_lpTiles->setUrlTemplate(qsTemplate))
+        return false;
+    m_lpTiles->setAttribution(qsAttribution);
+    QSettings settings;
+    settings.setValue(kUrlKey, m_lpTiles->urlTemplate());
+    settings.setValue(kAttributionKey, qsAttribution);
+    showStatus();
+    return true;
+}
+
+void ZOR_TmiTrackPane::slot_clicked_Map()
+{
+    ZOR_TmiMapDialog dialog(this);
+    dialog.setValues(m_lpTiles->urlTemplate(), m_lpTiles->attribution());
+    if (dialog.exec() == QDialog::Accepted)
+        setMap(dialog.urlTemplate(), dialog.attribution());
+}
+
+QString ZOR_TmiTrackPane::statusText() const
+{
+    return m_lpStatus->text();
+}
+
+void ZOR_TmiTrackPane::showStatus()
+{
+    QStringList parts;
+    if (!m_qsTrackProblem.isEmpty())
+        parts << m_qsTrackProblem;
+    if (!m_lpTiles->isEnabled())
+        parts << zorTmiText("map_off");
+    else if (!m_lpTiles->status().isEmpty())
+        parts << m_lpTiles->status();
+    m_lpStatus->setText(parts.join(QStringLiteral("; ")));
+}
