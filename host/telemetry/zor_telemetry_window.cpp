@@ -19,6 +19,7 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -31,6 +32,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -588,6 +590,10 @@ bool ZOR_TelemetryWindow::saveScreenshot(const QString& qsFileName)
 {
     show();
     raise();
+    QElapsedTimer waited;
+    waited.start();
+    while (ui->trackPane->isLoading() && waited.elapsed() < 30000)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
     QApplication::processEvents();
     return grab().save(qsFileName);
 }
@@ -623,6 +629,15 @@ void ZOR_TelemetryWindow::archiveChanged()
     lpColumns->addItem(zorTmiText("condition_none"), -1);
     for (int c = 0; c < m_lpModel->columnCount(); ++c)
         lpColumns->addItem(m_lpModel->headerData(c, Qt::Horizontal).toString(), c);
+    // The date to go to starts at the first record's time.
+    const QByteArray first = m_lpStore->hasTime() ? m_lpModel->recordBytes(0) : QByteArray();
+    const int nTimeAt = m_lpModel->fieldSet().fieldOffset(3);
+    if (nTimeAt >= 0 && first.size() >= nTimeAt + 4) {
+        const double dTime = ZorTmi::number(ZorTmi::column(ZorTmi::Col_Time),
+                                            reinterpret_cast<const unsigned char*>(first.constData()) + nTimeAt);
+        if (!std::isnan(dTime))
+            ui->dateTimeEdit_GoTo->setDateTime(QDateTime::fromSecsSinceEpoch(qint64(dTime)));
+    }
     ui->dateTimeEdit_GoTo->setEnabled(m_lpStore->hasTime());
     ui->toolButton_GoTo->setEnabled(m_lpStore->hasTime());
     showRecord(currentRecord());
@@ -848,4 +863,17 @@ void ZOR_TelemetryWindow::slot_clicked_ChooseColumns()
         return;
     for (int c = 0; c < lpList->count(); ++c)
         ui->tableView_Records->setColumnHidden(c, lpList->item(c)->checkState() != Qt::Checked);
+}
+
+bool ZOR_TelemetryWindow::chartValues(const QStringList& names)
+{
+    bool bAll = true;
+    for (const QString& qsName : names) {
+        int nFound = -1;
+        for (int c = 0; c < m_lpModel->columnCount() && nFound < 0; ++c)
+            if (QLatin1String(ZorTmi::column(m_lpModel->columnId(c)).getter) == qsName.trimmed())
+                nFound = c;
+        bAll = nFound >= 0 && ui->chartPane->showColumn(nFound, true) && bAll;
+    }
+    return bAll;
 }

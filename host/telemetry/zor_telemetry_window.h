@@ -71,6 +71,9 @@ public:
     bool filterRows(const QString& qsCodes, int nColumn = -1, const QString& qsOperator = QString(),
                     double dValue = 0);
     void clearFilter();
+    // Charts the columns whose values have these names (getters such as
+    // "Speed", "RS485_1", "EngineWork"); false when one is not in the table.
+    bool chartValues(const QStringList& names);
     static QStringList conditionOperators();
     enum ColumnPreset { Columns_All, Columns_NonZero, Columns_Chart };
     void applyColumnPreset(int nPreset);

@@ -12,12 +12,6 @@ namespace {
 // One read brings about this many bytes of whole records.
 constexpr int kChunkBytes = 4 * 1024 * 1024;
 
-// The number of a column's value in a record whose field bytes start at p.
-double numericValue(const ZorTmi::Column& c, const unsigned char* p)
-{
-    return double(ZorTmi::readInteger(c, p));
-}
-
 const QVector<double> kEmpty;
 
 } // namespace
@@ -49,7 +43,8 @@ bool ZOR_TmiColumnStore::load(const QVector<int>& ids)
     for (int nId : ids) {
         if (nId < 0 || nId >= ZorTmi::ColumnCount || m_columns.contains(nId))
             continue;
-        const int nOffset = m_fieldSet.fieldOffset(ZorTmi::column(nId).field);
+        const int nField = ZorTmi::column(nId).field;
+        const int nOffset = m_fieldSet.has(ZorTmi::presenceField(nField)) ? m_fieldSet.fieldOffset(nField) : -1;
         QVector<double>& column = m_columns[nId];
         column.fill(std::numeric_limits<double>::quiet_NaN(), m_nRecords);
         if (nOffset >= 0)
@@ -79,7 +74,7 @@ bool ZOR_TmiColumnStore::load(const QVector<int>& ids)
         for (const Want& w : wants) {
             const ZorTmi::Column& c = ZorTmi::column(w.nId);
             for (int i = 0; i < nCount; ++i)
-                w.lpOut[nFirst + i] = numericValue(c, lpBytes + qint64(i) * nSize + w.nOffset);
+                w.lpOut[nFirst + i] = ZorTmi::number(c, lpBytes + qint64(i) * nSize + w.nOffset);
         }
     }
     return true;
@@ -94,8 +89,7 @@ const QVector<double>& ZOR_TmiColumnStore::values(int nId)
 
 QString ZOR_TmiColumnStore::unit(int nId) const
 {
-    Q_UNUSED(nId)
-    return QString();
+    return nId >= 0 && nId < ZorTmi::ColumnCount ? ZorTmi::unitText(ZorTmi::column(nId)) : QString();
 }
 
 int ZOR_TmiColumnStore::columnOf(int nField) const

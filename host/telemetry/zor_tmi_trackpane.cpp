@@ -93,12 +93,9 @@ ZOR_TmiTrackPane::Loaded ZOR_TmiTrackPane::loadTrack(const QString& qsFile, cons
     out.latitudes = store.values(ZorTmi::Col_Latitude);
     out.longitudes = store.values(ZorTmi::Col_Longitude);
     const QVector<double> valid = bValidity ? store.values(ZorTmi::Col_NGaugeValid) : QVector<double>();
-    for (int i = 0; i < out.latitudes.size(); ++i) {
-        out.latitudes[i] /= 600000.0;
-        out.longitudes[i] /= 600000.0;
-        if (bValidity && !(valid.at(i) > 0))
+    for (int i = 0; i < out.latitudes.size() && bValidity; ++i)
+        if (!(valid.at(i) > 0))
             out.latitudes[i] = std::numeric_limits<double>::quiet_NaN();
-    }
     if (set.has(13))
         out.speeds = store.values(ZorTmi::Col_Speed);
     return out;
