@@ -11,6 +11,8 @@
 #include "zor_tmi_columnstore.h"
 #include "zor_tmi_exportjob.h"
 #include "zor_tmi_rowfilter.h"
+#include "zor_tmi_summarypane.h"
+#include "zor_driveexport.h"
 #include "zor_tmi_trackpane.h"
 #include "zor_tmi_trackview.h"
 #include "zor_tmi_texts.h"
@@ -28,6 +30,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QProgressBar>
+#include <QSaveFile>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -106,6 +109,9 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
     auto* lpExportMenu = new QMenu(this);
     m_lpExportAll = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(false); });
     m_lpExportSelected = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(true); });
+    lpExportMenu->addSeparator();
+    for (int nFormat : {Track_Gpx, Track_Kml, Track_GeoJson})
+        m_trackExports << lpExportMenu->addAction(QString(), this, [this, nFormat] { slot_triggered_ExportTrack(nFormat); });
     ui->toolButton_Export->setMenu(lpExportMenu);
 
     m_lpProgress->setRange(0, 100);
@@ -181,6 +187,9 @@ void ZOR_TelemetryWindow::retranslate()
     ui->toolButton_Export->setText(zorTmiText("export"));
     m_lpExportAll->setText(zorTmiText("export_all"));
     m_lpExportSelected->setText(zorTmiText("export_selected"));
+    const char* const kTrackTexts[] = {"export_gpx", "export_kml", "export_geojson"};
+    for (int i = 0; i < m_trackExports.size(); ++i)
+        m_trackExports.at(i)->setText(zorTmiText(kTrackTexts[i]));
     m_lpCancel->setText(zorTmiText("cancel"));
     ui->label_GoTo->setText(zorTmiText("goto"));
     ui->toolButton_GoTo->setText(zorTmiText("goto_button"));
@@ -658,8 +667,16 @@ void ZOR_TelemetryWindow::setupNavigation()
     connect(ui->chartPane, &ZOR_TmiChartPane::signal_Status, ui->statusbar, [this](const QString& qsText) {
         ui->statusbar->showMessage(qsText);
     });
-    connect(ui->trackPane, &ZOR_TmiTrackPane::signal_RecordClicked, this, [this](int nRecord) {
+    const auto select = [this](int nRecord) {
         selectCell(nRecord, qMax(0, ui->tableView_Records->currentIndex().column()));
+    };
+    connect(ui->trackPane, &ZOR_TmiTrackPane::signal_RecordClicked, this, select);
+    connect(ui->summaryPane, &ZOR_TmiSummaryPane::signal_RecordClicked, this, select);
+    connect(ui->trackPane, &ZOR_TmiTrackPane::signal_TrackLoaded, this, [this] {
+        const auto drive = ui->trackPane->drive();
+        ui->summaryPane->setSummary(drive && m_lpModel->recordCount() > 0 ? &drive->summary : nullptr,
+                                    drive ? drive->options : ZOR_DriveOptions());
+        ui->trackPane->view()->setSelectedRecord(currentRecord());
     });
     ui->chartPane->setSource(m_lpModel, m_lpStore);
     ui->trackPane->setStore(m_lpStore);
@@ -876,4 +893,31 @@ bool ZOR_TelemetryWindow::chartValues(const QStringList& names)
         bAll = nFound >= 0 && ui->chartPane->showColumn(nFound, true) && bAll;
     }
     return bAll;
+}
+
+bool ZOR_TelemetryWindow::exportTrack(int nFormat, const QString& qsFileName)
+{
+    const auto drive = ui->trackPane->drive();
+    if (ui->trackPane->isLoading() || !drive || m_lpModel->recordCount() == 0) {
+        ui->statusbar->showMessage(zorTmiText(ui->trackPane->isLoading() ? "export_track_wait" : "export_nothing"));
+        return false;
+    }
+    const ZOR_DriveExport writer(drive->track, drive->summary, drive->options);
+    const QByteArray data = nFormat == Track_Gpx ? writer.gpx() : nFormat == Track_Kml ? writer.kml() : writer.geoJson();
+    QSaveFile file(qsFileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size() || !file.commit()) {
+        ui->statusbar->showMessage(zorTmiText("export_failed").arg(file.errorString()));
+        return false;
+    }
+    ui->statusbar->showMessage(zorTmiText("export_track_done").arg(qsFileName));
+    return true;
+}
+
+void ZOR_TelemetryWindow::slot_triggered_ExportTrack(int nFormat)
+{
+    static const char* const kFilters[] = {"GPX (*.gpx)", "KML (*.kml)", "GeoJSON (*.geojson *.json)"};
+    const QString qsFileName = QFileDialog::getSaveFileName(this, zorTmiText("export"), QString(),
+                                                            QLatin1String(kFilters[qBound(0, nFormat, 2)]));
+    if (!qsFileName.isEmpty())
+        exportTrack(nFormat, qsFileName);
 }

@@ -92,6 +92,10 @@ public:
     // there is nothing to export.
     bool exportCsv(const QString& qsFileName, bool bSelectedOnly);
     void cancelExport();
+    // The drive as a track file through the drive library; false while the
+    // track is still being read or when the file cannot be written.
+    enum TrackFormat { Track_Gpx, Track_Kml, Track_GeoJson };
+    bool exportTrack(int nFormat, const QString& qsFileName);
     bool isExporting() const { return m_lpJob != nullptr; }
 
     void retranslate();
@@ -116,6 +120,7 @@ private:
     void slot_itemSelectionChanged_Bytes();
     void slot_triggered_Export(bool bSelectedOnly);
     void slot_clicked_Filter();
+    void slot_triggered_ExportTrack(int nFormat);
     void slot_clicked_ChooseColumns();
     void setupNavigation();
     void archiveChanged();
@@ -136,6 +141,7 @@ private:
     QPushButton* m_lpCancel;
     QAction* m_lpExportAll;
     QAction* m_lpExportSelected;
+    QList<QAction*> m_trackExports;
     int m_nShownRow = -1;
     int m_nHighlightOffset = -1;
     int m_nHighlightLength = 0;

@@ -1,12 +1,13 @@
 #include "zor_tmi_trackpane.h"
 
-#include "telemetry/zor_tmi_table.h"
+#include "telemetry/tmipage_base.h"
 #include "zor_tmi_columnstore.h"
 #include "zor_tmi_mapdialog.h"
 #include "zor_tmi_texts.h"
 #include "zor_tmi_tilesource.h"
 #include "zor_tmi_trackview.h"
 
+#include <QFile>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSettings>
@@ -69,35 +70,47 @@ void ZOR_TmiTrackPane::retranslate()
     showStatus();
 }
 
-// The positions of an archive: latitude NaN where a record has no valid
-// fix (without the validity flag every record counts).
-ZOR_TmiTrackPane::Loaded ZOR_TmiTrackPane::loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords)
+// The drive of an archive: every whole record through the drive library,
+// then its summary; the positions of records without a valid fix are NaN.
+std::shared_ptr<ZOR_TmiTrackPane::Loaded> ZOR_TmiTrackPane::loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set,
+                                                                      int nRecords)
 {
-    Loaded out;
-    if (nRecords == 0)
-        return out;
-    if (!set.has(10) || !set.has(11)) {
-        out.qsProblem = zorTmiText("track_no_coords");
-        return out;
-    }
-    ZOR_TmiColumnStore store;
-    store.setArchive(qsFile, set, nRecords);
-    const bool bValidity = set.has(8);
-    QVector<int> ids = {ZorTmi::Col_Latitude, ZorTmi::Col_Longitude, ZorTmi::Col_Speed};
-    if (bValidity)
-        ids << ZorTmi::Col_NGaugeValid;
-    if (!store.load(ids)) {
-        out.qsProblem = store.errorString();
+    auto out = std::make_shared<Loaded>();
+    QFile file(qsFile);
+    if (nRecords > 0 && !file.open(QIODevice::ReadOnly)) {
+        out->qsProblem = file.errorString();
         return out;
     }
-    out.latitudes = store.values(ZorTmi::Col_Latitude);
-    out.longitudes = store.values(ZorTmi::Col_Longitude);
-    const QVector<double> valid = bValidity ? store.values(ZorTmi::Col_NGaugeValid) : QVector<double>();
-    for (int i = 0; i < out.latitudes.size() && bValidity; ++i)
-        if (!(valid.at(i) > 0))
-            out.latitudes[i] = std::numeric_limits<double>::quiet_NaN();
-    if (set.has(13))
-        out.speeds = store.values(ZorTmi::Col_Speed);
+    const std::unique_ptr<TmiPage_Base> record = set.makeRecord();
+    const int nSize = set.recordSize();
+    const int nPerChunk = qMax(1, (4 << 20) / qMax(1, nSize));
+    QByteArray chunk;
+    for (int nFirst = 0; nFirst < nRecords; nFirst += nPerChunk) {
+        const int nCount = qMin(nPerChunk, nRecords - nFirst);
+        chunk = file.read(qint64(nCount) * nSize);
+        if (chunk.size() != nCount * nSize) {
+            out->qsProblem = file.errorString();
+            return out;
+        }
+        for (int i = 0; i < nCount; ++i) {
+            record->setCurrentTMI(reinterpret_cast<const unsigned char*>(chunk.constData()) + qint64(i) * nSize, nSize);
+            out->track.addRecord(*record);
+        }
+    }
+    out->summary = ZOR_DriveAnalysis(out->options).analyse(out->track);
+    const double dNaN = std::numeric_limits<double>::quiet_NaN();
+    for (int i = 0; i < out->track.size(); ++i) {
+        const ZOR_DrivePoint& p = out->track.point(i);
+        out->latitudes.append(p.fix ? p.lat : dNaN);
+        out->longitudes.append(p.fix ? p.lon : dNaN);
+        out->speeds.append(double(p.speed));
+    }
+    for (const ZOR_DriveGap& gap : out->summary.gaps)
+        out->breaks.append(gap.record);
+    for (const ZOR_DriveRun& stop : out->summary.stops)
+        out->stops.append(stop.fixRecord >= 0 ? stop.fixRecord : stop.first);
+    if (out->track.size() > 0 && !out->track.hasCoordinates())
+        out->qsProblem = zorTmiText("track_no_coords");
     return out;
 }
 
@@ -110,7 +123,7 @@ void ZOR_TmiTrackPane::reload()
     const QString qsFile = m_lpStore ? m_lpStore->fileName() : QString();
     const ZOR_TmiFieldSet set = m_lpStore ? m_lpStore->fieldSet() : ZOR_TmiFieldSet();
     const int nRecords = m_lpStore ? m_lpStore->recordCount() : 0;
-    auto result = std::make_shared<Loaded>();
+    auto result = std::make_shared<std::shared_ptr<Loaded>>();
     m_lpThread = QThread::create([=] { *result = loadTrack(qsFile, set, nRecords); });
     connect(m_lpThread, &QThread::finished, this, [this, result] {
         m_lpThread->deleteLater();
@@ -120,9 +133,11 @@ void ZOR_TmiTrackPane::reload()
             reload();
             return;
         }
-        m_qsTrackProblem = result->qsProblem;
-        m_lpView->setTrack(result->latitudes, result->longitudes, result->speeds);
-        if (m_qsTrackProblem.isEmpty() && !result->latitudes.isEmpty() && m_lpView->pointCount() == 0)
+        m_loaded = *result;
+        m_qsTrackProblem = m_loaded->qsProblem;
+        m_lpView->setTrack(m_loaded->latitudes, m_loaded->longitudes, m_loaded->speeds, m_loaded->breaks);
+        m_lpView->setStops(m_loaded->stops);
+        if (m_qsTrackProblem.isEmpty() && !m_loaded->latitudes.isEmpty() && m_lpView->pointCount() == 0)
             m_qsTrackProblem = zorTmiText("track_no_fix");
         showStatus();
         emit signal_TrackLoaded();

@@ -5,10 +5,13 @@
 // positions, the map tile server the user names (kept in the settings) and
 // a line that says what the map is doing.
 
+#include "zor_driveanalysis.h"
 #include "zor_tmi_fieldset.h"
 
 #include <QVector>
 #include <QWidget>
+
+#include <memory>
 
 class QLabel;
 class QThread;
@@ -34,6 +37,21 @@ public:
     // Sets and keeps the tile server; false for a template that is not one.
     bool setMap(const QString& qsTemplate, const QString& qsAttribution);
 
+    // The drive as the library read it; null until the first load ends.
+    struct Loaded
+    {
+        ZOR_DriveOptions options;
+        ZOR_DriveTrack track;
+        ZOR_DriveSummary summary;
+        QVector<double> latitudes;
+        QVector<double> longitudes;
+        QVector<double> speeds;
+        QVector<int> breaks;
+        QVector<int> stops;
+        QString qsProblem;
+    };
+    std::shared_ptr<const Loaded> drive() const { return m_loaded; }
+
     ZOR_TmiTrackView* view() const { return m_lpView; }
     ZOR_TmiTileSource* tiles() const { return m_lpTiles; }
     QString statusText() const;
@@ -44,14 +62,7 @@ signals:
     void signal_TrackLoaded();
 
 private:
-    struct Loaded
-    {
-        QVector<double> latitudes;
-        QVector<double> longitudes;
-        QVector<double> speeds;
-        QString qsProblem;
-    };
-    static Loaded loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords);
+    static std::shared_ptr<Loaded> loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords);
     void slot_clicked_Map();
     void showStatus();
 
@@ -63,6 +74,7 @@ private:
     QLabel* m_lpStatus;
     QString m_qsTrackProblem;
     QThread* m_lpThread = nullptr;
+    std::shared_ptr<Loaded> m_loaded;
     bool m_bAgain = false;
 };
 

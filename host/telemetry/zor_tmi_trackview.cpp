@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QSet>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -52,7 +53,7 @@ ZOR_TmiTrackView::ZOR_TmiTrackView(QWidget* parent)
 }
 
 void ZOR_TmiTrackView::setTrack(const QVector<double>& latitudes, const QVector<double>& longitudes,
-                                const QVector<double>& speeds)
+                                const QVector<double>& speeds, const QVector<int>& breaksBefore)
 {
     m_world.clear();
     m_records.clear();
@@ -61,6 +62,7 @@ void ZOR_TmiTrackView::setTrack(const QVector<double>& latitudes, const QVector<
     m_dMaxSpeed = 0;
     const int nCount = qMin(latitudes.size(), longitudes.size());
     m_recordPoint.fill(-1, nCount);
+    const QSet<int> breaks(breaksBefore.begin(), breaksBefore.end());
     bool bBreak = true;
     for (int i = 0; i < nCount; ++i) {
         const double dLat = latitudes.at(i);
@@ -69,6 +71,8 @@ void ZOR_TmiTrackView::setTrack(const QVector<double>& latitudes, const QVector<
             bBreak = true;
             continue;
         }
+        if (!breaks.isEmpty() && breaks.contains(i))
+            bBreak = true;
         m_recordPoint[i] = m_world.size();
         m_world.append(mercator(dLat, dLon));
         m_records.append(i);

@@ -21,8 +21,10 @@ public:
     explicit ZOR_TmiTrackView(QWidget* parent = nullptr);
 
     // Per record: latitude and longitude in degrees and speed in km/h, NaN
-    // latitude where the record has no valid fix.
-    void setTrack(const QVector<double>& latitudes, const QVector<double>& longitudes, const QVector<double>& speeds);
+    // latitude where the record has no valid fix; the line also breaks
+    // before the records listed (gaps).
+    void setTrack(const QVector<double>& latitudes, const QVector<double>& longitudes, const QVector<double>& speeds,
+                  const QVector<int>& breaksBefore = QVector<int>());
     // Records where the vehicle stood.
     void setStops(const QVector<int>& records);
     int pointCount() const { return m_records.size(); }
