@@ -153,7 +153,11 @@ int ZOR_TmiChartView::firstAtOrAfter(double x) const
 
 QRect ZOR_TmiChartView::plotRect() const
 {
-    const int nAxes = qMax(1, int(axes(0, 0).size()));
+    QStringList units;
+    for (const auto& s : m_series)
+        if (!units.contains(s->qsUnit))
+            units << s->qsUnit;
+    const int nAxes = qMax(1, units.size());
     return QRect(QPoint(kMargin + nAxes * kAxisWidth, kMargin),
                  QPoint(width() - kMargin - 1, height() - kOverview - kBottomAxis - kMargin - 1));
 }
@@ -166,13 +170,13 @@ QRect ZOR_TmiChartView::overviewRect() const
 
 double ZOR_TmiChartView::xAtPixel(double dPx) const
 {
-    const QRect plot = plotRect();
+    const QRect plot = m_bPainting ? m_plot : plotRect();
     return m_dFrom + (dPx - plot.left()) * (m_dTo - m_dFrom) / qMax(1, plot.width());
 }
 
 double ZOR_TmiChartView::pixelOf(double x) const
 {
-    const QRect plot = plotRect();
+    const QRect plot = m_bPainting ? m_plot : plotRect();
     return plot.left() + (x - m_dFrom) * plot.width() / (m_dTo - m_dFrom);
 }
 
@@ -277,6 +281,8 @@ void ZOR_TmiChartView::paintEvent(QPaintEvent*)
     QPainter p(this);
     p.fillRect(rect(), palette().base());
     const QRect plot = plotRect();
+    m_plot = plot;
+    m_bPainting = true;
     const int nFirst = qMax(0, firstAtOrAfter(m_dFrom) - 1);
     const int nLast = qMin(m_nRecords, firstAtOrAfter(m_dTo) + 1);
     const std::vector<Axis> all = axes(nFirst, nLast);
@@ -297,6 +303,7 @@ void ZOR_TmiChartView::paintEvent(QPaintEvent*)
     paintLegend(p, plot);
     p.setClipping(false);
     paintOverview(p);
+    m_bPainting = false;
 }
 
 void ZOR_TmiChartView::paintTimeAxis(QPainter& p, const QRect& plot) const
@@ -364,7 +371,7 @@ void ZOR_TmiChartView::paintSeries(QPainter& p, const QRect& plot, const Series&
     const int nLast = qMin(m_nRecords, firstAtOrAfter(m_dTo) + 1);
     QPolygonF line;
     line.reserve(2 * plot.width() + 4);
-    p.setPen(QPen(s.colour, 1.2));
+    p.setPen(QPen(s.colour, 1));
     auto flush = [&] {
         if (line.size() == 1)
             p.drawPoint(line.first());

@@ -93,6 +93,9 @@ private:
     double m_dPressFrom = 0;
     bool m_bDragging = false;
     bool m_bInOverview = false;
+    // The plot area while a paint runs (it does not change within one).
+    QRect m_plot;
+    bool m_bPainting = false;
 };
 
 #endif

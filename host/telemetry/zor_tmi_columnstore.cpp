@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <functional>
+
 #include <cmath>
 #include <limits>
 
@@ -31,6 +33,35 @@ void ZOR_TmiColumnStore::setArchive(const QString& qsFileName, const ZOR_TmiFiel
     m_qsError.clear();
 }
 
+// Hands the whole records to a reader, a run of them at a time: straight
+// from a mapping of the file (no copy), or through a buffer when the file
+// cannot be mapped.
+bool ZOR_TmiColumnStore::readRecords(const std::function<void(const unsigned char*, int, int)>& reader)
+{
+    QFile file(m_qsFileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_qsError = file.errorString();
+        return false;
+    }
+    const int nSize = m_fieldSet.recordSize();
+    if (const uchar* lpMap = file.map(0, qint64(m_nRecords) * nSize)) {
+        reader(lpMap, 0, m_nRecords);
+        file.unmap(const_cast<uchar*>(lpMap));
+        return true;
+    }
+    const int nPerChunk = qMax(1, kChunkBytes / nSize);
+    QByteArray chunk(nPerChunk * nSize, Qt::Uninitialized);
+    for (int nFirst = 0; nFirst < m_nRecords; nFirst += nPerChunk) {
+        const int nCount = qMin(nPerChunk, m_nRecords - nFirst);
+        if (file.read(chunk.data(), qint64(nCount) * nSize) != qint64(nCount) * nSize) {
+            m_qsError = file.errorString();
+            return false;
+        }
+        reader(reinterpret_cast<const unsigned char*>(chunk.constData()), nFirst, nCount);
+    }
+    return true;
+}
+
 bool ZOR_TmiColumnStore::load(const QVector<int>& ids)
 {
     struct Want
@@ -52,32 +83,18 @@ bool ZOR_TmiColumnStore::load(const QVector<int>& ids)
     }
     if (wants.isEmpty() || m_nRecords == 0)
         return true;
-    QFile file(m_qsFileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_qsError = file.errorString();
-        for (const Want& w : wants)
-            m_columns.remove(w.nId);
-        return false;
-    }
-    const int nSize = m_fieldSet.recordSize();
-    const int nPerChunk = qMax(1, kChunkBytes / nSize);
-    QByteArray chunk(nPerChunk * nSize, Qt::Uninitialized);
-    for (int nFirst = 0; nFirst < m_nRecords; nFirst += nPerChunk) {
-        const int nCount = qMin(nPerChunk, m_nRecords - nFirst);
-        if (file.read(chunk.data(), qint64(nCount) * nSize) != qint64(nCount) * nSize) {
-            m_qsError = file.errorString();
-            for (const Want& w : wants)
-                m_columns.remove(w.nId);
-            return false;
-        }
-        const auto* lpBytes = reinterpret_cast<const unsigned char*>(chunk.constData());
+    const qint64 nSize = m_fieldSet.recordSize();
+    const bool bOk = readRecords([&](const unsigned char* lpRecords, int nFirst, int nCount) {
         for (const Want& w : wants) {
             const ZorTmi::Column& c = ZorTmi::column(w.nId);
             for (int i = 0; i < nCount; ++i)
-                w.lpOut[nFirst + i] = ZorTmi::number(c, lpBytes + qint64(i) * nSize + w.nOffset);
+                w.lpOut[nFirst + i] = ZorTmi::number(c, lpRecords + i * nSize + w.nOffset);
         }
-    }
-    return true;
+    });
+    if (!bOk)
+        for (const Want& w : wants)
+            m_columns.remove(w.nId);
+    return bOk;
 }
 
 const QVector<double>& ZOR_TmiColumnStore::values(int nId)
@@ -121,33 +138,19 @@ qint64 ZOR_TmiColumnStore::memoryBytes() const
 
 bool ZOR_TmiColumnStore::recordsOr(QByteArray& out)
 {
-    if (!m_recordsOr.isEmpty()) {
-        out = m_recordsOr;
-        return true;
-    }
     const int nSize = m_fieldSet.recordSize();
-    QByteArray any(nSize, '\0');
-    QFile file(m_qsFileName);
-    if (m_nRecords > 0 && !file.open(QIODevice::ReadOnly)) {
-        m_qsError = file.errorString();
-        return false;
-    }
-    const int nPerChunk = qMax(1, kChunkBytes / qMax(1, nSize));
-    QByteArray chunk(nPerChunk * nSize, Qt::Uninitialized);
-    for (int nFirst = 0; nFirst < m_nRecords; nFirst += nPerChunk) {
-        const int nCount = qMin(nPerChunk, m_nRecords - nFirst);
-        if (file.read(chunk.data(), qint64(nCount) * nSize) != qint64(nCount) * nSize) {
-            m_qsError = file.errorString();
-            return false;
-        }
+    if (m_recordsOr.size() != nSize) {
+        QByteArray any(nSize, '\0');
         char* lpAny = any.data();
-        for (int i = 0; i < nCount; ++i) {
-            const char* lpRecord = chunk.constData() + qint64(i) * nSize;
-            for (int b = 0; b < nSize; ++b)
-                lpAny[b] = char(lpAny[b] | lpRecord[b]);
-        }
+        const bool bOk = m_nRecords == 0 || readRecords([&](const unsigned char* lpRecords, int, int nCount) {
+            for (qint64 i = 0; i < nCount; ++i)
+                for (int b = 0; b < nSize; ++b)
+                    lpAny[b] = char(lpAny[b] | lpRecords[i * nSize + b]);
+        });
+        if (!bOk)
+            return false;
+        m_recordsOr = any;
     }
-    m_recordsOr = any;
-    out = any;
+    out = m_recordsOr;
     return true;
 }

@@ -12,6 +12,8 @@
 #include <QObject>
 #include <QVector>
 
+#include <functional>
+
 class ZOR_TmiColumnStore : public QObject
 {
     Q_OBJECT
@@ -47,6 +49,8 @@ public:
     qint64 memoryBytes() const;
 
 private:
+    bool readRecords(const std::function<void(const unsigned char*, int, int)>& reader);
+
     QString m_qsFileName;
     ZOR_TmiFieldSet m_fieldSet;
     int m_nRecords = 0;
