@@ -114,7 +114,7 @@ void TestHostTelemetryPanes::initTestCase()
 void TestHostTelemetryPanes::envelopeEqualsBruteForce_data()
 {
     QTest::addColumn<int>("nCount");
-    QTest::addColumn<int>("nNanEvery");  // 0: no missing values
+    QTest::addColumn<int>("nNanEvery"); // 0: no missing values
     QTest::newRow("one value") << 1 << 0;
     QTest::newRow("less than a block") << 7 << 0;
     QTest::newRow("a block and one") << 9 << 0;
@@ -173,7 +173,8 @@ void TestHostTelemetryPanes::chartColumnsShowTheirRecords()
         double dMin = std::numeric_limits<double>::infinity();
         double dMax = -dMin;
         for (int r = int(std::ceil((dFrom - kStart) / 10)); kStart + r * 10.0 < dFrom + dPerPixel; ++r) {
-            const double dSpeed = window.model()->index(r, nSpeed).data().toString().section(QLatin1Char(' '), 0, 0).toDouble();
+            const double dSpeed =
+                window.model()->index(r, nSpeed).data().toString().section(QLatin1Char(' '), 0, 0).toDouble();
             dMin = qMin(dMin, dSpeed);
             dMax = qMax(dMax, dSpeed);
         }
@@ -185,7 +186,12 @@ void TestHostTelemetryPanes::chartColumnsShowTheirRecords()
         if (dMin <= dMax) {
             // The table shows one decimal.
             QVERIFY2(std::abs(dGotMin - dMin) <= 0.051 && std::abs(dGotMax - dMax) <= 0.051,
-                     qPrintable(QStringLiteral("column %1: %2..%3, table %4..%5").arg(nColumn).arg(dGotMin).arg(dGotMax).arg(dMin).arg(dMax)));
+                     qPrintable(QStringLiteral("column %1: %2..%3, table %4..%5")
+                                    .arg(nColumn)
+                                    .arg(dGotMin)
+                                    .arg(dGotMax)
+                                    .arg(dMin)
+                                    .arg(dMax)));
         }
     }
 }
@@ -211,8 +217,10 @@ void TestHostTelemetryPanes::tableRowChartCursorAndTrackFollowEachOther()
     lpChart->resetView();
     const QPoint at(lpChart->plotRect().left() + 300, lpChart->plotRect().center().y());
     QTest::mouseClick(lpChart, Qt::LeftButton, Qt::NoModifier, at);
-    const int nRecord = int(std::lround((lpChart->visibleFrom() + (300 + 0.0) * (lpChart->visibleTo() - lpChart->visibleFrom())
-                                                                   / lpChart->plotRect().width() - kStart) / 10));
+    const int nRecord = int(std::lround(
+        (lpChart->visibleFrom()
+         + (300 + 0.0) * (lpChart->visibleTo() - lpChart->visibleFrom()) / lpChart->plotRect().width() - kStart)
+        / 10));
     QVERIFY2(std::abs(window.currentRecord() - nRecord) <= 2, qPrintable(QString::number(window.currentRecord())));
     QCOMPARE(lpTrack->selectedRecord(), window.currentRecord());
     QCOMPARE(window.tableView()->currentIndex().column(), 2);
@@ -223,7 +231,8 @@ void TestHostTelemetryPanes::tableRowChartCursorAndTrackFollowEachOther()
     QVERIFY(lpTrack->pointOf(1234, point));
     QTest::mouseClick(lpTrack, Qt::LeftButton, Qt::NoModifier, point.toPoint());
     // Every hour drives the same loop: any lap's record at that place.
-    QVERIFY2(std::abs(window.currentRecord() % 360 - 1234 % 360) <= 1, qPrintable(QString::number(window.currentRecord())));
+    QVERIFY2(std::abs(window.currentRecord() % 360 - 1234 % 360) <= 1,
+             qPrintable(QString::number(window.currentRecord())));
     QCOMPARE(lpChart->cursorRecord(), window.currentRecord());
 }
 
@@ -280,14 +289,14 @@ void TestHostTelemetryPanes::mapTilesFromALocalServer()
     pane.resize(500, 400);
     pane.tiles()->setCacheDirectory(cache.path());
     pane.tiles()->setTimeout(500);
-    QVERIFY(pane.tiles()->tile(3, 4, 2).isNull());  // off until a template is set
+    QVERIFY(pane.tiles()->tile(3, 4, 2).isNull()); // off until a template is set
     QVERIFY(!pane.setMap(QStringLiteral("ftp://x/{z}/{x}/{y}"), QString()));
     QVERIFY(pane.setMap(qsUrl, QStringLiteral("© test tiles")));
-    QVERIFY(pane.tiles()->tile(3, 4, 2).isNull());  // asked for, not waited for
+    QVERIFY(pane.tiles()->tile(3, 4, 2).isNull()); // asked for, not waited for
     QTRY_COMPARE_WITH_TIMEOUT(pane.tiles()->pendingCount(), 0, 10000);
     QCOMPARE(pane.tiles()->tile(3, 4, 2).isNull(), !bImage);
     QVERIFY2(pane.statusText().contains(qsStatus), qPrintable(pane.statusText()));
-    QVERIFY(!pane.grab().isNull());  // the view still draws
+    QVERIFY(!pane.grab().isNull()); // the view still draws
     if (qsKind == QLatin1String("png")) {
         QVERIFY(server.userAgent.startsWith(ZOR_TmiTileSource::userAgent().left(8)));
         QVERIFY(!QDir(cache.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).isEmpty());

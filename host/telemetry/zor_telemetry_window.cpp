@@ -94,12 +94,14 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
             selectCell(m_nShownRow, nColumn);
     });
 
-    ui->comboBox_Version->addItems({QStringLiteral("KITE 1.0"), QStringLiteral("KITE 2.0"), QStringLiteral("KITE 3.0")});
+    ui->comboBox_Version->addItems(
+        {QStringLiteral("KITE 1.0"), QStringLiteral("KITE 2.0"), QStringLiteral("KITE 3.0")});
     ui->comboBox_Version->setCurrentIndex(2);
     connect(ui->comboBox_Version, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ZOR_TelemetryWindow::slot_currentIndexChanged_Version);
     ui->lineEdit_FieldSet->setFont(fixed);
-    connect(ui->lineEdit_FieldSet, &QLineEdit::editingFinished, this, &ZOR_TelemetryWindow::slot_editingFinished_FieldSet);
+    connect(ui->lineEdit_FieldSet, &QLineEdit::editingFinished, this,
+            &ZOR_TelemetryWindow::slot_editingFinished_FieldSet);
     connect(ui->pushButton_Open, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_Open);
     connect(ui->pushButton_Fields, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_Fields);
     connect(ui->pushButton_FromFile, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_FromFile);
@@ -111,7 +113,8 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
     m_lpExportSelected = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(true); });
     lpExportMenu->addSeparator();
     for (int nFormat : {Track_Gpx, Track_Kml, Track_GeoJson})
-        m_trackExports << lpExportMenu->addAction(QString(), this, [this, nFormat] { slot_triggered_ExportTrack(nFormat); });
+        m_trackExports << lpExportMenu->addAction(QString(), this,
+                                                  [this, nFormat] { slot_triggered_ExportTrack(nFormat); });
     ui->toolButton_Export->setMenu(lpExportMenu);
 
     m_lpProgress->setRange(0, 100);
@@ -137,7 +140,7 @@ ZOR_TelemetryWindow::~ZOR_TelemetryWindow()
 {
     if (m_lpJob) {
         m_lpJob->cancel();
-        delete m_lpJob;  // waits for its thread
+        delete m_lpJob; // waits for its thread
     }
 }
 
@@ -262,7 +265,8 @@ void ZOR_TelemetryWindow::setConfigSource(std::function<ZOR_ConfigDocument*()> s
 bool ZOR_TelemetryWindow::takeFieldSetFromConfig()
 {
     ZOR_ConfigDocument* lpDoc = m_configSource ? m_configSource() : nullptr;
-    const auto* lpForm = lpDoc ? qobject_cast<ZOR_Form_Config_Set_Kite3*>(lpDoc->form(QStringLiteral("protocol"))) : nullptr;
+    const auto* lpForm =
+        lpDoc ? qobject_cast<ZOR_Form_Config_Set_Kite3*>(lpDoc->form(QStringLiteral("protocol"))) : nullptr;
     if (!lpForm) {
         ui->statusbar->showMessage(zorTmiText("no_config"));
         return false;
@@ -319,7 +323,8 @@ void ZOR_TelemetryWindow::slot_currentIndexChanged_Version(int nIndex)
 
 void ZOR_TelemetryWindow::slot_clicked_Open()
 {
-    const QString qsFileName = QFileDialog::getOpenFileName(this, zorTmiText("open"), QString(), zorTmiText("open_filter"));
+    const QString qsFileName =
+        QFileDialog::getOpenFileName(this, zorTmiText("open"), QString(), zorTmiText("open_filter"));
     if (!qsFileName.isEmpty())
         openFile(qsFileName);
 }
@@ -339,12 +344,11 @@ void ZOR_TelemetryWindow::slot_clicked_Fields()
     dialog.setWindowTitle(zorTmiText("fields_title"));
     auto* lpList = new QListWidget(&dialog);
     for (int n = 1; n <= current.lastField(); ++n) {
-        auto* lpItem = new QListWidgetItem(
-            QStringLiteral("%1  %2  (%3, %4)")
-                .arg(n, 3)
-                .arg(ZOR_TmiFieldSet::caption(n), QLatin1String(ZorTmi::field(n).name))
-                .arg(ZorTmi::field(n).width),
-            lpList);
+        auto* lpItem = new QListWidgetItem(QStringLiteral("%1  %2  (%3, %4)")
+                                               .arg(n, 3)
+                                               .arg(ZOR_TmiFieldSet::caption(n), QLatin1String(ZorTmi::field(n).name))
+                                               .arg(ZorTmi::field(n).width),
+                                           lpList);
         lpItem->setFlags(lpItem->flags() | Qt::ItemIsUserCheckable);
         lpItem->setCheckState(current.has(n) ? Qt::Checked : Qt::Unchecked);
     }
@@ -433,7 +437,8 @@ void ZOR_TelemetryWindow::showRecord(int nRow)
         offsets << QStringLiteral("%1").arg(i * kBytesPerLine, 4, 16, QLatin1Char('0')).toUpper();
     ui->tableWidget_Bytes->setVerticalHeaderLabels(offsets);
     for (int i = 0; i < bytes.size(); ++i) {
-        auto* lpItem = new QTableWidgetItem(QStringLiteral("%1").arg(quint8(bytes.at(i)), 2, 16, QLatin1Char('0')).toUpper());
+        auto* lpItem =
+            new QTableWidgetItem(QStringLiteral("%1").arg(quint8(bytes.at(i)), 2, 16, QLatin1Char('0')).toUpper());
         lpItem->setTextAlignment(Qt::AlignCenter);
         ui->tableWidget_Bytes->setItem(i / kBytesPerLine, i % kBytesPerLine, lpItem);
     }
@@ -467,7 +472,8 @@ void ZOR_TelemetryWindow::showRecord(int nRow)
     ui->treeWidget_Fields->addTopLevelItems(items);
     for (int i = 0; i < Col_Raw; ++i)
         ui->treeWidget_Fields->resizeColumnToContents(i);
-    ui->treeWidget_Fields->setColumnWidth(Col_Raw, QFontMetrics(ui->tableWidget_Bytes->font()).horizontalAdvance(QStringLiteral("00 00 00 00  ")));
+    ui->treeWidget_Fields->setColumnWidth(
+        Col_Raw, QFontMetrics(ui->tableWidget_Bytes->font()).horizontalAdvance(QStringLiteral("00 00 00 00  ")));
 }
 
 void ZOR_TelemetryWindow::highlight(int nOffset, int nLength)
@@ -568,19 +574,20 @@ bool ZOR_TelemetryWindow::exportCsv(const QString& qsFileName, bool bSelectedOnl
     m_qsExportFile = qsFileName;
     m_lpJob = new ZOR_TmiExportJob(m_lpModel->fileName(), m_lpModel->fieldSet(), qsFileName, rows);
     connect(m_lpJob, &ZOR_TmiExportJob::signal_Progress, m_lpProgress, &QProgressBar::setValue);
-    connect(m_lpJob, &ZOR_TmiExportJob::signal_Finished, this, [this](int nResult, const QString& qsError, qint64 nLines) {
-        m_lpProgress->hide();
-        m_lpCancel->hide();
-        if (nResult == ZOR_TmiExportJob::Done)
-            ui->statusbar->showMessage(zorTmiText("export_done").arg(nLines - 1).arg(m_qsExportFile));
-        else if (nResult == ZOR_TmiExportJob::Cancelled)
-            ui->statusbar->showMessage(zorTmiText("export_cancelled"));
-        else
-            ui->statusbar->showMessage(zorTmiText("export_failed").arg(qsError));
-        delete m_lpJob;
-        m_lpJob = nullptr;
-        emit signal_ExportFinished(nResult, qsError);
-    });
+    connect(m_lpJob, &ZOR_TmiExportJob::signal_Finished, this,
+            [this](int nResult, const QString& qsError, qint64 nLines) {
+                m_lpProgress->hide();
+                m_lpCancel->hide();
+                if (nResult == ZOR_TmiExportJob::Done)
+                    ui->statusbar->showMessage(zorTmiText("export_done").arg(nLines - 1).arg(m_qsExportFile));
+                else if (nResult == ZOR_TmiExportJob::Cancelled)
+                    ui->statusbar->showMessage(zorTmiText("export_cancelled"));
+                else
+                    ui->statusbar->showMessage(zorTmiText("export_failed").arg(qsError));
+                delete m_lpJob;
+                m_lpJob = nullptr;
+                emit signal_ExportFinished(nResult, qsError);
+            });
     m_lpProgress->setValue(0);
     m_lpProgress->show();
     m_lpCancel->show();
@@ -630,7 +637,8 @@ void ZOR_TelemetryWindow::archiveChanged()
         ui->tableView_Records->setColumnHidden(c, false);
     m_nShownRow = -1;
     updateInfo();
-    m_lpStore->setArchive(m_lpModel->fileName(), m_lpModel->fieldSet(), m_lpModel->isOpen() ? m_lpModel->recordCount() : 0);
+    m_lpStore->setArchive(m_lpModel->fileName(), m_lpModel->fieldSet(),
+                          m_lpModel->isOpen() ? m_lpModel->recordCount() : 0);
     ui->chartPane->reload();
     ui->trackPane->reload();
     QComboBox* lpColumns = ui->comboBox_ConditionColumn;
@@ -661,12 +669,10 @@ void ZOR_TelemetryWindow::followRecord(int nRecord)
 
 void ZOR_TelemetryWindow::setupNavigation()
 {
-    connect(ui->chartPane, &ZOR_TmiChartPane::signal_CursorChanged, this, [this](int nRecord) {
-        selectCell(nRecord, qMax(0, ui->tableView_Records->currentIndex().column()));
-    });
-    connect(ui->chartPane, &ZOR_TmiChartPane::signal_Status, ui->statusbar, [this](const QString& qsText) {
-        ui->statusbar->showMessage(qsText);
-    });
+    connect(ui->chartPane, &ZOR_TmiChartPane::signal_CursorChanged, this,
+            [this](int nRecord) { selectCell(nRecord, qMax(0, ui->tableView_Records->currentIndex().column())); });
+    connect(ui->chartPane, &ZOR_TmiChartPane::signal_Status, ui->statusbar,
+            [this](const QString& qsText) { ui->statusbar->showMessage(qsText); });
     const auto select = [this](int nRecord) {
         selectCell(nRecord, qMax(0, ui->tableView_Records->currentIndex().column()));
     };
@@ -720,8 +726,8 @@ bool ZOR_TelemetryWindow::goToTime(const QDateTime& at)
 
 QStringList ZOR_TelemetryWindow::conditionOperators()
 {
-    return {QStringLiteral(">"), QStringLiteral("≥"), QStringLiteral("="), QStringLiteral("≠"), QStringLiteral("≤"),
-            QStringLiteral("<")};
+    return {QStringLiteral(">"), QStringLiteral("≥"), QStringLiteral("="),
+            QStringLiteral("≠"), QStringLiteral("≤"), QStringLiteral("<")};
 }
 
 namespace {
@@ -781,7 +787,8 @@ bool ZOR_TelemetryWindow::filterRows(const QString& qsCodes, int nColumn, const 
     for (int i = 0; i < m_lpStore->recordCount(); ++i) {
         if (!codes.isEmpty()) {
             const double dCode = codeValues.value(i);
-            if (std::none_of(codes.begin(), codes.end(), [&](const auto& r) { return dCode >= r.first && dCode <= r.second; }))
+            if (std::none_of(codes.begin(), codes.end(),
+                             [&](const auto& r) { return dCode >= r.first && dCode <= r.second; }))
                 continue;
         }
         if (nColumn >= 0 && !compare(values.value(i), nOperator, dValue))
@@ -802,7 +809,9 @@ void ZOR_TelemetryWindow::slot_clicked_Filter()
     bool bOk = true;
     const int nColumn = ui->comboBox_ConditionColumn->currentData().toInt();
     const double dValue =
-        nColumn >= 0 ? QLocale::c().toDouble(ui->lineEdit_ConditionValue->text().trimmed().replace(QLatin1Char(','), QLatin1Char('.')), &bOk) : 0;
+        nColumn >= 0 ? QLocale::c().toDouble(
+            ui->lineEdit_ConditionValue->text().trimmed().replace(QLatin1Char(','), QLatin1Char('.')), &bOk)
+                     : 0;
     if (!bOk) {
         ui->statusbar->showMessage(zorTmiText("filter_bad_value").arg(ui->lineEdit_ConditionValue->text()));
         return;
@@ -845,7 +854,8 @@ void ZOR_TelemetryWindow::applyColumnPreset(int nPreset)
             else if (column.bits > 0)
                 shown[c] = ZorTmi::readInteger(column, lpAny + nOffset - column.offset) != 0;
             else
-                shown[c] = std::any_of(lpAny + nOffset, lpAny + nOffset + nLength, [](unsigned char b) { return b != 0; });
+                shown[c] =
+                    std::any_of(lpAny + nOffset, lpAny + nOffset + nLength, [](unsigned char b) { return b != 0; });
         }
     } else if (nPreset == Columns_Chart) {
         shown.fill(false);
@@ -863,8 +873,9 @@ void ZOR_TelemetryWindow::slot_clicked_ChooseColumns()
     dialog.setWindowTitle(zorTmiText("columns_title"));
     auto* lpList = new QListWidget(&dialog);
     for (int c = 0; c < m_lpModel->columnCount(); ++c) {
-        auto* lpItem = new QListWidgetItem(QStringLiteral("%1 (%2)").arg(
-            m_lpModel->headerData(c, Qt::Horizontal).toString(), QLatin1String(ZorTmi::field(m_lpModel->columnField(c)).name)),
+        auto* lpItem = new QListWidgetItem(
+            QStringLiteral("%1 (%2)").arg(m_lpModel->headerData(c, Qt::Horizontal).toString(),
+                                          QLatin1String(ZorTmi::field(m_lpModel->columnField(c)).name)),
             lpList);
         lpItem->setFlags(lpItem->flags() | Qt::ItemIsUserCheckable);
         lpItem->setCheckState(ui->tableView_Records->isColumnHidden(c) ? Qt::Unchecked : Qt::Checked);
@@ -903,7 +914,9 @@ bool ZOR_TelemetryWindow::exportTrack(int nFormat, const QString& qsFileName)
         return false;
     }
     const ZOR_DriveExport writer(drive->track, drive->summary, drive->options);
-    const QByteArray data = nFormat == Track_Gpx ? writer.gpx() : nFormat == Track_Kml ? writer.kml() : writer.geoJson();
+    const QByteArray data = nFormat == Track_Gpx   ? writer.gpx()
+                            : nFormat == Track_Kml ? writer.kml()
+                                                   : writer.geoJson();
     QSaveFile file(qsFileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size() || !file.commit()) {
         ui->statusbar->showMessage(zorTmiText("export_failed").arg(file.errorString()));

@@ -68,8 +68,7 @@ public:
     // empty: any) and whose value in a column (-1: none) compares to a
     // number with an operator of conditionOperators(). False, with the
     // reason in the status line, when the filter cannot be read.
-    bool filterRows(const QString& qsCodes, int nColumn = -1, const QString& qsOperator = QString(),
-                    double dValue = 0);
+    bool filterRows(const QString& qsCodes, int nColumn = -1, const QString& qsOperator = QString(), double dValue = 0);
     void clearFilter();
     // Charts the columns whose values have these names (getters such as
     // "Speed", "RS485_1", "EngineWork"); false when one is not in the table.

@@ -113,7 +113,7 @@ bool ZOR_TmiChartPane::showColumn(int nColumn, bool bOn)
     if (nColumn < 0 || nColumn >= m_lpList->count())
         return false;
     QListWidgetItem* lpItem = m_lpList->item(nColumn);
-    lpItem->setCheckState(bOn ? Qt::Checked : Qt::Unchecked);  // itemChanged does the work
+    lpItem->setCheckState(bOn ? Qt::Checked : Qt::Unchecked); // itemChanged does the work
     return m_lpChart->hasSeries(nColumn) == bOn;
 }
 

@@ -16,7 +16,7 @@ constexpr int kBottomAxis = 20;
 constexpr int kOverview = 34;
 constexpr int kMargin = 6;
 
-const QColor kColours[] = {QColor(31, 119, 180), QColor(214, 39, 40), QColor(44, 160, 44), QColor(148, 103, 189),
+const QColor kColours[] = {QColor(31, 119, 180), QColor(214, 39, 40),  QColor(44, 160, 44), QColor(148, 103, 189),
                            QColor(255, 127, 14), QColor(23, 190, 207), QColor(140, 86, 75), QColor(227, 119, 194)};
 
 // A round step near span / count: 1, 2 or 5 times a power of ten.
@@ -33,8 +33,8 @@ double niceStep(double dSpan, int nCount)
 // A step of a clock: seconds, minutes, hours or days.
 double timeStep(double dSpan, int nCount)
 {
-    static const double kSteps[] = {1, 2, 5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600, 7200, 10800,
-                                    21600, 43200, 86400, 172800, 604800, 2592000, 31536000};
+    static const double kSteps[] = {1,    2,    5,    10,    15,    30,    60,    120,    300,    600,     900,
+                                    1800, 3600, 7200, 10800, 21600, 43200, 86400, 172800, 604800, 2592000, 31536000};
     const double dRaw = dSpan / qMax(1, nCount);
     for (double s : kSteps)
         if (s >= dRaw)
@@ -55,7 +55,7 @@ struct ZOR_TmiChartView::Series
     QString qsCaption;
     QString qsUnit;
     QColor colour;
-    QVector<double> values;  // shared with the column store, never changed
+    QVector<double> values; // shared with the column store, never changed
     ZOR_TmiEnvelope envelope;
 };
 
@@ -254,8 +254,11 @@ std::vector<ZOR_TmiChartView::Axis> ZOR_TmiChartView::axes(int nFirst, int nLast
     for (const auto& s : m_series) {
         auto it = std::find_if(result.begin(), result.end(), [&](const Axis& a) { return a.qsUnit == s->qsUnit; });
         if (it == result.end()) {
-            result.push_back(Axis{s->qsUnit, s->colour, std::numeric_limits<double>::infinity(),
-                                  -std::numeric_limits<double>::infinity(), {}});
+            result.push_back(Axis{s->qsUnit,
+                                  s->colour,
+                                  std::numeric_limits<double>::infinity(),
+                                  -std::numeric_limits<double>::infinity(),
+                                  {}});
             it = result.end() - 1;
         }
         it->series.push_back(s.get());

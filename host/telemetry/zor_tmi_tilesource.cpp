@@ -42,10 +42,11 @@ bool ZOR_TmiTileSource::isValidTemplate(const QString& qsTemplate)
     const QString qsNew = qsTemplate.trimmed();
     if (qsNew.isEmpty())
         return true;
-    const QUrl url(QString(qsNew).replace(QLatin1Char('{'), QLatin1Char('_')).replace(QLatin1Char('}'), QLatin1Char('_')));
+    const QUrl url(
+        QString(qsNew).replace(QLatin1Char('{'), QLatin1Char('_')).replace(QLatin1Char('}'), QLatin1Char('_')));
     const bool bHttp = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
-    return bHttp && !url.host().isEmpty() && qsNew.contains(QLatin1String("{z}")) && qsNew.contains(QLatin1String("{x}"))
-           && qsNew.contains(QLatin1String("{y}"));
+    return bHttp && !url.host().isEmpty() && qsNew.contains(QLatin1String("{z}"))
+           && qsNew.contains(QLatin1String("{x}")) && qsNew.contains(QLatin1String("{y}"));
 }
 
 bool ZOR_TmiTileSource::setUrlTemplate(const QString& qsTemplate)
@@ -74,7 +75,7 @@ QString ZOR_TmiTileSource::cacheDirectory() const
 QByteArray ZOR_TmiTileSource::userAgent()
 {
     const QString qsName = QCoreApplication::applicationName().isEmpty() ? QStringLiteral("zor-host")
-                                                                        : QCoreApplication::applicationName();
+                                                                         : QCoreApplication::applicationName();
     const QString qsVersion = QCoreApplication::applicationVersion();
     return QStringLiteral("%1/%2 (telemetry window of libZOR_Commands)")
         .arg(qsName, qsVersion.isEmpty() ? QStringLiteral("1") : qsVersion)

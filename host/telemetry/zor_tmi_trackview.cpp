@@ -14,7 +14,7 @@
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-constexpr double kEarthCircumference = 40075016.686;  // metres at the equator
+constexpr double kEarthCircumference = 40075016.686; // metres at the equator
 constexpr int kTile = 256;
 constexpr int kMaxTileZoom = 19;
 const QColor kSpeedColours[] = {QColor(40, 90, 220), QColor(0, 160, 170), QColor(40, 170, 60),
@@ -212,7 +212,8 @@ void ZOR_TmiTrackView::paintTiles(QPainter& p)
     const QPointF topLeft = toWorld(QPointF(0, 0));
     const QPointF bottomRight = toWorld(QPointF(width(), height()));
     p.setRenderHint(QPainter::SmoothPixmapTransform, true);
-    for (int y = qMax(0, int(std::floor(topLeft.y() * n))); y <= qMin(n - 1, int(std::floor(bottomRight.y() * n))); ++y) {
+    for (int y = qMax(0, int(std::floor(topLeft.y() * n))); y <= qMin(n - 1, int(std::floor(bottomRight.y() * n)));
+         ++y) {
         for (int x = int(std::floor(topLeft.x() * n)); x <= int(std::floor(bottomRight.x() * n)); ++x) {
             const QPointF at = toScreen(QPointF(double(x) / n, double(y) / n));
             const QImage image = m_lpTiles->tile(z, ((x % n) + n) % n, y);
@@ -343,8 +344,8 @@ void ZOR_TmiTrackView::paintLegend(QPainter& p) const
     const QFontMetrics fm = p.fontMetrics();
     const QString qsMax = QStringLiteral("%1 %2").arg(qRound(m_dMaxSpeed)).arg(zorTmiText("unit_kmh"));
     const int nWidth = 14 * kSpeedBands;
-    const QRect box(width() - nWidth - fm.horizontalAdvance(qsMax) - 30, 6,
-                    nWidth + fm.horizontalAdvance(qsMax) + 24, fm.height() + 6);
+    const QRect box(width() - nWidth - fm.horizontalAdvance(qsMax) - 30, 6, nWidth + fm.horizontalAdvance(qsMax) + 24,
+                    fm.height() + 6);
     p.fillRect(box, QColor(255, 255, 255, 200));
     p.setPen(Qt::black);
     p.drawText(box.left() + 4, box.top() + fm.ascent() + 3, QStringLiteral("0"));

@@ -68,9 +68,9 @@ private:
     QVector<QPointF> m_world;
     QVector<int> m_records;
     QVector<float> m_speeds;
-    QVector<bool> m_breaks;  // no line from the point before
+    QVector<bool> m_breaks; // no line from the point before
     QVector<int> m_stops;
-    QVector<int> m_recordPoint;  // point of each record, -1 without a fix
+    QVector<int> m_recordPoint; // point of each record, -1 without a fix
     double m_dMaxSpeed = 0;
     ZOR_TmiTileSource* m_lpTiles = nullptr;
     QPointF m_centre{0.5, 0.5};
