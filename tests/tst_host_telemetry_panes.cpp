@@ -16,6 +16,9 @@
 
 #include <QBuffer>
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRandomGenerator>
 #include <QTableView>
 #include <QTcpServer>
@@ -99,6 +102,7 @@ private slots:
     void chartColumnsShowTheirRecords();
     void tableRowChartCursorAndTrackFollowEachOther();
     void goToTimeAndFilterRows();
+    void driveSummaryAndTrackFile();
     void mapTilesFromALocalServer_data();
     void mapTilesFromALocalServer();
 };
@@ -261,6 +265,32 @@ void TestHostTelemetryPanes::goToTimeAndFilterRows()
     QVERIFY(window.currentRecord() > 0);
     window.clearFilter();
     QCOMPARE(window.tableView()->model()->rowCount(), kRecords);
+}
+
+// Parked for 5 minutes at the start of hours 1, 3 and 5 of the 5.5 hours:
+// four trips, three stops. The first record is at 55°45' N and 37°37' E
+// plus 2.8' of longitude.
+void TestHostTelemetryPanes::driveSummaryAndTrackFile()
+{
+    ZOR_TelemetryWindow window;
+    QVERIFY(window.openFile(m_qsArchive));
+    QTRY_VERIFY_WITH_TIMEOUT(!window.trackPane()->isLoading(), 20000);
+    const auto drive = window.trackPane()->drive();
+    QVERIFY(drive);
+    QCOMPARE(int(drive->summary.trips.size()), 4);
+    QCOMPARE(int(drive->summary.stops.size()), 3);
+    const QString qsFile = m_dir.filePath(QStringLiteral("drive.geojson"));
+    QVERIFY(window.exportTrack(ZOR_TelemetryWindow::Track_GeoJson, qsFile));
+    QFile file(qsFile);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QJsonArray features = QJsonDocument::fromJson(file.readAll()).object().value("features").toArray();
+    QJsonArray first;
+    for (const QJsonValue& feature : features)
+        if (first.isEmpty() && feature["geometry"]["type"].toString() == QLatin1String("LineString"))
+            first = feature["geometry"]["coordinates"].toArray().first().toArray();
+    QCOMPARE(first.size(), 2);
+    QVERIFY(qAbs(first[0].toDouble() - (37 + 37.0 / 60 + 2.8 / 60)) < 1e-6);
+    QVERIFY(qAbs(first[1].toDouble() - (55 + 45.0 / 60)) < 1e-6);
 }
 
 void TestHostTelemetryPanes::mapTilesFromALocalServer_data()
