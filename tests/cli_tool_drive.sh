@@ -3,7 +3,7 @@
 # data/telemetry/make_drive.py: the figures against the ones the script
 # computed from the rules, the GPX, KML and GeoJSON read back by Python's
 # own readers (and by GDAL's ogrinfo when it is installed), and the summary
-# of an archive without times or coordinates.
+# of an archive without times or coordinates and of one whose time goes back.
 set -u
 bin=$1
 data=$2/telemetry
@@ -18,7 +18,9 @@ failed=0
 for f in gpx kml geojson; do "$bin/zor-tool" track "${args[@]}" --format $f --out "$tmp/track.$f" || failed=1; done
 "$bin/zor-tool" csv "${args[@]}" --numeric --out "$tmp/numeric.csv" || failed=1
 "$bin/zor-tool" summary --protocol 3 --mask "$bare" --in "$data/drive_bare.bin" --json >"$tmp/bare.json" || failed=1
-"$bin/zor-tool" track "${args[@]}" --format svg >/dev/null 2>&1; [ $? = 2 ] || { echo "FAIL --format svg is a usage error"; failed=1; }
+"$bin/zor-tool" summary --protocol 3 --mask "$mask" --in "$data/drive_back.bin" --json >"$tmp/back.json" || failed=1
+"$bin/zor-tool" track "${args[@]}" --format svg >/dev/null 2>&1
+[ $? = 2 ] || { echo "FAIL --format svg is a usage error"; failed=1; }
 
 python3 - "$tmp" "$data/drive.expected.json" <<'PY' || failed=1
 import csv, json, math, sys
@@ -52,7 +54,8 @@ check('gpx 1.1: a segment per unbroken part', g.get('version') == '1.1' and len(
 check('gpx: every fix, none at 0,0', len(pts) == exp['records'] - 1 and all(float(p.get('lat')) > 1 for p in pts))
 check('gpx: time, elevation, speed', all(p.find('g:time', ns) is not None and p.find('g:ele', ns) is not None
                                         and p.find('.//{*}speed', ns) is not None for p in pts))
-check('gpx: first point', pts[0].get('lat') == '55.7500000' and pts[0].find('g:time', ns).text == exp['stops'][0]['start'])
+start = exp['stops'][0]['start']
+check('gpx: first point', pts[0].get('lat') == '55.7500000' and pts[0].find('g:time', ns).text == start)
 k = ET.parse(tmp + '/track.kml').getroot()
 kn = {'k': 'http://www.opengis.net/kml/2.2'}
 lines = k.findall('.//k:LineString/k:coordinates', kn)
@@ -68,19 +71,23 @@ check('geojson: [longitude, latitude]', j['features'][0]['geometry']['type'] == 
       and abs(c0[0] - 37.61) < 1e-6 and abs(c0[1] - 55.75) < 1e-6)
 rows = list(csv.DictReader(open(tmp + '/numeric.csv', newline='', encoding='utf-8')))
 r = rows[0]
-check('numeric csv: names, ISO time, degrees, numbers', len(rows) == exp['records'] and r['Time'] == exp['stops'][0]['start']
+check('numeric csv: names, ISO time, degrees, numbers', len(rows) == exp['records'] and r['Time'] == start
       and float(r['Latitude']) == 55.75 and float(r['Longitude']) == 37.61 and r['NGaugeValid'] == '1'
       and float(r['Motochas']) == 100.0 and float(r['Altitude']) == 150.0 and r['EngineWork'] == '0')
 b = json.load(open(tmp + '/bare.json'))
 check('no times or coordinates: said, nothing invented', b['distance_km'] is None and b['start'] is None
       and any(n.startswith('distance') for n in b['not_computed']) and any('Time' in n for n in b['not_computed'])
       and len(b['trips']) == 1 and b['trips'][0]['first_record'] == 4)
+k = json.load(open(tmp + '/back.json'))
+check('a jump back in time: a gap, its step not added', [(g['record'], g['kind']) for g in k['gaps']]
+      == [(exp['back']['gap_record'], 'time_back')] and abs(k['distance_km'] - exp['back']['distance_km']) < 0.001)
 sys.exit(1 if bad else 0)
 PY
 
 if command -v ogrinfo >/dev/null; then
   for f in gpx kml geojson; do
-    ogrinfo -ro -al -so "$tmp/track.$f" >/dev/null 2>&1 && echo "ok   ogrinfo reads $f" || { echo "FAIL ogrinfo $f"; failed=1; }
+    if ogrinfo -ro -al -so "$tmp/track.$f" >/dev/null 2>&1; then echo "ok   ogrinfo reads $f"
+    else echo "FAIL ogrinfo $f"; failed=1; fi
   done
 fi
 exit $failed

@@ -85,10 +85,11 @@ struct DriveOptions
     }
 };
 
-// Reads the archive and the options; 0 or the exit code.
-int readDrive(const char* command, const QStringList& args, QCommandLineParser& parser, const QString& description,
+// Reads the archive and the options into track and options. False when the
+// command is done already (help shown, or a failure reported: *lpCode).
+bool readDrive(const char* command, const QStringList& args, QCommandLineParser& parser, const QString& description,
               const std::function<void(QCommandLineParser&)>& more, ZOR_DriveTrack& track,
-              ZOR_DriveOptions& options, QString& partial)
+              ZOR_DriveOptions& options, QString& partial, int* lpCode)
 {
     parser.setApplicationDescription(description);
     ZorTool::ArchiveReader archive(command);
@@ -96,18 +97,17 @@ int readDrive(const char* command, const QStringList& args, QCommandLineParser& 
     DriveOptions drive;
     drive.addTo(parser);
     more(parser);
-    int code = 0;
-    if (!ZorTool::parse(parser, args, &code))
-        return code;
-    if ((code = drive.read(parser, options, track)) != 0 || (code = archive.open(parser)) != 0)
-        return code;
+    if (!ZorTool::parse(parser, args, lpCode))
+        return false;
+    if ((*lpCode = drive.read(parser, options, track)) != 0 || (*lpCode = archive.open(parser)) != 0)
+        return false;
     archive.forEach([&track](const TmiPage_Base& record) {
         track.addRecord(record);
         return true;
     }, true);
     if (archive.partialBytes())
         partial = archive.partialMessage() + QStringLiteral(" (read as far as whole fields reach)");
-    return 0;
+    return true;
 }
 
 int writeOut(const QByteArray& bytes, const QCommandLineParser& parser, const QCommandLineOption& outFile)
@@ -127,14 +127,16 @@ int writeOut(const QByteArray& bytes, const QCommandLineParser& parser, const QC
 int toolTrack(const QStringList& args)
 {
     QCommandLineParser parser;
-    const QCommandLineOption format(QStringLiteral("format"), QStringLiteral("gpx (GPX 1.1), kml (KML 2.2) or geojson."),
+    const QCommandLineOption format(QStringLiteral("format"),
+                                    QStringLiteral("gpx (GPX 1.1), kml (KML 2.2) or geojson."),
                                     QStringLiteral("gpx|kml|geojson"));
     const QCommandLineOption outFile(QStringLiteral("out"), QStringLiteral("File (default: standard output)."),
                                      QStringLiteral("FILE"));
     ZOR_DriveTrack track;
     ZOR_DriveOptions options;
     QString partial;
-    const int code = readDrive(
+    int code = 0;
+    const bool ready = readDrive(
         "track", args, parser,
         QStringLiteral("Writes the track of an archive (records of one field set, back to back): the positions of "
                        "the records with a valid fix, broken at gaps (a jump back in time or of more than --gap-km). "
@@ -145,8 +147,8 @@ int toolTrack(const QStringList& args)
             p.addOption(format);
             p.addOption(outFile);
         },
-        track, options, partial);
-    if (code != 0)
+        track, options, partial, &code);
+    if (!ready)
         return code;
     const QString kind = parser.value(format);
     if (kind != QLatin1String("gpx") && kind != QLatin1String("kml") && kind != QLatin1String("geojson"))
@@ -170,7 +172,8 @@ int toolSummary(const QStringList& args)
     ZOR_DriveTrack track;
     ZOR_DriveOptions options;
     QString partial;
-    const int code = readDrive(
+    int code = 0;
+    const bool ready = readDrive(
         "summary", args, parser,
         QStringLiteral("Summarises the drive of an archive: records, time span, distance (haversine between "
                        "consecutive valid fixes, gaps left out) with the Mileage difference, moving time, maximum "
@@ -182,8 +185,8 @@ int toolSummary(const QStringList& args)
             p.addOption(json);
             p.addOption(outFile);
         },
-        track, options, partial);
-    if (code != 0)
+        track, options, partial, &code);
+    if (!ready)
         return code;
     ZOR_DriveSummary summary = ZOR_DriveAnalysis(options).analyse(track);
     if (!partial.isEmpty())

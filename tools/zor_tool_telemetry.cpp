@@ -37,6 +37,30 @@ void useFixedZone(int seconds)
     tzset();
 }
 
+// number;name;text for every field the record carries, or the JSON array
+// of {number, name, text}.
+QByteArray fieldLines(const TmiPage_Base& record, bool json)
+{
+    QByteArray lines;
+    QJsonArray fields;
+    for (int n = 1; n <= record.lastField(); ++n) {
+        if (!record.isUseParam(n))
+            continue;
+        QByteArray text;
+        record.appendColumnTexts(n, text, QByteArray(), QByteArrayLiteral(";"));
+        text.chop(1);
+        if (json) {
+            fields.append(QJsonObject{{QStringLiteral("number"), n},
+                                      {QStringLiteral("name"), QString::fromLatin1(ZorTmi::field(n).name)},
+                                      {QStringLiteral("text"), QString::fromUtf8(text)}});
+            continue;
+        }
+        lines.append(QByteArray::number(n)).append(';').append(ZorTmi::field(n).name).append(';');
+        lines.append(text).append('\n');
+    }
+    return json ? QJsonDocument(fields).toJson(QJsonDocument::Indented) : lines;
+}
+
 } // namespace
 
 int toolDecode(const QStringList& args)
@@ -98,25 +122,7 @@ int toolDecode(const QStringList& args)
     else
         record->setCurrentTMI(bytes, data.size());
 
-    QByteArray lines;
-    QJsonArray fields;
-    for (int n = 1; n <= record->lastField(); ++n) {
-        if (!record->isUseParam(n))
-            continue;
-        QByteArray text;
-        record->appendColumnTexts(n, text, QByteArray(), QByteArrayLiteral(";"));
-        text.chop(1);
-        if (parser.isSet(json)) {
-            fields.append(QJsonObject{{QStringLiteral("number"), n},
-                                      {QStringLiteral("name"), QString::fromLatin1(ZorTmi::field(n).name)},
-                                      {QStringLiteral("text"), QString::fromUtf8(text)}});
-            continue;
-        }
-        lines.append(QByteArray::number(n)).append(';').append(ZorTmi::field(n).name).append(';');
-        lines.append(text).append('\n');
-    }
-    if (parser.isSet(json))
-        lines = QJsonDocument(fields).toJson(QJsonDocument::Indented);
+    const QByteArray lines = fieldLines(*record, parser.isSet(json));
     std::fwrite(lines.constData(), 1, size_t(lines.size()), stdout);
     std::fflush(stdout);
     if (!isF8 && record->missingBytes() > 0)
@@ -192,7 +198,8 @@ int exportNumeric(ZorTool::ArchiveReader& archive, const QCommandLineParser& par
     });
     ok = ok && device->write(buffer) == buffer.size() && (device != &file || file.commit());
     if (!ok)
-        return ZorTool::fail(2, QStringLiteral("cannot write %1: %2").arg(parser.value(outFile), device->errorString()));
+        return ZorTool::fail(2, QStringLiteral("cannot write %1: %2")
+                                    .arg(parser.value(outFile), device->errorString()));
     return archive.partialBytes() ? ZorTool::fail(1, archive.partialMessage()) : 0;
 }
 

@@ -1,6 +1,7 @@
 #include "zor_driveanalysis.h"
 
 #include <algorithm>
+#include <deque>
 #include <cmath>
 
 namespace {
@@ -84,7 +85,8 @@ ZOR_DriveSummary ZOR_DriveAnalysis::analyse(const ZOR_DriveTrack& track) const
 void ZOR_DriveAnalysis::addDistance(const ZOR_DriveTrack& track, ZOR_DriveSummary& s) const
 {
     if (!track.hasCoordinates()) {
-        s.notComputed << QStringLiteral("distance: the records carry no coordinates (Latitude, Longitude, StateNGauge)");
+        s.notComputed << QStringLiteral(
+            "distance: the records carry no coordinates (Latitude, Longitude, StateNGauge)");
     } else {
         s.hasDistance = true;
         int prev = -1;
@@ -271,7 +273,32 @@ void ZOR_DriveAnalysis::findEvents(const ZOR_DriveTrack& track, const ZOR_DriveT
     auto when = [&](int k) { return timed ? double(track.point(at[size_t(k)]).time) : double(k); };
     const double window = timed ? m_options.fuelWindowS : m_options.fuelWindowS / 60.0;
     const double noise = m_options.fuelNoise;
+    // The highest and lowest level of the records (i, r] in monotone
+    // queues: most records are checked in constant time, the exact search
+    // below runs only where the window holds a large enough change.
+    std::deque<int> high;
+    std::deque<int> low;
+    int r = 0;
     for (int i = 0; i < m;) {
+        for (r = std::max(r, i); r + 1 < m && when(r + 1) - when(i) <= window;) {
+            ++r;
+            while (!high.empty() && v[size_t(high.back())] <= v[size_t(r)])
+                high.pop_back();
+            while (!low.empty() && v[size_t(low.back())] >= v[size_t(r)])
+                low.pop_back();
+            high.push_back(r);
+            low.push_back(r);
+        }
+        while (!high.empty() && high.front() <= i)
+            high.pop_front();
+        while (!low.empty() && low.front() <= i)
+            low.pop_front();
+        const double vi = v[size_t(i)];
+        if ((high.empty() || v[size_t(high.front())] - vi < m_options.fuelThreshold)
+            && (low.empty() || vi - v[size_t(low.front())] < m_options.fuelThreshold)) {
+            ++i;
+            continue;
+        }
         int found = -1;
         for (int j = i + 1; j < m && when(j) - when(i) <= window && found < 0; ++j)
             if (std::fabs(v[size_t(j)] - v[size_t(i)]) >= m_options.fuelThreshold)
@@ -292,7 +319,8 @@ void ZOR_DriveAnalysis::findEvents(const ZOR_DriveTrack& track, const ZOR_DriveT
         while (sign * v[size_t(end)] < sign * best - noise)
             ++end;
         // The event's first record is the first one past the old level.
-        s.fuelEvents.push_back(ZOR_FuelEvent{sign > 0, at[size_t(std::min(start + 1, end))], at[size_t(end)], level.name,
+        const int first = at[size_t(std::min(start + 1, end))];
+        s.fuelEvents.push_back(ZOR_FuelEvent{sign > 0, first, at[size_t(end)], level.name,
                                              v[size_t(start)], v[size_t(end)]});
         i = end + 1;
     }

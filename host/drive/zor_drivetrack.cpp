@@ -72,7 +72,8 @@ void ZOR_DriveTrack::addRecord(const TmiPage_Base& record)
     const double valid = valueOf(record, ZorTmi::Col_NGaugeValid);
     if (!std::isnan(lat) && !std::isnan(lon) && !std::isnan(valid)) {
         m_bCoordinates = true;
-        p.fix = valid == 1.0;
+        // A position off the globe is as good as none.
+        p.fix = valid == 1.0 && std::fabs(lat) <= 90.0 && std::fabs(lon) <= 180.0;
         p.lat = lat;
         p.lon = lon;
     }
@@ -91,6 +92,15 @@ void ZOR_DriveTrack::addRecord(const TmiPage_Base& record)
         m_levels = std::move(carried);
     }
     m_points.push_back(p);
-    for (Level& level : m_levels)
-        level.values.push_back(float(valueOf(record, level.column)));
+    for (Level& level : m_levels) {
+        const float v = float(valueOf(record, level.column));
+        const bool same = level.same == 0 || v == level.first || (std::isnan(v) && std::isnan(level.first));
+        if (level.values.empty() && same) {
+            level.first = level.same++ ? level.first : v;
+            continue;
+        }
+        if (level.values.empty())
+            level.values.assign(size_t(level.same), level.first);
+        level.values.push_back(v);
+    }
 }

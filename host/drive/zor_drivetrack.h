@@ -23,13 +23,13 @@ struct ZOR_DrivePoint
     qint64 time = 0;        // UTC seconds (ZOR_DriveTrack::hasTime)
     double lat = 0;         // decimal degrees, when fix
     double lon = 0;
+    double mileage = NAN;   // km
+    double motochas = NAN;  // engine hours
     float altitude = NAN;   // metres
     float speed = NAN;      // km/h
     float course = NAN;     // degrees
-    double mileage = NAN;   // km
-    double motochas = NAN;  // engine hours
     qint8 engine = -1;      // 1 working, 0 not, -1 unknown
-    bool fix = false;       // StateNGauge bit 1 with both coordinates present
+    bool fix = false;       // StateNGauge bit 1, both coordinates present and on the globe
 };
 
 class ZOR_DriveTrack
@@ -52,12 +52,16 @@ public:
     bool hasMotochas() const { return m_bMotochas; }
 
     // The fuel level series: one per level column the first record carries,
-    // NaN where a record has no value.
+    // NaN where a record has no value. A level that never changes (a sensor
+    // that is not fitted reads 0 throughout) keeps no values: `values` stays
+    // empty while every record has the value of the first.
     struct Level
     {
         int column;          // ZorTmi column id
         QString name;        // its getter name ("RS485_1", "CanFuelLevelLitres")
         std::vector<float> values;
+        float first = 0;     // while values is empty: the value of the
+        int same = 0;        // first `same` records
     };
     const std::vector<Level>& levels() const { return m_levels; }
 

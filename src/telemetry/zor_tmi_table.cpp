@@ -821,7 +821,9 @@ void appendNumberText(QByteArray& out, const Column& c, const unsigned char* p)
     char buf[64];
     std::to_chars_result r;
     const float asFloat = float(v);
-    if (c.type == Type_F32 && double(asFloat) == v)
+    if (v == std::trunc(v) && std::fabs(v) < 1e15)  // most cells: flags, counters, codes
+        r = std::to_chars(buf, buf + sizeof buf, qint64(v));
+    else if (c.type == Type_F32 && double(asFloat) == v)
         r = std::to_chars(buf, buf + sizeof buf, asFloat, std::chars_format::fixed);
     else
         r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::fixed);

@@ -20,7 +20,9 @@ on a single record, and falls by 0.5 units a minute while the engine runs.
 
 Output: drive.bin (records), drive.expected.json (the figures), and
 drive_bare.bin: 10 records with only NumPage and Speed (no times, no
-coordinates): its summary must say what it could not compute.
+coordinates): its summary must say what it could not compute; and
+drive_back.bin: 6 fixes 0.01 degree of latitude apart (the drive mask),
+the fourth stamped 2 minutes before the third: a gap, its step not added.
 Run again only after changing the rules; review the diff."""
 
 import json
@@ -179,8 +181,16 @@ def main():
     with open(os.path.join(HERE, 'drive_bare.bin'), 'wb') as f:
         for i in range(10):
             f.write(struct.pack('<If', i + 1, 30.0 if 3 <= i < 7 else 0.0))
+    back = [{'t': T0 + 60 * i - (180 if i == 3 else 0), 'engine': 1, 'speed': 40.0, 'lat': 50.0 + 0.01 * i,
+             'lon': 10.0, 'fix': True, 'level': 500.0} for i in range(6)]
+    data, _ = encode(back, random.Random(1))
+    with open(os.path.join(HERE, 'drive_back.bin'), 'wb') as f:
+        f.write(data)
     with open(os.path.join(HERE, 'drive.expected.json'), 'w') as f:
-        json.dump(expected(recs, mileage), f, indent=1)
+        exp = expected(recs, mileage)
+        steps = [haversine((a['lat'], a['lon']), (b['lat'], b['lon'])) for a, b in zip(back, back[1:])]
+        exp['back'] = {'gap_record': 4, 'distance_km': sum(steps) - steps[2]}
+        json.dump(exp, f, indent=1)
         f.write('\n')
 
 
