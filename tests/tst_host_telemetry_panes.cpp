@@ -291,6 +291,16 @@ void TestHostTelemetryPanes::driveSummaryAndTrackFile()
     QCOMPARE(first.size(), 2);
     QVERIFY(qAbs(first[0].toDouble() - (37 + 37.0 / 60 + 2.8 / 60)) < 1e-6);
     QVERIFY(qAbs(first[1].toDouble() - (55 + 45.0 / 60)) < 1e-6);
+
+    // The numeric CSV comes from zor-tool, in the background.
+    const QString qsCsv = m_dir.filePath(QStringLiteral("numbers.csv"));
+    QSignalSpy finished(&window, &ZOR_TelemetryWindow::signal_ExportFinished);
+    QVERIFY(window.exportNumericCsv(qsCsv));
+    QVERIFY(finished.wait(60000));
+    QFile csv(qsCsv);
+    QVERIFY(csv.open(QIODevice::ReadOnly));
+    QVERIFY(csv.readLine().startsWith("NumPage,Code,Time,"));
+    QVERIFY(csv.readLine().startsWith("1,2,2024-06-01T00:00:00Z,"));
 }
 
 void TestHostTelemetryPanes::mapTilesFromALocalServer_data()

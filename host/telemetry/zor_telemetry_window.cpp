@@ -29,6 +29,7 @@
 #include <QListWidget>
 #include <QLocale>
 #include <QMenu>
+#include <QProcess>
 #include <QProgressBar>
 #include <QSaveFile>
 #include <QPushButton>
@@ -42,6 +43,32 @@ namespace {
 constexpr int kBytesPerLine = 16;
 const QColor kFieldColour(255, 243, 176);
 const QColor kValueColour(255, 196, 64);
+
+// A dialog of items to tick; false when cancelled, else the ticks.
+bool tickList(QWidget* lpParent, const QString& qsTitle, const QStringList& texts, QVector<bool>& ticked)
+{
+    QDialog dialog(lpParent);
+    dialog.setWindowTitle(qsTitle);
+    auto* lpList = new QListWidget(&dialog);
+    for (int i = 0; i < texts.size(); ++i) {
+        auto* lpItem = new QListWidgetItem(texts.at(i), lpList);
+        lpItem->setFlags(lpItem->flags() | Qt::ItemIsUserCheckable);
+        lpItem->setCheckState(ticked.value(i) ? Qt::Checked : Qt::Unchecked);
+    }
+    auto* lpButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    QObject::connect(lpButtons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(lpButtons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto* lpLayout = new QVBoxLayout(&dialog);
+    lpLayout->addWidget(lpList);
+    lpLayout->addWidget(lpButtons);
+    dialog.resize(420, 560);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    ticked.resize(lpList->count());
+    for (int i = 0; i < lpList->count(); ++i)
+        ticked[i] = lpList->item(i)->checkState() == Qt::Checked;
+    return true;
+}
 
 enum FieldListColumn { Col_Number, Col_Name, Col_Width, Col_Offset, Col_Raw, Col_Text, FieldListColumns };
 
@@ -108,14 +135,7 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
     connect(ui->pushButton_FromConfig, &QPushButton::clicked, this, &ZOR_TelemetryWindow::takeFieldSetFromConfig);
     ui->pushButton_FromConfig->setEnabled(false);
 
-    auto* lpExportMenu = new QMenu(this);
-    m_lpExportAll = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(false); });
-    m_lpExportSelected = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(true); });
-    lpExportMenu->addSeparator();
-    for (int nFormat : {Track_Gpx, Track_Kml, Track_GeoJson})
-        m_trackExports << lpExportMenu->addAction(QString(), this,
-                                                  [this, nFormat] { slot_triggered_ExportTrack(nFormat); });
-    ui->toolButton_Export->setMenu(lpExportMenu);
+    setupExportMenu();
 
     m_lpProgress->setRange(0, 100);
     m_lpProgress->setMaximumWidth(240);
@@ -190,6 +210,7 @@ void ZOR_TelemetryWindow::retranslate()
     ui->toolButton_Export->setText(zorTmiText("export"));
     m_lpExportAll->setText(zorTmiText("export_all"));
     m_lpExportSelected->setText(zorTmiText("export_selected"));
+    m_lpExportNumeric->setText(zorTmiText("export_numeric"));
     const char* const kTrackTexts[] = {"export_gpx", "export_kml", "export_geojson"};
     for (int i = 0; i < m_trackExports.size(); ++i)
         m_trackExports.at(i)->setText(zorTmiText(kTrackTexts[i]));
@@ -339,31 +360,20 @@ void ZOR_TelemetryWindow::slot_clicked_FromFile()
 
 void ZOR_TelemetryWindow::slot_clicked_Fields()
 {
-    const ZOR_TmiFieldSet current = m_lpModel->fieldSet();
-    QDialog dialog(this);
-    dialog.setWindowTitle(zorTmiText("fields_title"));
-    auto* lpList = new QListWidget(&dialog);
-    for (int n = 1; n <= current.lastField(); ++n) {
-        auto* lpItem = new QListWidgetItem(QStringLiteral("%1  %2  (%3, %4)")
-                                               .arg(n, 3)
-                                               .arg(ZOR_TmiFieldSet::caption(n), QLatin1String(ZorTmi::field(n).name))
-                                               .arg(ZorTmi::field(n).width),
-                                           lpList);
-        lpItem->setFlags(lpItem->flags() | Qt::ItemIsUserCheckable);
-        lpItem->setCheckState(current.has(n) ? Qt::Checked : Qt::Unchecked);
+    ZOR_TmiFieldSet set = m_lpModel->fieldSet();
+    QStringList texts;
+    QVector<bool> ticked;
+    for (int n = 1; n <= set.lastField(); ++n) {
+        texts << QStringLiteral("%1  %2  (%3, %4)")
+                     .arg(n, 3)
+                     .arg(ZOR_TmiFieldSet::caption(n), QLatin1String(ZorTmi::field(n).name))
+                     .arg(ZorTmi::field(n).width);
+        ticked << set.has(n);
     }
-    auto* lpButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-    connect(lpButtons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    connect(lpButtons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    auto* lpLayout = new QVBoxLayout(&dialog);
-    lpLayout->addWidget(lpList);
-    lpLayout->addWidget(lpButtons);
-    dialog.resize(360, 560);
-    if (dialog.exec() != QDialog::Accepted)
+    if (!tickList(this, zorTmiText("fields_title"), texts, ticked))
         return;
-    ZOR_TmiFieldSet set = current;
-    for (int i = 0; i < lpList->count(); ++i)
-        set.setField(i + 1, lpList->item(i)->checkState() == Qt::Checked);
+    for (int i = 0; i < ticked.size(); ++i)
+        set.setField(i + 1, ticked.at(i));
     setFieldSet(set);
 }
 
@@ -869,28 +879,17 @@ void ZOR_TelemetryWindow::applyColumnPreset(int nPreset)
 
 void ZOR_TelemetryWindow::slot_clicked_ChooseColumns()
 {
-    QDialog dialog(this);
-    dialog.setWindowTitle(zorTmiText("columns_title"));
-    auto* lpList = new QListWidget(&dialog);
+    QStringList texts;
+    QVector<bool> ticked;
     for (int c = 0; c < m_lpModel->columnCount(); ++c) {
-        auto* lpItem = new QListWidgetItem(
-            QStringLiteral("%1 (%2)").arg(m_lpModel->headerData(c, Qt::Horizontal).toString(),
-                                          QLatin1String(ZorTmi::field(m_lpModel->columnField(c)).name)),
-            lpList);
-        lpItem->setFlags(lpItem->flags() | Qt::ItemIsUserCheckable);
-        lpItem->setCheckState(ui->tableView_Records->isColumnHidden(c) ? Qt::Unchecked : Qt::Checked);
+        texts << QStringLiteral("%1 (%2)").arg(m_lpModel->headerData(c, Qt::Horizontal).toString(),
+                                               QLatin1String(ZorTmi::field(m_lpModel->columnField(c)).name));
+        ticked << !ui->tableView_Records->isColumnHidden(c);
     }
-    auto* lpButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-    connect(lpButtons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    connect(lpButtons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    auto* lpLayout = new QVBoxLayout(&dialog);
-    lpLayout->addWidget(lpList);
-    lpLayout->addWidget(lpButtons);
-    dialog.resize(420, 560);
-    if (dialog.exec() != QDialog::Accepted)
+    if (!tickList(this, zorTmiText("columns_title"), texts, ticked))
         return;
-    for (int c = 0; c < lpList->count(); ++c)
-        ui->tableView_Records->setColumnHidden(c, lpList->item(c)->checkState() != Qt::Checked);
+    for (int c = 0; c < ticked.size(); ++c)
+        ui->tableView_Records->setColumnHidden(c, !ticked.at(c));
 }
 
 bool ZOR_TelemetryWindow::chartValues(const QStringList& names)
@@ -933,4 +932,59 @@ void ZOR_TelemetryWindow::slot_triggered_ExportTrack(int nFormat)
                                                             QLatin1String(kFilters[qBound(0, nFormat, 2)]));
     if (!qsFileName.isEmpty())
         exportTrack(nFormat, qsFileName);
+}
+
+// The numeric CSV is zor-tool's ("csv --numeric"), run beside the host
+// in the background.
+bool ZOR_TelemetryWindow::exportNumericCsv(const QString& qsFileName)
+{
+    if (m_lpNumericJob || !m_lpModel->isOpen() || m_lpModel->recordCount() == 0) {
+        ui->statusbar->showMessage(zorTmiText("export_nothing"));
+        return false;
+    }
+    const QString qsTool = QCoreApplication::applicationDirPath() + QStringLiteral("/zor-tool");
+    m_lpNumericJob = new QProcess(this);
+    const QStringList args = {QStringLiteral("csv"),      QStringLiteral("--numeric"),
+                              QStringLiteral("--version"), QString::number(m_lpModel->fieldSet().version()),
+                              QStringLiteral("--mask"),    m_lpModel->fieldSet().text(),
+                              QStringLiteral("--in"),      m_lpModel->fileName(),
+                              QStringLiteral("--out"),     qsFileName};
+    auto done = [this, qsFileName](bool bOk, const QString& qsWhy) {
+        ui->statusbar->showMessage(bOk ? zorTmiText("export_file_done").arg(qsFileName)
+                                       : zorTmiText("export_failed").arg(qsWhy));
+        m_lpNumericJob->deleteLater();
+        m_lpNumericJob = nullptr;
+        emit signal_ExportFinished(bOk ? ZOR_TmiExportJob::Done : ZOR_TmiExportJob::Failed, qsWhy);
+    };
+    connect(m_lpNumericJob, &QProcess::errorOccurred, this, [this, done](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            done(false, m_lpNumericJob->errorString());
+    });
+    connect(m_lpNumericJob, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            [this, done](int nCode, QProcess::ExitStatus status) {
+                // 1: written, but the archive ends in a partial record.
+                const bool bOk = status == QProcess::NormalExit && (nCode == 0 || nCode == 1);
+                done(bOk, QString::fromLocal8Bit(m_lpNumericJob->readAllStandardError()).trimmed());
+            });
+    ui->statusbar->showMessage(zorTmiText("export_running").arg(qsFileName));
+    m_lpNumericJob->start(qsTool, args);
+    return true;
+}
+
+void ZOR_TelemetryWindow::setupExportMenu()
+{
+    auto* lpExportMenu = new QMenu(this);
+    m_lpExportAll = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(false); });
+    m_lpExportSelected = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(true); });
+    lpExportMenu->addSeparator();
+    m_lpExportNumeric = lpExportMenu->addAction(QString(), this, [this] {
+        const QString qsFileName = QFileDialog::getSaveFileName(this, zorTmiText("export"), QString(),
+                                                                zorTmiText("export_filter"));
+        if (!qsFileName.isEmpty())
+            exportNumericCsv(qsFileName);
+    });
+    for (int nFormat : {Track_Gpx, Track_Kml, Track_GeoJson})
+        m_trackExports << lpExportMenu->addAction(QString(), this,
+                                                  [this, nFormat] { slot_triggered_ExportTrack(nFormat); });
+    ui->toolButton_Export->setMenu(lpExportMenu);
 }

@@ -21,6 +21,7 @@
 namespace Ui {
 class ZOR_TelemetryWindow;
 }
+class QProcess;
 class QProgressBar;
 class QPushButton;
 class QTableView;
@@ -95,6 +96,9 @@ public:
     // track is still being read or when the file cannot be written.
     enum TrackFormat { Track_Gpx, Track_Kml, Track_GeoJson };
     bool exportTrack(int nFormat, const QString& qsFileName);
+    // The CSV for analysis (numbers in the columns' units), written by
+    // zor-tool beside the host; signal_ExportFinished when done.
+    bool exportNumericCsv(const QString& qsFileName);
     bool isExporting() const { return m_lpJob != nullptr; }
 
     void retranslate();
@@ -122,6 +126,7 @@ private:
     void slot_triggered_ExportTrack(int nFormat);
     void slot_clicked_ChooseColumns();
     void setupNavigation();
+    void setupExportMenu();
     void archiveChanged();
     void followRecord(int nRecord);
     void showFieldSet();
@@ -141,6 +146,8 @@ private:
     QAction* m_lpExportAll;
     QAction* m_lpExportSelected;
     QList<QAction*> m_trackExports;
+    QAction* m_lpExportNumeric = nullptr;
+    QProcess* m_lpNumericJob = nullptr;
     int m_nShownRow = -1;
     int m_nHighlightOffset = -1;
     int m_nHighlightLength = 0;

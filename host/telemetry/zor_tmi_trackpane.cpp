@@ -73,7 +73,7 @@ void ZOR_TmiTrackPane::retranslate()
 // The drive of an archive: every whole record through the drive library,
 // then its summary; the positions of records without a valid fix are NaN.
 std::shared_ptr<ZOR_TmiTrackPane::Loaded> ZOR_TmiTrackPane::loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set,
-                                                                      int nRecords)
+                                                                      int nRecords, const std::atomic_bool& bStop)
 {
     auto out = std::make_shared<Loaded>();
     QFile file(qsFile);
@@ -86,6 +86,8 @@ std::shared_ptr<ZOR_TmiTrackPane::Loaded> ZOR_TmiTrackPane::loadTrack(const QStr
     const int nPerChunk = qMax(1, (4 << 20) / qMax(1, nSize));
     QByteArray chunk;
     for (int nFirst = 0; nFirst < nRecords; nFirst += nPerChunk) {
+        if (bStop)
+            return out;
         const int nCount = qMin(nPerChunk, nRecords - nFirst);
         chunk = file.read(qint64(nCount) * nSize);
         if (chunk.size() != nCount * nSize) {
@@ -118,13 +120,15 @@ void ZOR_TmiTrackPane::reload()
 {
     if (m_lpThread) {
         m_bAgain = true;
+        m_bStop = true;
         return;
     }
     const QString qsFile = m_lpStore ? m_lpStore->fileName() : QString();
     const ZOR_TmiFieldSet set = m_lpStore ? m_lpStore->fieldSet() : ZOR_TmiFieldSet();
     const int nRecords = m_lpStore ? m_lpStore->recordCount() : 0;
     auto result = std::make_shared<std::shared_ptr<Loaded>>();
-    m_lpThread = QThread::create([=] { *result = loadTrack(qsFile, set, nRecords); });
+    m_bStop = false;
+    m_lpThread = QThread::create([=] { *result = loadTrack(qsFile, set, nRecords, m_bStop); });
     connect(m_lpThread, &QThread::finished, this, [this, result] {
         m_lpThread->deleteLater();
         m_lpThread = nullptr;
@@ -149,6 +153,7 @@ ZOR_TmiTrackPane::~ZOR_TmiTrackPane()
 {
     if (m_lpThread) {
         disconnect(m_lpThread, nullptr, this, nullptr);
+        m_bStop = true;
         m_lpThread->wait();
         delete m_lpThread;
     }

@@ -11,6 +11,7 @@
 #include <QVector>
 #include <QWidget>
 
+#include <atomic>
 #include <memory>
 
 class QLabel;
@@ -62,7 +63,8 @@ signals:
     void signal_TrackLoaded();
 
 private:
-    static std::shared_ptr<Loaded> loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords);
+    static std::shared_ptr<Loaded> loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords,
+                                             const std::atomic_bool& bStop);
     void slot_clicked_Map();
     void showStatus();
 
@@ -76,6 +78,8 @@ private:
     QThread* m_lpThread = nullptr;
     std::shared_ptr<Loaded> m_loaded;
     bool m_bAgain = false;
+    // Tells a reading that its result is no longer wanted.
+    std::atomic_bool m_bStop{false};
 };
 
 #endif
