@@ -141,6 +141,8 @@ void ZOR_TmiTrackPane::reload()
         m_qsTrackProblem = m_loaded->qsProblem;
         m_lpView->setTrack(m_loaded->latitudes, m_loaded->longitudes, m_loaded->speeds, m_loaded->breaks);
         m_lpView->setStops(m_loaded->stops);
+        // The view keeps its own copy of the positions.
+        m_loaded->latitudes = m_loaded->longitudes = m_loaded->speeds = QVector<double>();
         if (m_qsTrackProblem.isEmpty() && !m_loaded->latitudes.isEmpty() && m_lpView->pointCount() == 0)
             m_qsTrackProblem = zorTmiText("track_no_fix");
         showStatus();
