@@ -27,7 +27,7 @@ const Subcommand kSubcommands[] = {
     {"csv", toolCsv, "export telemetry records to CSV"},
     {"settings", toolSettings, "read and change settings documents"},
     {"log", toolLog, "show an exchange log as lines: log FILE"},
-    {"config", toolConfig, "new, normalize and diff settings documents through every settings form"},
+    {"config", toolConfig, "new, normalize, diff, check and sheet: settings documents through every form"},
 };
 
 int usage(int code)

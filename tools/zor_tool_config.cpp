@@ -25,6 +25,10 @@ const char* const kHelp =
     "                                       would (in place without -o)\n"
     "  config diff A B                      nodes and attributes added (+), removed (-)\n"
     "                                       and changed (~); exit 0 equal, 1 different\n"
+    "  config check FILE [profile]          every value the forms would not keep as written,\n"
+    "                                       one line each: FILE:LINE: NODE/attribute:\n"
+    "                                       \"value\" -> \"kept\": reason; exit 0 none, 1 some,\n"
+    "                                       2 the file does not parse; never writes\n"
     "profile: --sims 1|2  --can-variant ext|bt  --ble-slots N";
 
 bool readProfile(const QCommandLineParser& parser, ZOR_TerminalProfile& profile, QString* error)
@@ -202,6 +206,18 @@ int diff(const QString& fileA, const QString& fileB)
     return differ.count == 0 ? 0 : 1;
 }
 
+// The file as the window would load it; the problems go to standard output.
+int check(ZOR_ConfigDocument& doc, const QString& file)
+{
+    doc.createForms();
+    if (!doc.load(file, ZOR_ConfigDocument::ReadForeign))
+        return ZorTool::fail(2, doc.errorString());
+    QTextStream& out = ZorTool::out();
+    for (const ZOR_ConfigProblems::Problem& problem : doc.problems())
+        out << problem.text(file) << '\n';
+    return doc.problems().isEmpty() ? 0 : 1;
+}
+
 } // namespace
 
 int toolConfig(const QStringList& args)
@@ -210,7 +226,7 @@ int toolConfig(const QStringList& args)
         return ZorTool::fail(2, QStringLiteral("config: the settings forms need the widget application"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(kHelp));
-    parser.addPositionalArgument(QStringLiteral("action"), QStringLiteral("new, normalize or diff"));
+    parser.addPositionalArgument(QStringLiteral("action"), QStringLiteral("new, normalize, diff, check or sheet"));
     parser.addOption({{QStringLiteral("o"), QStringLiteral("output")}, QStringLiteral("File to write."), QStringLiteral("file")});
     parser.addOption({QStringLiteral("sims"), QStringLiteral("SIM cards of the terminal: 1 or 2."), QStringLiteral("n")});
     parser.addOption({QStringLiteral("can-variant"), QStringLiteral("CAN variant: ext or bt."), QStringLiteral("v")});
@@ -239,6 +255,11 @@ int toolConfig(const QStringList& args)
         doc.createForms();
         return saveDocument(doc, output);
     }
+    if (action == QLatin1String("check")) {
+        if (pos.size() != 2)
+            return ZorTool::fail(2, QStringLiteral("config check takes one file: check FILE"));
+        return check(doc, pos.at(1));
+    }
     if (action == QLatin1String("normalize")) {
         if (pos.size() != 2)
             return ZorTool::fail(2, QStringLiteral("config normalize takes one file: normalize IN [-o OUT]"));
@@ -248,7 +269,7 @@ int toolConfig(const QStringList& args)
             return ZorTool::fail(1, QStringLiteral("%1: not loaded (%2)").arg(pos.at(1), doc.errorString()));
         return saveDocument(doc, output.isEmpty() ? pos.at(1) : output);
     }
-    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize or diff)").arg(action));
+    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize, diff, check or sheet)").arg(action));
 }
 
 int toolConfigMain(int argc, char** argv)

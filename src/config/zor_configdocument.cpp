@@ -101,11 +101,13 @@ void ZOR_ConfigDocument::newDocument()
         for (ZOR_Form_Config* lpForm : m_forms)
             lpForm->setDefaultParam();
     }
+    m_problems.clear();
+    m_bForeign = false;
     m_qsError.clear();
     setModified(false);
 }
 
-bool ZOR_ConfigDocument::load(const QString& qsFileName)
+bool ZOR_ConfigDocument::load(const QString& qsFileName, ForeignRoot foreign)
 {
     const QFileInfo info(qsFileName);
     if (!info.exists()) {
@@ -121,14 +123,50 @@ bool ZOR_ConfigDocument::load(const QString& qsFileName)
         m_qsError = doc->errorString().isEmpty() ? tr("%1: cannot be read").arg(qsFileName) : doc->errorString();
         return false;
     }
+    const CXmlTagV2* lpTop = doc->root();
+    const bool bEmpty = !lpTop;
+    m_bForeign = lpTop && lpTop->name() != QLatin1String(qsRootName);
+    if (m_bForeign && foreign == RefuseForeign) {
+        m_qsError = tr("%1: not a configuration (its top element is \"%2\", not \"%3\")")
+                        .arg(qsFileName, lpTop->name(), QLatin1String(qsRootName));
+        return false;
+    }
     {
         LoadingScope loading(m_nLoading);
         attach(std::move(doc), qsFileName);
+        m_problems.clear();
+        ZOR_ConfigProblems::Recording recording(&m_problems);
         readForms();
     }
+    checkLoaded(bEmpty);
     m_qsError.clear();
+    if (m_bForeign) {
+        // What the forms took from the foreign file becomes a new document.
+        auto fresh = std::make_unique<CSerialize>();
+        fresh->openData(QByteArray());
+        attach(std::move(fresh), QString());
+        m_bModified = false;
+        setModified(true);
+        return true;
+    }
     setModified(false);
     return true;
+}
+
+std::unique_ptr<CSerialize> ZOR_ConfigDocument::writeFresh()
+{
+    auto fresh = std::make_unique<CSerialize>();
+    fresh->openData(QByteArray());
+    CXMLWorkData root(fresh.get(), fresh->topNode(QString::fromLatin1(qsRootName), true));
+    for (ZOR_Form_Config* lpForm : m_forms)
+        lpForm->writeFormParam(&root);
+    return fresh;
+}
+
+void ZOR_ConfigDocument::checkLoaded(bool bEmpty)
+{
+    const auto fresh = writeFresh();
+    m_problems.compare(bEmpty ? nullptr : m_doc->root(), fresh->root(), QString::fromLatin1(qsRootName));
 }
 
 void ZOR_ConfigDocument::readForms()

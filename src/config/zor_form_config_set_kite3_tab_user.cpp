@@ -1,5 +1,6 @@
 #include "config/zor_form_config_set_kite3_tab_user.h"
 
+#include "config/zor_configproblems.h"
 #include "config/zor_datatypes.h"
 #include "config/zor_form_config_rs_param_mdbs.h"
 #include "config/zor_userparamregistry.h"
@@ -382,8 +383,15 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         lpNode->readString("mess", QString(), entry.qsMess);
         lpNode->readString("suffix", QString(), entry.qsSuffix);
         entry.qsSuffix = shownSuffix(entry.qsPrefix, entry.qsSuffix);
-        if (!isNone(entry))
-            choose(slot, entry);
+        if (isNone(entry))
+            continue;
+        // The pages have published everything by now: a value no page
+        // offers in this width does not fit the slot.
+        if (ZOR_ConfigProblems* lpProblems = ZOR_ConfigProblems::active(); lpProblems && rowOf(slot.nWidth, entry) < 0)
+            lpProblems->note(lpNode->getTag(), QStringLiteral("mess"), entry.qsMess, entry.qsMess,
+                             QStringLiteral("no page offers this value in %1 bytes (field %2)")
+                                 .arg(slot.nWidth).arg(slot.nField), slot.lpCombo);
+        choose(slot, entry);
     }
 }
 
