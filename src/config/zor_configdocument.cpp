@@ -163,6 +163,60 @@ std::unique_ptr<CSerialize> ZOR_ConfigDocument::writeFresh()
     return fresh;
 }
 
+bool ZOR_ConfigDocument::restore(const QByteArray& bytes)
+{
+    auto doc = std::make_unique<CSerialize>();
+    if (!doc->openData(bytes)) {
+        m_qsError = doc->errorString();
+        return false;
+    }
+    LoadingScope loading(m_nLoading);
+    attach(std::move(doc), m_qsFileName);
+    readForms();
+    return true;
+}
+
+QVector<ZOR_ConfigProblems::Read> ZOR_ConfigDocument::settingWidgets()
+{
+    CSerialize shown;
+    if (!shown.openData(render()))
+        return {};
+    ZOR_ConfigProblems reads;
+    {
+        LoadingScope loading(m_nLoading);
+        ZOR_ConfigProblems::Recording recording(&reads);
+        CXMLWorkData root(&shown, shown.topNode(QString::fromLatin1(qsRootName), true));
+        for (int pass = 0; pass < 2; ++pass)
+            for (int i = 0; i < m_forms.size(); ++i)
+                if (m_pages[i].bLoadLast == (pass == 1))
+                    m_forms[i]->readFormParam(&root);
+    }
+    return reads.reads();
+}
+
+QByteArray ZOR_ConfigDocument::renderDefaults()
+{
+    const QByteArray current = render();
+    QByteArray defaults;
+    {
+        LoadingScope loading(m_nLoading);
+        for (ZOR_Form_Config* lpForm : m_forms)
+            lpForm->setDefaultParam();
+        writeFresh()->renderChecked(defaults);
+    }
+    restore(current);
+    return defaults;
+}
+
+int ZOR_ConfigDocument::pageOf(const QWidget* lpWidget) const
+{
+    for (const QWidget* w = lpWidget; w; w = w->parentWidget())
+        for (int i = 0; i < m_forms.size(); ++i)
+            if (m_forms[i] == w)
+                return i;
+    return -1;
+}
+
 void ZOR_ConfigDocument::checkLoaded(bool bEmpty)
 {
     const auto fresh = writeFresh();

@@ -72,6 +72,17 @@ public:
     const QVector<ZOR_ConfigProblems::Problem>& problems() const { return m_problems.list(); }
     // Every form written into a new document, the rest of this one left out.
     std::unique_ptr<CSerialize> writeFresh();
+    // Puts back a state render() gave (undo, redo): the forms read it, the
+    // file name stays. False when the bytes do not parse.
+    bool restore(const QByteArray& bytes);
+    // Every value a binding row shows, in page order: its node, attribute
+    // and widget. Found by reading what render() gives back into the forms.
+    QVector<ZOR_ConfigProblems::Read> settingWidgets();
+    // The bytes of every form's defaults; the forms show what they showed.
+    QByteArray renderDefaults();
+    // The page (index in the page list) a widget of some form is on; -1 when none.
+    int pageOf(const QWidget* lpWidget) const;
+    const QVector<ZOR_ConfigPage>& pages() const { return m_pages; }
     // Writes every form into the document and saves it to qsFileName (the
     // current file when empty). False when the save failed: the file on disk
     // is as it was.

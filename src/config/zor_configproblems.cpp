@@ -86,6 +86,15 @@ void ZOR_ConfigProblems::clear()
     m_notes.clear();
     m_own.clear();
     m_list.clear();
+    m_reads.clear();
+}
+
+QString ZOR_ConfigProblems::pathOf(const CXmlTagV2* lpTag)
+{
+    QString qsPath;
+    for (const CXmlTagV2* t = lpTag; t; t = t->parent())
+        qsPath = qsPath.isEmpty() ? t->name() : t->name() + QLatin1Char('/') + qsPath;
+    return qsPath;
 }
 
 QString ZOR_ConfigProblems::reason(const ZOR_FormBinding::Row& row, const QString& qsValue)
@@ -130,6 +139,7 @@ void ZOR_ConfigProblems::noteRow(const CXmlTagV2* lpTag, const QByteArray& attr,
 {
     const Key key(lpTag, QString::fromLatin1(attr));
     m_read.insert(key, row.lpWidget);
+    m_reads.append(Read{pathOf(lpTag), key.second, row.lpWidget});
     if (qsValue.isEmpty())
         return;
     const QString qsKept = ZOR_FormBinding::storedValue(row);
@@ -184,10 +194,7 @@ void ZOR_ConfigProblems::compare(const CXmlTagV2* lpFile, const CXmlTagV2* lpWri
     // sorted into place below.
     for (const Key& key : qAsConst(m_own)) {
         const Note note = m_notes.value(key);
-        QString qsPath;
-        for (const CXmlTagV2* t = key.first; t; t = t->parent())
-            qsPath = qsPath.isEmpty() ? t->name() : t->name() + QLatin1Char('/') + qsPath;
-        add(key.first, qsPath, key.second, note.qsValue, note.qsKept, note.qsReason);
+        add(key.first, pathOf(key.first), key.second, note.qsValue, note.qsKept, note.qsReason);
     }
     const auto byLine = [](const Problem& a, const Problem& b) { return a.nLine < b.nLine; };
     if (!std::is_sorted(m_list.begin(), m_list.end(), byLine))

@@ -48,6 +48,14 @@ public:
         QString text(const QString& qsFile) const;
     };
 
+    // A value a binding row read, in reading order: where it lives and
+    // which widget shows it.
+    struct Read {
+        QString qsNode;
+        QString qsAttr;
+        QPointer<QWidget> lpWidget;
+    };
+
     // Makes problems the sink the forms report into for its lifetime.
     class Recording
     {
@@ -77,6 +85,9 @@ public:
     // element) against the tree the forms wrote (lpWritten).
     void compare(const CXmlTagV2* lpFile, const CXmlTagV2* lpWritten, const QString& qsRootName);
     const QVector<Problem>& list() const { return m_list; }
+    const QVector<Read>& reads() const { return m_reads; }
+    // The path of a tag as problems and reads name it: "CONFIG/RS232".
+    static QString pathOf(const CXmlTagV2* lpTag);
     void clear();
 
     // Why a row holds something else than qsValue, in words.
@@ -99,6 +110,7 @@ private:
     QHash<Key, Note> m_notes;
     QVector<Key> m_own;  // notes whose value was kept: listed as they are
     QVector<Problem> m_list;
+    QVector<Read> m_reads;
 };
 
 #endif
