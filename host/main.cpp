@@ -45,6 +45,8 @@ struct Options {
                                         QStringLiteral("file")};
     QCommandLineOption telemetry{QStringLiteral("telemetry"), QStringLiteral("Open a telemetry archive in the telemetry window."),
                                  QStringLiteral("archive")};
+    QCommandLineOption config{QStringLiteral("config"), QStringLiteral("Open a configuration in the configuration window."),
+                              QStringLiteral("file")};
     QCommandLineOption screenshotTelemetry{QStringLiteral("screenshot-telemetry"),
                                            QStringLiteral("Save a picture of the telemetry window (with --telemetry)."),
                                            QStringLiteral("file")};
@@ -54,7 +56,7 @@ struct Options {
         parser.setApplicationDescription(QStringLiteral("Reference host of the ZOR_Commands module."));
         parser.addHelpOption();
         parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig, telemetry,
-                           screenshotTelemetry});
+                           screenshotTelemetry, config});
     }
 };
 
@@ -106,6 +108,8 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(options.telemetry))
         window.openTelemetryWindow()->openFile(parser.value(options.telemetry));
+    if (parser.isSet(options.config))
+        window.openConfigWindow()->openFile(parser.value(options.config));
     if (!bScripted)
         return app.exec();
     if (parser.isSet(options.screenshotTelemetry))
