@@ -25,6 +25,7 @@
 #include <QScrollArea>
 #include <QSettings>
 #include <QStyle>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTimer>
 #include <QTranslator>
@@ -227,7 +228,11 @@ void ZOR_ConfigWindow::connectActions()
     connect(ui->treeWidget_Changes, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* lpItem) {
         goToWidget(m_widgets.value(lpItem->data(0, Qt::UserRole).toString()));
     });
-    connect(ui->comboBox_Against, QOverload<int>::of(&QComboBox::activated), this, [this] { refreshChanges(); });
+    connect(ui->comboBox_Against, QOverload<int>::of(&QComboBox::activated), this, [this](int nIndex) {
+        if (nIndex < 2)
+            settings().setValue(QStringLiteral("config/against"), nIndex);
+        refreshChanges();
+    });
 }
 
 void ZOR_ConfigWindow::retranslate()
@@ -286,9 +291,12 @@ void ZOR_ConfigWindow::translatePanes()
     ui->comboBox_Against->addItem(text("cfgwin_111"));
     for (auto it = m_compared.constBegin(); it != m_compared.constEnd(); ++it)
         ui->comboBox_Against->addItem(text("cfgwin_119").arg(QFileInfo(it.key()).fileName()), it.key());
-    ui->comboBox_Against->setCurrentIndex(qMin(nAgainst, ui->comboBox_Against->count() - 1));
-    ui->tabWidget_Panes->setTabText(0, text("cfgwin_105").arg(ui->treeWidget_Problems->topLevelItemCount()));
-    ui->tabWidget_Panes->setTabText(1, text("cfgwin_106").arg(ui->treeWidget_Changes->topLevelItemCount()));
+    const int nChosen = ui->comboBox_Against->property("zorChosen").isValid()
+                            ? nAgainst : settings().value(QStringLiteral("config/against"), 0).toInt();
+    ui->comboBox_Against->setProperty("zorChosen", true);
+    ui->comboBox_Against->setCurrentIndex(qBound(0, nChosen, ui->comboBox_Against->count() - 1));
+    ui->groupBox_Problems->setTitle(text("cfgwin_105").arg(ui->treeWidget_Problems->topLevelItemCount()));
+    ui->groupBox_Changes->setTitle(text("cfgwin_106").arg(ui->treeWidget_Changes->topLevelItemCount()));
 }
 
 void ZOR_ConfigWindow::changeEvent(QEvent* event)
@@ -488,8 +496,6 @@ void ZOR_ConfigWindow::fillProblems()
         ui->treeWidget_Problems->resizeColumnToContents(c);
         ui->treeWidget_Problems->setColumnWidth(c, qMin(ui->treeWidget_Problems->columnWidth(c), 320));
     }
-    if (!items.isEmpty())
-        ui->tabWidget_Panes->setCurrentWidget(ui->tab_Problems);
     translatePanes();
 }
 
@@ -538,16 +544,29 @@ void ZOR_ConfigWindow::refreshChanges()
         ui->treeWidget_Changes->setColumnWidth(c, qMin(ui->treeWidget_Changes->columnWidth(c), 420));
     }
     markChanged(changed);
-    ui->tabWidget_Panes->setTabText(1, text("cfgwin_106").arg(items.size()));
+    ui->groupBox_Changes->setTitle(text("cfgwin_106").arg(items.size()));
 }
+
+namespace {
+
+// A widget's own style, kept while the window marks it.
+QString ownStyle(QWidget* lpWidget)
+{
+    const QVariant own = lpWidget->property("zorOwnStyle");
+    if (!own.isValid())
+        lpWidget->setProperty("zorOwnStyle", lpWidget->styleSheet());
+    return lpWidget->property("zorOwnStyle").toString();
+}
+
+} // namespace
 
 void ZOR_ConfigWindow::markChanged(const QSet<QWidget*>& widgets)
 {
     for (QWidget* lpWidget : qAsConst(m_marked))
         if (!widgets.contains(lpWidget))
-            lpWidget->setStyleSheet(QString());
+            lpWidget->setStyleSheet(ownStyle(lpWidget));
     for (QWidget* lpWidget : widgets)
-        lpWidget->setStyleSheet(QLatin1String(kMarkStyle));
+        lpWidget->setStyleSheet(ownStyle(lpWidget) + QLatin1String(kMarkStyle));
     m_marked = widgets;
 }
 
@@ -562,7 +581,6 @@ bool ZOR_ConfigWindow::compareWith(const QString& qsFileName)
     m_compared.insert(qsFileName, bytes);
     translatePanes();
     ui->comboBox_Against->setCurrentIndex(ui->comboBox_Against->findData(qsFileName));
-    ui->tabWidget_Panes->setCurrentWidget(ui->tab_Changes);
     refreshChanges();
     return true;
 }
@@ -588,11 +606,11 @@ void ZOR_ConfigWindow::goToWidget(QWidget* lpWidget)
         if (auto* lpArea = qobject_cast<QScrollArea*>(w))
             lpArea->ensureWidgetVisible(lpWidget);
     lpWidget->setFocus(Qt::OtherFocusReason);
-    lpWidget->setStyleSheet(QLatin1String(kFoundStyle));
+    lpWidget->setStyleSheet(ownStyle(lpWidget) + QLatin1String(kFoundStyle));
     QPointer<QWidget> guard(lpWidget);
     QTimer::singleShot(1500, this, [this, guard] {
         if (guard)
-            guard->setStyleSheet(m_marked.contains(guard) ? QLatin1String(kMarkStyle) : QString());
+            guard->setStyleSheet(ownStyle(guard) + (m_marked.contains(guard) ? QLatin1String(kMarkStyle) : QString()));
     });
 }
 
@@ -706,7 +724,8 @@ void ZOR_ConfigWindow::restoreLayout()
     if (!ui->splitter->restoreState(s.value(QStringLiteral("config/splitter")).toByteArray()))
         ui->splitter->setSizes({ui->widget_Left->minimumWidth(), width() - ui->widget_Left->minimumWidth()});
     if (!ui->splitter_Main->restoreState(s.value(QStringLiteral("config/splitterPanes")).toByteArray()))
-        ui->splitter_Main->setSizes({height() * 3 / 4, height() / 4});
+        ui->splitter_Main->setSizes({height() * 7 / 10, height() * 3 / 10});
+    ui->splitter_Panes->restoreState(s.value(QStringLiteral("config/splitterProblems")).toByteArray());
 }
 
 void ZOR_ConfigWindow::saveLayout()
@@ -715,6 +734,7 @@ void ZOR_ConfigWindow::saveLayout()
     s.setValue(QStringLiteral("config/geometry"), saveGeometry());
     s.setValue(QStringLiteral("config/splitter"), ui->splitter->saveState());
     s.setValue(QStringLiteral("config/splitterPanes"), ui->splitter_Main->saveState());
+    s.setValue(QStringLiteral("config/splitterProblems"), ui->splitter_Panes->saveState());
 }
 
 void ZOR_ConfigWindow::closeEvent(QCloseEvent* event)
