@@ -45,8 +45,8 @@ struct Options {
                                         QStringLiteral("file")};
     QCommandLineOption telemetry{QStringLiteral("telemetry"), QStringLiteral("Open a telemetry archive in the telemetry window."),
                                  QStringLiteral("archive")};
-    QCommandLineOption config{QStringLiteral("config"), QStringLiteral("Open a configuration in the configuration window."),
-                              QStringLiteral("file")};
+    QCommandLineOption config{QStringLiteral("config"),
+                              QStringLiteral("Open a configuration in the configuration window."), QStringLiteral("file")};
     QCommandLineOption screenshotTelemetry{QStringLiteral("screenshot-telemetry"),
                                            QStringLiteral("Save a picture of the telemetry window (with --telemetry)."),
                                            QStringLiteral("file")};

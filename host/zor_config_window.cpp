@@ -484,7 +484,8 @@ void ZOR_ConfigWindow::fillProblems()
     ui->treeWidget_Problems->clear();
     QList<QTreeWidgetItem*> items;
     for (const ZOR_ConfigProblems::Problem& problem : m_lpDoc->problems()) {
-        const QString qsSetting = problem.qsAttr.isEmpty() ? problem.qsNode : problem.qsNode + QLatin1Char('/') + problem.qsAttr;
+        const QString qsSetting =
+            problem.qsAttr.isEmpty() ? problem.qsNode : problem.qsNode + QLatin1Char('/') + problem.qsAttr;
         auto* lpItem = new QTreeWidgetItem({QString::number(problem.nLine), qsSetting, problem.qsValue, problem.qsKept,
                                             problem.qsReason});
         lpItem->setData(0, Qt::UserRole, QVariant::fromValue(problem.lpWidget));
@@ -631,7 +632,8 @@ bool ZOR_ConfigWindow::findNext(const QString& qsText)
             continue;
         m_nFound = i;
         goToWidget(lpWidget);
-        ui->statusbar->showMessage(QStringLiteral("%1 — %2").arg(ZOR_ConfigSheet::captionOf(lpWidget), m_order[i]), 5000);
+        ui->statusbar->showMessage(
+            QStringLiteral("%1 — %2").arg(ZOR_ConfigSheet::captionOf(lpWidget), m_order[i]), 5000);
         return true;
     }
     ui->statusbar->showMessage(text("cfgwin_120").arg(qsWanted), 5000);

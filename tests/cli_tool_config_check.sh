@@ -20,8 +20,10 @@ for profile in "" "--sims 2" "--can-variant bt --ble-slots 4" "--sims 2 --can-va
     rc=$?
     [ $rc -eq 0 ] && [ -z "$out" ] || fail "new $profile is not clean (exit $rc): $out"
 done
-"$TOOL" config check "$DATA/config/srvalg_defaults_one_sim.xml" > "$WORK/out.txt" || fail "srvalg one SIM: $(cat "$WORK/out.txt")"
-"$TOOL" config check "$DATA/config/srvalg_two_sims.xml" --sims 2 > "$WORK/out.txt" || fail "srvalg two SIMs: $(cat "$WORK/out.txt")"
+"$TOOL" config check "$DATA/config/srvalg_defaults_one_sim.xml" > "$WORK/out.txt" \
+    || fail "srvalg one SIM: $(cat "$WORK/out.txt")"
+"$TOOL" config check "$DATA/config/srvalg_two_sims.xml" --sims 2 > "$WORK/out.txt" \
+    || fail "srvalg two SIMs: $(cat "$WORK/out.txt")"
 
 # Planted faults. The rules: the ping period is 15..3600 seconds, flags are
 # 0 or 1, the parity codes are None, Even and Odd, a record holds at most 512
@@ -47,7 +49,9 @@ cp "$WORK/plant.xml" "$WORK/before.xml"
 "$TOOL" config check "$WORK/plant.xml" > "$WORK/out.txt"
 [ $? -eq 1 ] || fail "planted faults must exit 1"
 F="$WORK/plant.xml"
-sed -n 1p "$WORK/out.txt" | grep -q "^$F:4: CONFIG/PROTOCOL/KITE/mask: \"1\{255\}\" -> \"[01]\{255\}\": the record takes [0-9]* bytes, over the terminal's limit of 512$" \
+MASK_LINE="^$F:4: CONFIG/PROTOCOL/KITE/mask: \"1\{255\}\" -> \"[01]\{255\}\": "
+MASK_LINE+="the record takes [0-9]* bytes, over the terminal's limit of 512$"
+sed -n 1p "$WORK/out.txt" | grep -q "$MASK_LINE" \
     || fail "record over 512 bytes: $(sed -n 1p "$WORK/out.txt" | cut -c1-120)"
 sed 1d "$WORK/out.txt" > "$WORK/rest.txt"
 cat > "$WORK/expected.txt" <<TXT

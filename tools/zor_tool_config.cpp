@@ -145,7 +145,8 @@ int toolConfig(const QStringList& args)
     parser.setApplicationDescription(QString::fromLatin1(kHelp));
     parser.addPositionalArgument(QStringLiteral("action"), QStringLiteral("new, normalize, diff, check or sheet"));
     parser.addOption({{QStringLiteral("o"), QStringLiteral("output")}, QStringLiteral("File to write."), QStringLiteral("file")});
-    parser.addOption({QStringLiteral("format"), QStringLiteral("Sheet format: pdf, html or txt."), QStringLiteral("f")});
+    parser.addOption({QStringLiteral("format"), QStringLiteral("Sheet format: pdf, html or txt."),
+                      QStringLiteral("f")});
     parser.addOption({QStringLiteral("sims"), QStringLiteral("SIM cards of the terminal: 1 or 2."), QStringLiteral("n")});
     parser.addOption({QStringLiteral("can-variant"), QStringLiteral("CAN variant: ext or bt."), QStringLiteral("v")});
     parser.addOption({QStringLiteral("ble-slots"), QStringLiteral("Bluetooth LE sensor slots."), QStringLiteral("n")});
@@ -192,7 +193,8 @@ int toolConfig(const QStringList& args)
             return ZorTool::fail(1, QStringLiteral("%1: not loaded (%2)").arg(pos.at(1), doc.errorString()));
         return saveDocument(doc, output.isEmpty() ? pos.at(1) : output);
     }
-    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize, diff, check or sheet)").arg(action));
+    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize, diff, check or sheet)")
+                                .arg(action));
 }
 
 int toolConfigMain(int argc, char** argv)

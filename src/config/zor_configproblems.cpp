@@ -115,8 +115,9 @@ QString ZOR_ConfigProblems::reason(const ZOR_FormBinding::Row& row, const QStrin
         return QStringLiteral("unknown code (known: 0..%1)").arg(nCount - 1);
     }
     case ZOR_FormBinding::Hex:
-        return isHex(qsValue.trimmed(), 8) ? QStringLiteral("written as %1-digit lower-case hexadecimal").arg(row.nDigits)
-                                           : QStringLiteral("not hexadecimal");
+        if (!isHex(qsValue.trimmed(), 8))
+            return QStringLiteral("not hexadecimal");
+        return QStringLiteral("written as %1-digit lower-case hexadecimal").arg(row.nDigits);
     case ZOR_FormBinding::HexUpper:
         return isHex(qsValue.trimmed(), 0) ? QStringLiteral("not %1 hexadecimal digits").arg(row.nDigits)
                                            : QStringLiteral("not hexadecimal");

@@ -175,7 +175,8 @@ QString ZOR_ConfigSheet::toHtml() const
                  .arg(row.qsPage.toHtmlEscaped(), row.qsCaption.toHtmlEscaped(),
                       row.bChanged ? QStringLiteral("<b>%1 *</b>").arg(qsValue) : qsValue);
     }
-    return s + QStringLiteral("</table><p>%1</p></body></html>").arg(zorTr(QStringLiteral("cfgwin_123")).toHtmlEscaped());
+    const QString qsNote = zorTr(QStringLiteral("cfgwin_123")).toHtmlEscaped();
+    return s + QStringLiteral("</table><p>%1</p></body></html>").arg(qsNote);
 }
 
 void ZOR_ConfigSheet::print(QPrinter* lpPrinter) const
