@@ -486,16 +486,17 @@ void ZOR_ConfigWindow::fillProblems()
     for (const ZOR_ConfigProblems::Problem& problem : m_lpDoc->problems()) {
         const QString qsSetting =
             problem.qsAttr.isEmpty() ? problem.qsNode : problem.qsNode + QLatin1Char('/') + problem.qsAttr;
-        auto* lpItem = new QTreeWidgetItem({QString::number(problem.nLine), qsSetting, problem.qsValue, problem.qsKept,
-                                            problem.qsReason});
+        auto* lpItem = new QTreeWidgetItem({QString::number(problem.nLine), qsSetting, problem.qsReason,
+                                            problem.qsValue, problem.qsKept});
         lpItem->setData(0, Qt::UserRole, QVariant::fromValue(problem.lpWidget));
-        lpItem->setToolTip(4, problem.qsReason);
+        for (int c = 1; c < 5; ++c)
+            lpItem->setToolTip(c, lpItem->text(c));
         items.append(lpItem);
     }
     ui->treeWidget_Problems->addTopLevelItems(items);
     for (int c = 0; c < 4; ++c) {
         ui->treeWidget_Problems->resizeColumnToContents(c);
-        ui->treeWidget_Problems->setColumnWidth(c, qMin(ui->treeWidget_Problems->columnWidth(c), 320));
+        ui->treeWidget_Problems->setColumnWidth(c, qMin(ui->treeWidget_Problems->columnWidth(c), c == 2 ? 320 : 200));
     }
     translatePanes();
 }
@@ -542,7 +543,7 @@ void ZOR_ConfigWindow::refreshChanges()
     ui->treeWidget_Changes->addTopLevelItems(items);
     for (int c = 0; c < 2; ++c) {
         ui->treeWidget_Changes->resizeColumnToContents(c);
-        ui->treeWidget_Changes->setColumnWidth(c, qMin(ui->treeWidget_Changes->columnWidth(c), 420));
+        ui->treeWidget_Changes->setColumnWidth(c, qMin(ui->treeWidget_Changes->columnWidth(c), 240));
     }
     markChanged(changed);
     ui->groupBox_Changes->setTitle(text("cfgwin_106").arg(items.size()));
