@@ -729,6 +729,8 @@ void ZOR_ConfigWindow::restoreLayout()
     if (!ui->splitter_Main->restoreState(s.value(QStringLiteral("config/splitterPanes")).toByteArray()))
         ui->splitter_Main->setSizes({height() * 7 / 10, height() * 3 / 10});
     ui->splitter_Panes->restoreState(s.value(QStringLiteral("config/splitterProblems")).toByteArray());
+    ui->listWidget_Pages->setCurrentRow(qBound(0, s.value(QStringLiteral("config/page"), 0).toInt(),
+                                               ui->listWidget_Pages->count() - 1));
 }
 
 void ZOR_ConfigWindow::saveLayout()
@@ -738,6 +740,7 @@ void ZOR_ConfigWindow::saveLayout()
     s.setValue(QStringLiteral("config/splitter"), ui->splitter->saveState());
     s.setValue(QStringLiteral("config/splitterPanes"), ui->splitter_Main->saveState());
     s.setValue(QStringLiteral("config/splitterProblems"), ui->splitter_Panes->saveState());
+    s.setValue(QStringLiteral("config/page"), ui->listWidget_Pages->currentRow());
 }
 
 void ZOR_ConfigWindow::closeEvent(QCloseEvent* event)
