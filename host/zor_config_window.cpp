@@ -398,7 +398,6 @@ bool ZOR_ConfigWindow::openFile(const QString& qsFileName)
             QMessageBox::warning(this, text("cfgwin_015"), m_lpDoc->errorString());
             return false;
         }
-        QString qsError;
         CSerialize foreign;
         foreign.openFile(qsFileName);
         const QString qsRoot = foreign.root() ? foreign.root()->name() : QString();
