@@ -87,4 +87,14 @@ grep -q "line 1, column" "$WORK/err.txt" || fail "broken document: no reason ($(
 [ $? -eq 2 ] || fail "missing file must exit 2"
 [ ! -e "$WORK/missing.xml" ] || fail "check created a missing file"
 
+# The settings sheet of the same file: each value as its page shows it, the
+# ones that differ from the defaults marked.
+"$TOOL" config sheet "$WORK/plant.xml" -o "$WORK/sheet.txt" || fail "sheet: exit $?"
+grep -q '^  \* .*: 3600 ' "$WORK/sheet.txt" || fail "sheet: the clamped ping period, marked"
+grep -q '^  \* .*: 19200$' "$WORK/sheet.txt" && fail "sheet: a speed the file does not set"
+"$TOOL" config sheet "$WORK/plant.xml" -o "$WORK/sheet.pdf" || fail "sheet as PDF: exit $?"
+[ "$(head -c 4 "$WORK/sheet.pdf")" = "%PDF" ] || fail "sheet as PDF: not a PDF"
+"$TOOL" config sheet "$WORK/plant.xml" -o "$WORK/sheet.doc" --format doc 2>/dev/null
+[ $? -eq 2 ] || fail "sheet --format doc must exit 2"
+
 finish
