@@ -28,7 +28,8 @@ done
 # Planted faults. The rules: the ping period is 15..3600 seconds, flags are
 # 0 or 1, the parity codes are None, Even and Odd, a record holds at most 512
 # bytes (every field selected is far more), user parameters must be offered
-# by a page in their width, and nodes or attributes no form reads are named.
+# by a page in their slot's width (a 4-byte type does not fit a 2-byte
+# slot), and nodes or attributes no form reads are named.
 ONES=$(printf '1%.0s' $(seq 255))
 cat > "$WORK/plant.xml" <<XML
 $DECL
@@ -37,6 +38,7 @@ $DECL
         <KITE format="30" mask="$ONES" />
         <USERPARAMS>
             <FIELD207 prefix="XX" mess="nothing" suffix="" />
+            <FIELD223 prefix="MB" mess="MB1" suffix="4u" />
         </USERPARAMS>
     </PROTOCOL>
     <RULES pingTimer="99999" telAddPing="2" noPriorMsg="1" grpTimer="12abc" />
@@ -56,12 +58,13 @@ sed -n 1p "$WORK/out.txt" | grep -q "$MASK_LINE" \
 sed 1d "$WORK/out.txt" > "$WORK/rest.txt"
 cat > "$WORK/expected.txt" <<TXT
 $F:6: CONFIG/PROTOCOL/USERPARAMS/FIELD207/mess: "nothing" -> "nothing": no page offers this value in 1 bytes (field 207)
-$F:9: CONFIG/RULES/pingTimer: "99999" -> "3600": out of range 15..3600
-$F:9: CONFIG/RULES/telAddPing: "2" -> "1": not 0 or 1
-$F:9: CONFIG/RULES/grpTimer: "12abc" -> "12": not a whole number
-$F:11: CONFIG/RS232/parity: "Weird" -> "None": unknown code (known: None, Even, Odd)
-$F:11: CONFIG/RS232/bogus: "x" -> "": no form reads this attribute
-$F:12: CONFIG/JUNK: no form reads this node
+$F:7: CONFIG/PROTOCOL/USERPARAMS/FIELD223: a value of 4 bytes does not fit the 2-byte slot of field 223
+$F:10: CONFIG/RULES/pingTimer: "99999" -> "3600": out of range 15..3600
+$F:10: CONFIG/RULES/telAddPing: "2" -> "1": not 0 or 1
+$F:10: CONFIG/RULES/grpTimer: "12abc" -> "12": not a whole number
+$F:12: CONFIG/RS232/parity: "Weird" -> "None": unknown code (known: None, Even, Odd)
+$F:12: CONFIG/RS232/bogus: "x" -> "": no form reads this attribute
+$F:13: CONFIG/JUNK: no form reads this node
 TXT
 diff "$WORK/expected.txt" "$WORK/rest.txt" > "$WORK/diff.txt" || fail "planted faults: $(cat "$WORK/diff.txt")"
 cmp -s "$WORK/plant.xml" "$WORK/before.xml" || fail "check wrote the file"

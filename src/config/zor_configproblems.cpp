@@ -152,7 +152,7 @@ void ZOR_ConfigProblems::note(const CXmlTagV2* lpTag, const QString& qsAttr, con
                               const QString& qsKept, const QString& qsReason, QWidget* lpWidget)
 {
     const Key key(lpTag, qsAttr);
-    if (!m_notes.contains(key) && qsKept == qsValue)
+    if (!qsAttr.isEmpty() && !m_notes.contains(key) && qsKept == qsValue)
         m_own.append(key);
     m_notes.insert(key, Note{qsValue, qsKept, qsReason, lpWidget});
     if (lpWidget)
@@ -250,6 +250,8 @@ void ZOR_ConfigProblems::compareNode(const CXmlTagV2* lpFile, const CXmlTagV2* l
         if (it != written.constEnd() && nRank <= it->size())
             compareNode(lpChild, it->at(nRank - 1), qsChild);
         else
-            add(lpChild, qsChild, QString(), QString(), QString(), QStringLiteral("no form reads this node"));
+            add(lpChild, qsChild, QString(), QString(), QString(),
+                m_notes.value(Key(lpChild, QString())).qsReason.isEmpty()
+                    ? QStringLiteral("no form reads this node") : m_notes.value(Key(lpChild, QString())).qsReason);
     }
 }

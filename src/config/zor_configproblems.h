@@ -77,7 +77,8 @@ public:
     // A binding row read qsValue (null: absent) from attribute attr of tag.
     void noteRow(const CXmlTagV2* lpTag, const QByteArray& attr, const ZOR_FormBinding::Row& row,
                  const QString& qsValue);
-    // A form's own finding about a value it read.
+    // A form's own finding about a value it read; with an empty qsAttr, about
+    // a whole node it does not take (the reason replaces "no form reads").
     void note(const CXmlTagV2* lpTag, const QString& qsAttr, const QString& qsValue, const QString& qsKept,
               const QString& qsReason, QWidget* lpWidget = nullptr);
 

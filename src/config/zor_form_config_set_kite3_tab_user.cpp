@@ -378,16 +378,34 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         const auto lpNode = ZOR_SettingsNode::openForRead(lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
         if (!lpNode)
             continue;
+        // The mask decides which fields are present: a choice saved for a
+        // field the mask leaves out is not taken.
+        ZOR_ConfigProblems* lpProblems = ZOR_ConfigProblems::active();
+        if (!boxOf(slot.nField)->isChecked()) {
+            if (lpProblems)
+                lpProblems->note(lpNode->getTag(), QString(), QString(), QString(),
+                                 QStringLiteral("field %1 is not in the mask: the choice is dropped").arg(slot.nField));
+            continue;
+        }
         ZOR_UserParamEntry entry;
         lpNode->readString("prefix", QString(), entry.qsPrefix);
         lpNode->readString("mess", QString(), entry.qsMess);
         lpNode->readString("suffix", QString(), entry.qsSuffix);
+        // A value of another width would not fit the slot's field.
+        const int nWidth = ZOR_DataTypes::sizeOf(entry.qsSuffix);
+        if (nWidth != 0 && nWidth != slot.nWidth) {
+            if (lpProblems)
+                lpProblems->note(lpNode->getTag(), QString(), QString(), QString(),
+                                 QStringLiteral("a value of %1 bytes does not fit the %2-byte slot of field %3")
+                                     .arg(nWidth).arg(slot.nWidth).arg(slot.nField));
+            continue;
+        }
         entry.qsSuffix = shownSuffix(entry.qsPrefix, entry.qsSuffix);
         if (isNone(entry))
             continue;
         // The pages have published everything by now: a value no page
         // offers in this width does not fit the slot.
-        if (ZOR_ConfigProblems* lpProblems = ZOR_ConfigProblems::active(); lpProblems && rowOf(slot.nWidth, entry) < 0)
+        if (lpProblems && rowOf(slot.nWidth, entry) < 0)
             lpProblems->note(lpNode->getTag(), QStringLiteral("mess"), entry.qsMess, entry.qsMess,
                              QStringLiteral("no page offers this value in %1 bytes (field %2)")
                                  .arg(slot.nWidth).arg(slot.nField), slot.lpCombo);
