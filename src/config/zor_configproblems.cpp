@@ -148,6 +148,12 @@ void ZOR_ConfigProblems::noteRow(const CXmlTagV2* lpTag, const QByteArray& attr,
         m_notes.insert(key, Note{qsValue, qsKept, reason(row, qsValue), row.lpWidget});
 }
 
+void ZOR_ConfigProblems::noteRead(const CXmlTagV2* lpTag, const QString& qsAttr, QWidget* lpWidget)
+{
+    m_read.insert(Key(lpTag, qsAttr), lpWidget);
+    m_reads.append(Read{pathOf(lpTag), qsAttr, lpWidget});
+}
+
 void ZOR_ConfigProblems::note(const CXmlTagV2* lpTag, const QString& qsAttr, const QString& qsValue,
                               const QString& qsKept, const QString& qsReason, QWidget* lpWidget)
 {

@@ -77,6 +77,8 @@ public:
     // A binding row read qsValue (null: absent) from attribute attr of tag.
     void noteRow(const CXmlTagV2* lpTag, const QByteArray& attr, const ZOR_FormBinding::Row& row,
                  const QString& qsValue);
+    // A value a form read itself (not through a binding row) into lpWidget.
+    void noteRead(const CXmlTagV2* lpTag, const QString& qsAttr, QWidget* lpWidget);
     // A form's own finding about a value it read; with an empty qsAttr, about
     // a whole node it does not take (the reason replaces "no form reads").
     void note(const CXmlTagV2* lpTag, const QString& qsAttr, const QString& qsValue, const QString& qsKept,

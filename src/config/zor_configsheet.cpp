@@ -48,30 +48,45 @@ QString plain(QString s)
     return s.trimmed();
 }
 
+// The grid, at any depth of lpLayout, that holds the widget.
+QGridLayout* gridOf(QLayout* lpLayout, QWidget* lpWidget)
+{
+    if (!lpLayout)
+        return nullptr;
+    auto* lpGrid = qobject_cast<QGridLayout*>(lpLayout);
+    if (lpGrid && lpGrid->indexOf(lpWidget) >= 0)
+        return lpGrid;
+    for (int i = 0; i < lpLayout->count(); ++i)
+        if (QGridLayout* lpFound = gridOf(lpLayout->itemAt(i)->layout(), lpWidget))
+            return lpFound;
+    return nullptr;
+}
+
 // The label in the cell to the left of the widget in a grid, if any.
 QString gridLabel(const QWidget* lpWidget)
 {
     const QWidget* lpParent = lpWidget->parentWidget();
-    auto* lpGrid = lpParent ? qobject_cast<QGridLayout*>(lpParent->layout()) : nullptr;
+    QGridLayout* lpGrid = lpParent ? gridOf(lpParent->layout(), const_cast<QWidget*>(lpWidget)) : nullptr;
     const int i = lpGrid ? lpGrid->indexOf(const_cast<QWidget*>(lpWidget)) : -1;
     if (i < 0)
         return QString();
     int nRow = 0, nCol = 0, nRowSpan = 0, nColSpan = 0;
     lpGrid->getItemPosition(i, &nRow, &nCol, &nRowSpan, &nColSpan);
+    // A row of a table: the column's header above and the row's caption at
+    // its start ("Код оператора 3").
+    QLayoutItem* lpHead = nRow > 0 ? lpGrid->itemAtPosition(0, nCol) : nullptr;
+    auto* lpHeadLabel = lpHead ? qobject_cast<QLabel*>(lpHead->widget()) : nullptr;
+    const QString qsHead = lpHeadLabel ? plain(lpHeadLabel->text()) : QString();
     for (int c = nCol - 1; c >= 0; --c) {
         QLayoutItem* lpItem = lpGrid->itemAtPosition(nRow, c);
-        if (auto* lpLabel = lpItem ? qobject_cast<QLabel*>(lpItem->widget()) : nullptr)
-            if (!lpLabel->text().isEmpty())
-                return lpLabel->text();
+        auto* lpLabel = lpItem ? qobject_cast<QLabel*>(lpItem->widget()) : nullptr;
+        if (!lpLabel || lpLabel->text().isEmpty())
+            continue;
+        if (c == 0 && !qsHead.isEmpty())
+            return qsHead + QLatin1Char(' ') + lpLabel->text();
+        return lpLabel->text();
     }
-    // A row of a table: the header above and the row caption at its start.
-    QLayoutItem* lpHead = nRow > 0 ? lpGrid->itemAtPosition(0, nCol) : nullptr;
-    QLayoutItem* lpFirst = lpGrid->itemAtPosition(nRow, 0);
-    auto* lpHeadLabel = lpHead ? qobject_cast<QLabel*>(lpHead->widget()) : nullptr;
-    auto* lpRowLabel = lpFirst ? qobject_cast<QLabel*>(lpFirst->widget()) : nullptr;
-    if (lpHeadLabel && !lpHeadLabel->text().isEmpty())
-        return (lpRowLabel ? lpRowLabel->text() + QStringLiteral(": ") : QString()) + lpHeadLabel->text();
-    return QString();
+    return qsHead;
 }
 
 QString groupTitle(const QWidget* lpWidget)
@@ -114,6 +129,8 @@ QString ZOR_ConfigSheet::shownValue(const QWidget* lpWidget)
         return zorTr(lpButton->isChecked() ? QStringLiteral("cfgwin_124") : QStringLiteral("cfgwin_125"));
     if (auto* lpEdit = qobject_cast<const QLineEdit*>(lpWidget))
         return lpEdit->text();
+    if (auto* lpLabel = qobject_cast<const QLabel*>(lpWidget))
+        return lpLabel->text();
     return QString();
 }
 
@@ -135,7 +152,7 @@ void ZOR_ConfigSheet::build(ZOR_ConfigDocument* lpDoc)
         row.qsPage = zorTr(QLatin1String(lpDoc->pages().at(nPage).lpCaptionKey));
         row.qsCaption = captionOf(read.lpWidget);
         if (row.qsCaption.isEmpty())
-            row.qsCaption = read.qsAttr;
+            row.qsCaption = read.qsNode.section(QLatin1Char('/'), -1) + QLatin1Char('/') + read.qsAttr;
         row.qsValue = shownValue(read.lpWidget);
         row.bChanged = defaults.value(qsKey) != current.value(qsKey);
         row.qsNode = read.qsNode;

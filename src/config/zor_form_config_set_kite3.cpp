@@ -242,8 +242,16 @@ void ZOR_Form_Config_Set_Kite3::readFormParam(CXMLWorkData* lpRoot)
         for (ZOR_Form_Config_Set_Kite3_Tab* lpTab : qAsConst(m_tabs))
             lpTab->readFormParam(lpProtocol.get());
     });
-    if (const auto lpKite = ZOR_SettingsNode::openForRead(lpProtocol.get(), QStringLiteral("KITE")))
-        noteMask(lpKite.get(), maskOf(lpKite.get()), getStrFormat(), getProtocol_CurSize(), this);
+    const auto lpKite = ZOR_SettingsNode::openForRead(lpProtocol.get(), QStringLiteral("KITE"));
+    ZOR_ConfigProblems* lpProblems = ZOR_ConfigProblems::active();
+    if (!lpKite || !lpProblems)
+        return;
+    // The version and the record size stand for the field set in a check,
+    // a search and the settings sheet.
+    ui->label_SizeCaption->setBuddy(ui->label_Size);
+    lpProblems->noteRead(lpKite->getTag(), QStringLiteral("format"), ui->comboBox_FlashFormat);
+    lpProblems->noteRead(lpKite->getTag(), QString::fromLatin1(kMaskAttr), ui->label_Size);
+    noteMask(lpKite.get(), maskOf(lpKite.get()), getStrFormat(), getProtocol_CurSize(), ui->label_Size);
 }
 
 void ZOR_Form_Config_Set_Kite3::writeFormParam(CXMLWorkData* lpRoot)
