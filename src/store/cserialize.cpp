@@ -338,6 +338,14 @@ void CSerialize::acceptDiskState()
     m_bDiskKnown = true;
 }
 
+void CSerialize::continueFrom(const CSerialize& previous)
+{
+    m_qsFileName = previous.m_qsFileName;
+    m_disk = previous.m_disk;
+    m_bDiskKnown = previous.m_bDiskKnown;
+    m_nDroppedMarkup = previous.m_nDroppedMarkup;
+}
+
 bool CSerialize::lockForUpdate(const QString& qsFileName, int msTimeout)
 {
     unlock();

@@ -68,6 +68,10 @@ public:
     // Lets the next save replace the file as it now is on disk (the user
     // chose to overwrite another program's change).
     void acceptDiskState();
+    // This document (read from memory) takes the place of previous: it
+    // keeps previous's file, what was known of it on disk and its count of
+    // dropped markup, so an undone edit is saved with the same checks.
+    void continueFrom(const CSerialize& previous);
     bool openData(const QByteArray& data);
     const QString& fileName() const { return m_qsFileName; }
     QString errorString() const { return m_qsError; }
