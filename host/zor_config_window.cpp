@@ -62,9 +62,7 @@ ZOR_ConfigWindow::ZOR_ConfigWindow(ZOR_HostModule* lpModule, QWidget* parent)
         lpItem->setData(Qt::UserRole, QLatin1String(page.lpId));
         lpItem->setData(Qt::UserRole + 1, QLatin1String(page.lpCaptionKey));
         connect(lpForm, &ZOR_Form_Config::signal_ShowPage, this, &ZOR_ConfigWindow::showPage);
-        // Only forms that limit a telemetry record have this signal.
-        if (lpForm->metaObject()->indexOfSignal("signal_Excess_Size(bool)") >= 0)
-            connect(lpForm, SIGNAL(signal_Excess_Size(bool)), this, SLOT(slot_Excess_Size(bool)));
+        connect(lpForm, &ZOR_Form_Config::signal_Excess_Size, this, &ZOR_ConfigWindow::slot_Excess_Size);
     }
     ui->listWidget_Pages->setWordWrap(true);
     ui->listWidget_Pages->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -92,6 +92,10 @@ signals:
     // Asks the window to show another page, on one of its tabs (showTab):
     // the CAN form's buttons ask for ("protocol", "CAN") and ("protocol", "User").
     void signal_ShowPage(QString qsPageId, QString qsTab);
+    // The telemetry record the form describes went over its size limit
+    // (true) or came back under it (false); only the field-set form has a
+    // limit, every form has the signal so the window connects them alike.
+    void signal_Excess_Size(bool bExcess);
 };
 
 #endif

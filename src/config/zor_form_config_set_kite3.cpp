@@ -13,7 +13,6 @@
 #include "config/zor_form_config_set_kite3_tab_user.h"
 #include "config/zor_terminalprofile.h"
 #include "module/zor_language.h"
-#include "store/cxmltagv2.h"
 #include "store/zor_settingsnode.h"
 #include "telemetry/zor_tmi_table.h"
 
@@ -28,15 +27,8 @@ const QString kVersion3 = QStringLiteral("30");
 const QString kMaskStart = QStringLiteral("111");
 
 // The mask has 255 characters, one more than a parameter record of the
-// store holds: it is read and written on the element itself, whole.
-const char* const kMaskAttr = "mask";
-
-QString maskOf(CXMLWorkData* lpKite)
-{
-    const CXmlTagV2* lpTag = lpKite->getTag();
-    const int i = lpTag ? lpTag->attributeIndex(QString::fromLatin1(kMaskAttr)) : -1;
-    return i < 0 ? QString() : lpTag->attributes().at(i).value;
-}
+// store holds.
+const QString kMaskAttr = QStringLiteral("mask");
 
 } // namespace
 
@@ -218,7 +210,7 @@ void ZOR_Form_Config_Set_Kite3::readFormParam(CXMLWorkData* lpRoot)
             QString qsFormat;
             lpKite->readString("format", getTypeDFProtocol(), qsFormat);
             setTypeDFProtocol(qsFormat);
-            const QString qsMask = maskOf(lpKite.get());
+            const QString qsMask = ZOR_SettingsNode::readLongText(lpKite.get(), kMaskAttr);
             setStrFormat(qsMask.isEmpty() ? getStrFormat() : qsMask);
         }
         for (ZOR_Form_Config_Set_Kite3_Tab* lpTab : qAsConst(m_tabs))
@@ -233,8 +225,7 @@ void ZOR_Form_Config_Set_Kite3::writeFormParam(CXMLWorkData* lpRoot)
     const auto lpKite = ZOR_SettingsNode::openForWrite(lpProtocol.get(), QStringLiteral("KITE"));
     lpKite->writeString("format", getTypeDFProtocol());
     lpKite->writeParameters();
-    if (CXmlTagV2* lpTag = lpKite->getTag())
-        lpTag->setTagValue(QString::fromLatin1(kMaskAttr), getStrFormat());
+    ZOR_SettingsNode::writeLongText(lpKite.get(), kMaskAttr, getStrFormat());
     for (ZOR_Form_Config_Set_Kite3_Tab* lpTab : qAsConst(m_tabs))
         lpTab->writeFormParam(lpProtocol.get());
     lpProtocol->writeParameters();
