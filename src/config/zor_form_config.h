@@ -49,6 +49,9 @@
 // ZOR_UserParamRegistry, which the field-set form reads (setUserParamRegistry).
 // Forms never know each other.
 
+#include "config/zor_userparamentry.h"
+
+#include <QVector>
 #include <QWidget>
 
 class CXMLWorkData;
@@ -78,6 +81,11 @@ public:
     // Brings one of the form's tabs or sections to the front (the field-set
     // form's "CAN" and "User" tabs); false when the form has no such tab.
     virtual bool showTab(const QString& qsTab) { Q_UNUSED(qsTab) return false; }
+
+    // The user parameters the form publishes now (Modbus rows, universal
+    // sensor values): what a page stack withdraws and offers again when it
+    // hides and shows the form.
+    virtual QVector<ZOR_UserParamEntry> publishedParams() const { return {}; }
 
     // Emits signal_FormEdited whenever the user edits any editor below root
     // (check boxes, spin boxes, combo boxes, line edits, tree and table

@@ -669,6 +669,15 @@ void ZOR_Form_Config_RS_Param_Mdbs::readParamMdbs(CXMLWorkData* lpRoot)
     }
 }
 
+void ZOR_Form_Config_RS_Param_Mdbs::writePortParam(CXMLWorkData* lpPort)
+{
+    // A new configuration saves its rows too: the node is made whenever
+    // Modbus is the device.
+    if (lpPort)
+        delete lpPort->createNode(kUserParamsNode, CXMLWorkData::NodeFindOrAppend);
+    writeParamMdbs(lpPort);
+}
+
 void ZOR_Form_Config_RS_Param_Mdbs::writeParamMdbs(CXMLWorkData* lpRoot)
 {
     const auto params = ZOR_SettingsNode::openForRead(lpRoot, kUserParamsNode);
