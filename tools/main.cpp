@@ -24,11 +24,13 @@ const Subcommand kSubcommands[] = {
     {"crc16", toolCrc, "CRC-16 of hex bytes or a file"},
     {"crc32", toolCrc, "CRC-32 of hex bytes or a file"},
     {"decode", toolDecode, "decode one telemetry record"},
-    {"csv", toolCsv, "export telemetry records to CSV"},
+    {"csv", toolCsv, "export telemetry records to CSV (--numeric: numbers for analysis)"},
+    {"track", toolTrack, "the track of a telemetry archive as GPX, KML or GeoJSON"},
+    {"summary", toolSummary, "distance, trips, stops and fuel events of a telemetry archive"},
     {"settings", toolSettings, "read and change settings documents"},
     {"log", toolLog, "show an exchange log as lines: log FILE"},
     {"term", toolTerm, "send commands to a terminal: term --port PORT [COMMAND...]"},
-    {"config", toolConfig, "new, normalize and diff settings documents through every settings form"},
+    {"config", toolConfig, "new, normalize, diff, check and sheet: settings documents through every form"},
 };
 
 int usage(int code)
