@@ -163,10 +163,8 @@ void ZOR_ConfigWindow::buildPages()
         lpItem->setData(Qt::UserRole, QLatin1String(page.lpId));
         lpItem->setData(Qt::UserRole + 1, QLatin1String(page.lpCaptionKey));
         connect(lpForm, &ZOR_Form_Config::signal_ShowPage, this, &ZOR_ConfigWindow::showPage);
+        connect(lpForm, &ZOR_Form_Config::signal_Excess_Size, this, &ZOR_ConfigWindow::slot_Excess_Size);
         connect(lpForm, &ZOR_Form_Config::signal_FormEdited, this, &ZOR_ConfigWindow::slot_FormEdited);
-        // Only forms that limit a telemetry record have this signal.
-        if (lpForm->metaObject()->indexOfSignal("signal_Excess_Size(bool)") >= 0)
-            connect(lpForm, SIGNAL(signal_Excess_Size(bool)), this, SLOT(slot_Excess_Size(bool)));
     }
     ui->listWidget_Pages->setWordWrap(false);
     ui->listWidget_Pages->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

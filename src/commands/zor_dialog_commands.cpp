@@ -2,8 +2,6 @@
 
 #include "module/zor_language.h"
 
-#include "ui_zor_dialog_xmllist.h"
-
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
@@ -51,6 +49,15 @@ ZOR_Dialog_Commands::ZOR_Dialog_Commands(QWidget* parent)
                           {QStringLiteral("cmnd"), QStringLiteral("mdln_040")}},
                          parent)
 {
+    CaptionKeys keys;
+    keys.lpTitle = "mdln_033";
+    keys.lpSave = "wrd_038";
+    keys.lpCancel = "mdln_038";
+    keys.lpAdd = "mdln_034";
+    keys.lpDel = "mdln_035";
+    keys.lpUp = "mdln_036";
+    keys.lpDown = "mdln_037";
+    setCaptionKeys(keys);
     treeWidget()->setColumnWidth(0, 45);
     treeWidget()->setColumnWidth(NameColumn, 250);
     treeWidget()->setItemDelegate(new FieldTabDelegate(treeWidget()));
@@ -63,18 +70,6 @@ ZOR_Dialog_Commands::ZOR_Dialog_Commands(QWidget* parent)
 ZOR_Dialog_Commands::~ZOR_Dialog_Commands()
 {
     qDeleteAll(vCommands);
-}
-
-void ZOR_Dialog_Commands::translateForm()
-{
-    ZOR_Dialog_XmlList::translateForm();
-    setWindowTitle(zorTr(QStringLiteral("mdln_033")));
-    ui->toolButton_Add->setToolTip(zorTr(QStringLiteral("mdln_034")));
-    ui->toolButton_Del->setToolTip(zorTr(QStringLiteral("mdln_035")));
-    ui->toolButton_Up->setToolTip(zorTr(QStringLiteral("mdln_036")));
-    ui->toolButton_Down->setToolTip(zorTr(QStringLiteral("mdln_037")));
-    ui->pushButton_Cancel->setText(zorTr(QStringLiteral("mdln_038")));
-    ui->pushButton_Save->setText(zorTr(QStringLiteral("wrd_038")));
 }
 
 void ZOR_Dialog_Commands::getListCommandsName(QStringList& list) const

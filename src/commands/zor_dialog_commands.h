@@ -48,7 +48,6 @@ public:
     QString saveCommandAs(QWidget* parent, const QString& qsCommand);
 
     const QVector<ZOR_Command*>& commands() const { return vCommands; }
-    void translateForm() override;
 
 signals:
     void signal_ListCommands_Change();

@@ -49,6 +49,9 @@
 // ZOR_UserParamRegistry, which the field-set form reads (setUserParamRegistry).
 // Forms never know each other.
 
+#include "config/zor_userparamentry.h"
+
+#include <QVector>
 #include <QWidget>
 
 class CXMLWorkData;
@@ -79,6 +82,11 @@ public:
     // form's "CAN" and "User" tabs); false when the form has no such tab.
     virtual bool showTab(const QString& qsTab) { Q_UNUSED(qsTab) return false; }
 
+    // The user parameters the form publishes now (Modbus rows, universal
+    // sensor values): what a page stack withdraws and offers again when it
+    // hides and shows the form.
+    virtual QVector<ZOR_UserParamEntry> publishedParams() const { return {}; }
+
     // Emits signal_FormEdited whenever the user edits any editor below root
     // (check boxes, spin boxes, combo boxes, line edits, tree and table
     // items). Programmatic changes fire too; the window ignores those while it
@@ -92,6 +100,10 @@ signals:
     // Asks the window to show another page, on one of its tabs (showTab):
     // the CAN form's buttons ask for ("protocol", "CAN") and ("protocol", "User").
     void signal_ShowPage(QString qsPageId, QString qsTab);
+    // The telemetry record the form describes went over its size limit
+    // (true) or came back under it (false); only the field-set form has a
+    // limit, every form has the signal so the window connects them alike.
+    void signal_Excess_Size(bool bExcess);
 };
 
 #endif

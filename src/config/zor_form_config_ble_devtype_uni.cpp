@@ -13,7 +13,6 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-#include <cstdlib>
 
 namespace {
 
@@ -49,14 +48,13 @@ void fitTypeByte(QWidget* lpEdit)
     lpEdit->setMaximumWidth(lpEdit->fontMetrics().horizontalAdvance(QStringLiteral("WWWW")));
 }
 
-// A stored group as the row would show it (strtol, clamped to the spin box).
+// A stored group as the row would show it (clamped to the spin box).
 int storedGroup(CXMLWorkData* lpNode, bool* lpPresent)
 {
     QString qsValue;
     lpNode->readString("group", QString(), qsValue);
     *lpPresent = !qsValue.isEmpty();
-    const long n = std::strtol(qsValue.toLatin1().constData(), nullptr, 10);
-    return int(qBound<long>(0, n, 4));
+    return qBound(0, ZOR_FormBinding::intValue(qsValue), 4);
 }
 
 } // namespace

@@ -74,7 +74,7 @@ public:
     // Indexes the rows of one list take now, in row order.
     QVector<int> indexesOfKind(const QString& qsKind) const;
     // The user parameters the page publishes now.
-    QVector<userParamType> publishedParams() const;
+    QVector<userParamType> publishedParams() const override;
 
 signals:
     void signal_Device_UserParam_Add_Uni(userParamType type, QString qsNode, QString qsDataCaption);

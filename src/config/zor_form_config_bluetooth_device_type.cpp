@@ -89,9 +89,10 @@ void ZOR_Form_Config_Bluetooth_Device_Type::initForm()
                new ZOR_Form_Config_Ble_DevType_US(m_lpStack),
                new ZOR_Form_Config_Ble_DevType_AIN(m_lpStack),
                new ZOR_Form_Config_Ble_DevType_HS(m_lpStack)};
-    m_lpStack->addWidget(new QWidget(m_lpStack));
+    m_stack.attach(m_lpStack, this);
+    m_stack.addPage(BLE_DEVTYPE_NONE, nullptr);
     for (int i = 1; i < BLE_DEVTYPE_COUNT; ++i) {
-        m_lpStack->addWidget(m_pages[i]);
+        m_stack.addPage(i, m_pages[i]);
         connect(m_pages[i], &ZOR_Form_Config_Ble_DevType::signal_Device_UserParam_Add, this,
                 &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Add);
         connect(m_pages[i], &ZOR_Form_Config_Ble_DevType::signal_Device_UserParam_Del, this,
@@ -148,7 +149,7 @@ void ZOR_Form_Config_Bluetooth_Device_Type::initForm()
 bool ZOR_Form_Config_Bluetooth_Device_Type::fromShownPage() const
 {
     const QObject* lpSender = sender();
-    return !lpSender || lpSender == m_pages[m_shown];
+    return !lpSender || m_stack.isShown(lpSender);
 }
 
 void ZOR_Form_Config_Bluetooth_Device_Type::setSlotNumber(int nSlot)
@@ -189,32 +190,16 @@ ZOR_Form_Config_Ble_DevType* ZOR_Form_Config_Bluetooth_Device_Type::page(BLUETOO
 
 void ZOR_Form_Config_Bluetooth_Device_Type::showBluetoothSensorType(BLUETOOTH_DEVICE_TYPE type)
 {
-    const int nShow = checkedType(type);
-    // A stack is as large as its largest page; only the shown one may count,
-    // or every slot would be as wide as the universal sensor.
-    for (int i = 0; i < m_lpStack->count(); ++i)
-        m_lpStack->widget(i)->setSizePolicy(i == nShow ? QSizePolicy::Preferred : QSizePolicy::Ignored,
-                                            i == nShow ? QSizePolicy::Preferred : QSizePolicy::Ignored);
-    m_lpStack->setCurrentIndex(nShow);
-    m_lpStack->adjustSize();
+    // The universal sensor's values are offered only while it is shown.
+    m_stack.show(checkedType(type));
 }
 
 void ZOR_Form_Config_Bluetooth_Device_Type::slot_currentIndexChanged_DeviceType(int)
 {
     const BLUETOOTH_DEVICE_TYPE type = deviceType();
-    if (type == m_shown)
+    if (type == shownType())
         return;
     freshen(type);
-    // The universal sensor's values are offered only while it is the slot's type.
-    auto uni = static_cast<ZOR_Form_Config_Ble_DevType_Uni*>(m_pages[BLE_DEVTYPE_UNI]);
-    if (m_shown == BLE_DEVTYPE_UNI)
-        for (const userParamType& entry : uni->publishedParams())
-            emit signal_UserParam_Del(entry.qsPrefix, entry.qsMess, entry.qsSuffix);
-    m_shown = type;
-    if (m_shown == BLE_DEVTYPE_UNI)
-        for (const userParamType& entry : uni->publishedParams())
-            emit signal_UserParam_Add(entry.qsPrefix, entry.qsMess, entry.qsSuffix, entry.nSize);
-
     showBluetoothSensorType(type);
     m_lpStack->setFixedHeight(areaHeight(type));
     const int nName = kTypes[type].nSensorName;
@@ -254,7 +239,7 @@ void ZOR_Form_Config_Bluetooth_Device_Type::setDefaultParam()
 {
     m_stale.fill(true, m_pages.size());
     m_bind.setDefaults();
-    freshen(m_shown);
+    freshen(shownType());
 }
 
 void ZOR_Form_Config_Bluetooth_Device_Type::setFormEnabled(bool bEnabled)
@@ -280,7 +265,7 @@ void ZOR_Form_Config_Bluetooth_Device_Type::writeFormParam(CXMLWorkData* lpRoot)
 
 QVector<int> ZOR_Form_Config_Bluetooth_Device_Type::usedIndexes(int nKind) const
 {
-    ZOR_Form_Config_Ble_DevType* lpPage = page(m_shown);
+    ZOR_Form_Config_Ble_DevType* lpPage = page(shownType());
     return lpPage ? lpPage->usedIndexes(nKind) : QVector<int>();
 }
 

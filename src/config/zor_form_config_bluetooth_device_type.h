@@ -15,6 +15,7 @@
 // while that page is shown, and are withdrawn when another type is chosen.
 
 #include "config/zor_form_config_ble_devtype.h"
+#include "config/zor_pagestack.h"
 
 class QComboBox;
 class QLabel;
@@ -79,6 +80,7 @@ private slots:
 
 private:
     bool fromShownPage() const;
+    BLUETOOTH_DEVICE_TYPE shownType() const { return BLUETOOTH_DEVICE_TYPE(qMax(0, m_stack.shownKind())); }
     // A page not shown is reset only when it is next needed: a load resets
     // every slot, and most slots show one page of nine.
     void freshen(int nType) const;
@@ -87,12 +89,12 @@ private:
     QComboBox* m_lpType = nullptr;
     QLabel* m_lpTypeLabel = nullptr;
     QStackedWidget* m_lpStack = nullptr;
+    ZOR_PageStack m_stack;
     QVector<ZOR_Form_Config_Ble_DevType*> m_pages;   // by type; [0] null
     mutable QVector<bool> m_stale;                   // by type: defaults still to be set
     QHash<int, QSet<int>> m_taken;                   // index kind -> taken elsewhere
     ZOR_CaptionList m_types;
     ZOR_FormBinding m_bind;
-    BLUETOOTH_DEVICE_TYPE m_shown = BLE_DEVTYPE_NONE;
     bool m_bShowSensorName = false;
 };
 

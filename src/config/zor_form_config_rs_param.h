@@ -49,6 +49,11 @@ public slots:
     // Asks again for the current model's line setting (the interface page
     // calls it when the page is shown).
     virtual void updateRs_Settings() {}
+    // What the interface page calls with its own node: readFormParam /
+    // writeFormParam, except on a page that keeps its values another way
+    // (the Modbus table below "USRPRMS").
+    virtual void readPortParam(CXMLWorkData* lpPort) { readFormParam(lpPort); }
+    virtual void writePortParam(CXMLWorkData* lpPort) { writeFormParam(lpPort); }
 
 signals:
     void changeRs_Settings(QWidget* lpWnd, QString qsSpeed, QString qsParity, QString qsStopBit);

@@ -13,7 +13,7 @@ const ZOR_CaptionList& ZOR_Form_Config_RS_Param_DDU::models()
 }
 
 ZOR_Form_Config_RS_Param_DDU::ZOR_Form_Config_RS_Param_DDU(QWidget* parent)
-    : ZOR_Form_Config_RS_Param(parent)
+    : ZOR_Form_Config_RS_Device(parent, QStringLiteral("DDU"))
 {
     m_lpType = new QComboBox(this);
     auto showFuel = new QCheckBox(this);
@@ -27,15 +27,12 @@ ZOR_Form_Config_RS_Param_DDU::ZOR_Form_Config_RS_Param_DDU(QWidget* parent)
     addField("cfgrs_062", showFuel);
     addField("cfgrs_063", period);
     addField("cfgrs_056", address);
-    models().fill(m_lpType);
     m_bind.caption("type", m_lpType, &models(), QStringLiteral("DV01"))
         .check("showFuelLvl", showFuel, false)
         .integer("infoPeriod", period, 30)
         .integer("address", address, 7);
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_DDU::modelChanged);
-    translateForm();
-    setDefaultParam();
-    watchEdits(this);
+    finishPage();
 }
 
 QString ZOR_Form_Config_RS_Param_DDU::model() const { return models().currentCode(m_lpType); }
@@ -47,17 +44,4 @@ void ZOR_Form_Config_RS_Param_DDU::modelChanged()
     m_lpAddress->setEnabled(!bDv01);
 }
 
-void ZOR_Form_Config_RS_Param_DDU::readFormParam(CXMLWorkData* lpRoot) { m_bind.readNode(lpRoot, QStringLiteral("DDU")); }
-void ZOR_Form_Config_RS_Param_DDU::writeFormParam(CXMLWorkData* lpRoot) { m_bind.writeNode(lpRoot, QStringLiteral("DDU")); }
 
-void ZOR_Form_Config_RS_Param_DDU::setDefaultParam()
-{
-    m_bind.setDefaults();
-    modelChanged();
-}
-
-void ZOR_Form_Config_RS_Param_DDU::translateForm()
-{
-    ZOR_Form_Config_RS_Param::translateForm();
-    models().fill(m_lpType);
-}

@@ -11,12 +11,11 @@
 // are always written; the one the model does not use is shown disabled.
 
 #include "config/zor_captionlist.h"
-#include "config/zor_form_config_rs_param.h"
-#include "config/zor_formbinding.h"
+#include "config/zor_form_config_rs_device.h"
 
 class QComboBox;
 
-class ZOR_Form_Config_RS_Param_DDU : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_DDU : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
@@ -24,20 +23,13 @@ public:
     static const ZOR_CaptionList& models();
     QString model() const;
 
-public slots:
-    void readFormParam(CXMLWorkData* lpRoot) override;
-    void writeFormParam(CXMLWorkData* lpRoot) override;
-    void setDefaultParam() override;
-    void setFormEnabled(bool bEnabled) override { setEnabled(bEnabled); }
-    void translateForm() override;
-
 private:
     void modelChanged();
+    void valuesShown() override { modelChanged(); }
 
     QComboBox* m_lpType = nullptr;
     QWidget* m_lpPeriod = nullptr;
     QWidget* m_lpAddress = nullptr;
-    ZOR_FormBinding m_bind;
 };
 
 #endif

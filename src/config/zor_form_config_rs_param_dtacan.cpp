@@ -4,24 +4,19 @@
 
 #include <QSpinBox>
 
-namespace {
-const QString kNode = QStringLiteral("DTCN");
-}
-
 ZOR_Form_Config_RS_Param_DtaCan::ZOR_Form_Config_RS_Param_DtaCan(QWidget* parent)
-    : ZOR_Form_Config_RS_Param(parent)
+    : ZOR_Form_Config_RS_Device(parent, QStringLiteral("DTCN"))
 {
     auto address = new QSpinBox(this);
     address->setRange(0, 255);
     addField("cfgrs_056", address);
     m_bind.integer("address", address, 1);
-    setDefaultParam();
-    watchEdits(this);
+    finishPage();
 }
 
 void ZOR_Form_Config_RS_Param_DtaCan::readFormParam(CXMLWorkData* lpRoot)
 {
-    const auto node = ZOR_SettingsNode::openForRead(lpRoot, kNode);
+    const auto node = ZOR_SettingsNode::openForRead(lpRoot, nodeName());
     m_bPresent = node != nullptr;
     if (node)
         m_bind.read(node.get());
@@ -30,13 +25,12 @@ void ZOR_Form_Config_RS_Param_DtaCan::readFormParam(CXMLWorkData* lpRoot)
 void ZOR_Form_Config_RS_Param_DtaCan::writeFormParam(CXMLWorkData* lpRoot)
 {
     if (m_bPresent)
-        m_bind.writeNode(lpRoot, kNode);
+        m_bind.writeNode(lpRoot, nodeName());
 }
 
 void ZOR_Form_Config_RS_Param_DtaCan::setDefaultParam()
 {
     m_bPresent = false;
-    m_bind.setDefaults();
+    ZOR_Form_Config_RS_Device::setDefaultParam();
 }
 
-void ZOR_Form_Config_RS_Param_DtaCan::translateForm() { ZOR_Form_Config_RS_Param::translateForm(); }

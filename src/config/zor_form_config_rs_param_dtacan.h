@@ -6,12 +6,9 @@
 // address when the node is there and writes it back only then.
 
 #include "config/zor_captionlist.h"
-#include "config/zor_form_config_rs_param.h"
-#include "config/zor_formbinding.h"
+#include "config/zor_form_config_rs_device.h"
 
-class QComboBox;
-
-class ZOR_Form_Config_RS_Param_DtaCan : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_DtaCan : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
@@ -22,11 +19,8 @@ public slots:
     void readFormParam(CXMLWorkData* lpRoot) override;
     void writeFormParam(CXMLWorkData* lpRoot) override;
     void setDefaultParam() override;
-    void setFormEnabled(bool bEnabled) override { setEnabled(bEnabled); }
-    void translateForm() override;
 
 private:
-    ZOR_FormBinding m_bind;
     bool m_bPresent = false;
 };
 

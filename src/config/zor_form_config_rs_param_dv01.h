@@ -4,16 +4,13 @@
 // A DV-01 display on the line: no settings; its presence is the empty node
 // "DV01".
 
-#include "config/zor_form_config_rs_param.h"
+#include "config/zor_form_config_rs_device.h"
 
-class ZOR_Form_Config_RS_Param_Dv01 : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_Dv01 : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
     explicit ZOR_Form_Config_RS_Param_Dv01(QWidget* parent = nullptr);
-
-public slots:
-    void writeFormParam(CXMLWorkData* lpRoot) override;
 };
 
 #endif

@@ -90,20 +90,6 @@ int registerAddress(const QString& qsValue)
     return qMin(int(qsDigits.toUInt(nullptr, 16)), kRegisterMax);
 }
 
-// A list whose codes are numbers: the stored value is read as an integer
-// ("03" and " 3" are 3), as the other numbers of a row are.
-void bindNumberCaption(ZOR_FormBinding& bind, const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
-                       int nDefault)
-{
-    bind.custom(lpAttr, lpBox, QString::number(nDefault),
-                [lpBox, lpList, nDefault] {
-                    const QString qsCode = lpList->currentCode(lpBox);
-                    return qsCode.isEmpty() ? QString::number(nDefault) : qsCode;
-                },
-                [lpBox, lpList, nDefault](const QString& qsValue) {
-                    lpList->selectOr(lpBox, QString::number(ZOR_FormBinding::intValue(qsValue)), QString::number(nDefault));
-                });
-}
 
 } // namespace
 
@@ -257,23 +243,17 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
             .integer("addr", spin(i, RowAddr), 1)
             .custom("reg", reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
                     [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
-        bindNumberCaption(m_rowBind[i], "cmd", combo(i, RowCmd), &registerTypeCaptions(), 1);
-        bindNumberCaption(m_rowBind[i], "ord", combo(i, RowOrd), &byteOrderCaptions(), 0);
         m_rowBind[i]
+            .numberCaption("cmd", combo(i, RowCmd), &registerTypeCaptions(), 1, 1)
+            .numberCaption("ord", combo(i, RowOrd), &byteOrderCaptions(), 0, 0)
             .integer("cycle", spin(i, RowCycle), 1000)
             .check("save", m_rows.widgetAs<QCheckBox>(i, RowSave), false);
         connectRow(i);
     }
     m_eventBind.resize(nEvents);
     for (int i = 0; i < nEvents; ++i) {
-        QComboBox* cond = eventCombo(i, EvCond);
         m_eventBind[i]
-            .custom("cond", cond, QStringLiteral("0"),
-                    [cond] {
-                        const QString qsCode = conditionCaptions().currentCode(cond);
-                        return qsCode.isEmpty() ? QStringLiteral("0") : qsCode;
-                    },
-                    [cond](const QString& qsValue) { conditionCaptions().select(cond, QString::number(ZOR_FormBinding::intValue(qsValue))); })
+            .numberCaption("cond", eventCombo(i, EvCond), &conditionCaptions(), 0, 0)
             .integer("step", m_events.widgetAs<QSpinBox>(i, EvStep), 1000)
             .integer("low", m_events.widgetAs<QSpinBox>(i, EvLow), 0)
             .integer("high", m_events.widgetAs<QSpinBox>(i, EvHigh), 1000)
@@ -687,6 +667,15 @@ void ZOR_Form_Config_RS_Param_Mdbs::readParamMdbs(CXMLWorkData* lpRoot)
         prm->setCurrentIndex(prm->findText(qsLabel));
         m_eventBind[i].read(node.get());
     }
+}
+
+void ZOR_Form_Config_RS_Param_Mdbs::writePortParam(CXMLWorkData* lpPort)
+{
+    // A new configuration saves its rows too: the node is made whenever
+    // Modbus is the device.
+    if (lpPort)
+        delete lpPort->createNode(kUserParamsNode, CXMLWorkData::NodeFindOrAppend);
+    writeParamMdbs(lpPort);
 }
 
 void ZOR_Form_Config_RS_Param_Mdbs::writeParamMdbs(CXMLWorkData* lpRoot)

@@ -50,6 +50,10 @@ public:
 
     void readParamMdbs(CXMLWorkData* lpRoot);
     void writeParamMdbs(CXMLWorkData* lpRoot);
+    // The interface page's node: the table is read from it, and written
+    // below a "USRPRMS" node created there.
+    void readPortParam(CXMLWorkData* lpPort) override { readParamMdbs(lpPort); }
+    void writePortParam(CXMLWorkData* lpPort) override;
 
     // By XML identifier ("mb5"): "<label>, <data-type caption>" / the label /
     // "MB, <label>, <caption>"; empty when the row is not in use.
@@ -73,7 +77,7 @@ public:
     QStringList labels() const { return m_labels; }
     int lastAddress() const { return m_nLastAddress; }
     // What the page publishes now: one entry per row in use.
-    QVector<ZOR_UserParamEntry> publishedParams() const;
+    QVector<ZOR_UserParamEntry> publishedParams() const override;
 
     QWidget* rowWidget(int nRow, RowColumn column) const { return m_rows.widget(nRow - 1, column); }
     QWidget* eventWidget(int nEvent, EventColumn column) const { return m_events.widget(nEvent - 1, column); }

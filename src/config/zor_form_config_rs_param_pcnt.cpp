@@ -17,14 +17,13 @@ const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Pcnt::models()
 }
 
 ZOR_Form_Config_RS_Param_Pcnt::ZOR_Form_Config_RS_Param_Pcnt(QWidget* parent)
-    : ZOR_Form_Config_RS_Param(parent)
+    : ZOR_Form_Config_RS_Device(parent, QStringLiteral("PCNT"))
     , m_events(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgrs_070"))
                    .add(QStringLiteral("1"), QStringLiteral("cfgrs_071"))
                    .add(QStringLiteral("2"), QStringLiteral("cfgrs_072")))
 {
     m_lpType = new QComboBox(this);
     addField("cfgrs_050", m_lpType);
-    models().fill(m_lpType);
     m_bind.caption("type", m_lpType, &models(), QStringLiteral("PP01"));
     static const char* const kIdAttrs[nDoors] = {"id1", "id2", "id3", "id4", "id5", "id6", "id7"};
     for (int i = 0; i < nDoors; ++i) {
@@ -45,15 +44,12 @@ ZOR_Form_Config_RS_Param_Pcnt::ZOR_Form_Config_RS_Param_Pcnt(QWidget* parent)
     addField("cfgrs_075", m_lpDoors);
     addField("cfgrs_076", offTime);
     addField("cfgrs_077", coordTime);
-    m_events.fill(m_lpEvent);
     m_bind.caption("countEvent", m_lpEvent, &m_events, QStringLiteral("1"))
         .integer("door", m_lpDoors, 1)
         .integer("offTime", offTime, 1800)
         .integer("coordTime", coordTime, 10);
     connect(m_lpDoors, QOverload<int>::of(&QSpinBox::valueChanged), this, &ZOR_Form_Config_RS_Param_Pcnt::doorsChanged);
-    translateForm();
-    setDefaultParam();
-    watchEdits(this);
+    finishPage();
 }
 
 void ZOR_Form_Config_RS_Param_Pcnt::doorsChanged()
@@ -65,20 +61,10 @@ void ZOR_Form_Config_RS_Param_Pcnt::doorsChanged()
 QString ZOR_Form_Config_RS_Param_Pcnt::getStrProtocolUserData(QString qsId) { return catalogueName(glqsPcntPreffix_CO, qsId); }
 QString ZOR_Form_Config_RS_Param_Pcnt::getTypeUserParam(QString qsId) { return catalogueType(glqsPcntPreffix_CO, qsId); }
 
-void ZOR_Form_Config_RS_Param_Pcnt::readFormParam(CXMLWorkData* lpRoot) { m_bind.readNode(lpRoot, QStringLiteral("PCNT")); }
-void ZOR_Form_Config_RS_Param_Pcnt::writeFormParam(CXMLWorkData* lpRoot) { m_bind.writeNode(lpRoot, QStringLiteral("PCNT")); }
-
-void ZOR_Form_Config_RS_Param_Pcnt::setDefaultParam()
-{
-    m_bind.setDefaults();
-    doorsChanged();
-}
 
 void ZOR_Form_Config_RS_Param_Pcnt::translateForm()
 {
-    ZOR_Form_Config_RS_Param::translateForm();
-    models().fill(m_lpType);
-    m_events.fill(m_lpEvent);
+    ZOR_Form_Config_RS_Device::translateForm();
     for (int i = 0; i < nDoors; ++i)
         if (auto label = qobject_cast<QLabel*>(formLayout()->labelForField(m_ids[i])))
             label->setText(label->text().arg(i + 1));

@@ -16,15 +16,14 @@
 // The counts are the catalogue's "CO" list: getStrProtocolUserData("co5").
 
 #include "config/zor_captionlist.h"
-#include "config/zor_form_config_rs_param.h"
-#include "config/zor_formbinding.h"
+#include "config/zor_form_config_rs_device.h"
 
 #include <QVector>
 
 class QComboBox;
 class QSpinBox;
 
-class ZOR_Form_Config_RS_Param_Pcnt : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_Pcnt : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
@@ -35,21 +34,17 @@ public:
     QString getTypeUserParam(QString qsId) override;
 
 public slots:
-    void readFormParam(CXMLWorkData* lpRoot) override;
-    void writeFormParam(CXMLWorkData* lpRoot) override;
-    void setDefaultParam() override;
-    void setFormEnabled(bool bEnabled) override { setEnabled(bEnabled); }
     void translateForm() override;
 
 private:
     void doorsChanged();
+    void valuesShown() override { doorsChanged(); }
 
     QComboBox* m_lpType = nullptr;
     QComboBox* m_lpEvent = nullptr;
     QVector<QWidget*> m_ids;
     QSpinBox* m_lpDoors = nullptr;
     ZOR_CaptionList m_events;
-    ZOR_FormBinding m_bind;
 };
 
 #endif

@@ -23,7 +23,7 @@ const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Refr::models()
 }
 
 ZOR_Form_Config_RS_Param_Refr::ZOR_Form_Config_RS_Param_Refr(QWidget* parent)
-    : ZOR_Form_Config_RS_Param(parent)
+    : ZOR_Form_Config_RS_Device(parent, QStringLiteral("REFR"))
 {
     for (const char* lpSeconds : {"10", "30", "60", "120", "300"}) {
         const QString qsSeconds = QLatin1String(lpSeconds);
@@ -33,14 +33,10 @@ ZOR_Form_Config_RS_Param_Refr::ZOR_Form_Config_RS_Param_Refr(QWidget* parent)
     m_lpPeriod = new QComboBox(this);
     addField("cfgrs_050", m_lpType);
     addField("cfgrs_064", m_lpPeriod);
-    models().fill(m_lpType);
-    m_periods.fill(m_lpPeriod);
     m_bind.caption("type", m_lpType, &models(), QLatin1String(kModels[0].lpCode))
         .caption("period", m_lpPeriod, &m_periods, QStringLiteral("60"));
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Refr::updateRs_Settings);
-    translateForm();
-    setDefaultParam();
-    watchEdits(this);
+    finishPage();
 }
 
 QString ZOR_Form_Config_RS_Param_Refr::model() const { return models().currentCode(m_lpType); }
@@ -63,13 +59,4 @@ QString ZOR_Form_Config_RS_Param_Refr::getTypeUserParam(QString qsId)
     return qsType.isEmpty() ? catalogueType(glqsRefrPreffix_AX, qsId) : qsType;
 }
 
-void ZOR_Form_Config_RS_Param_Refr::readFormParam(CXMLWorkData* lpRoot) { m_bind.readNode(lpRoot, QStringLiteral("REFR")); }
-void ZOR_Form_Config_RS_Param_Refr::writeFormParam(CXMLWorkData* lpRoot) { m_bind.writeNode(lpRoot, QStringLiteral("REFR")); }
-void ZOR_Form_Config_RS_Param_Refr::setDefaultParam() { m_bind.setDefaults(); }
 
-void ZOR_Form_Config_RS_Param_Refr::translateForm()
-{
-    ZOR_Form_Config_RS_Param::translateForm();
-    models().fill(m_lpType);
-    m_periods.fill(m_lpPeriod);
-}

@@ -13,12 +13,11 @@
 // Unknown codes load as the first model and 60 s; no parity, one stop bit.
 
 #include "config/zor_captionlist.h"
-#include "config/zor_form_config_rs_param.h"
-#include "config/zor_formbinding.h"
+#include "config/zor_form_config_rs_device.h"
 
 class QComboBox;
 
-class ZOR_Form_Config_RS_Param_Refr : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_Refr : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
@@ -30,18 +29,12 @@ public:
     QString getTypeUserParam(QString qsId) override;
 
 public slots:
-    void readFormParam(CXMLWorkData* lpRoot) override;
-    void writeFormParam(CXMLWorkData* lpRoot) override;
-    void setDefaultParam() override;
-    void setFormEnabled(bool bEnabled) override { setEnabled(bEnabled); }
-    void translateForm() override;
     void updateRs_Settings() override;
 
 private:
     QComboBox* m_lpType = nullptr;
     QComboBox* m_lpPeriod = nullptr;
     ZOR_CaptionList m_periods;
-    ZOR_FormBinding m_bind;
 };
 
 #endif

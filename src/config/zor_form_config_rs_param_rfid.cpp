@@ -15,7 +15,7 @@ const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Rfid::models()
 }
 
 ZOR_Form_Config_RS_Param_Rfid::ZOR_Form_Config_RS_Param_Rfid(QWidget* parent)
-    : ZOR_Form_Config_RS_Param(parent)
+    : ZOR_Form_Config_RS_Device(parent, QStringLiteral("RFID"))
     , m_modes(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgrs_060"))
                   .add(QStringLiteral("1"), QStringLiteral("cfgrs_061")))
 {
@@ -34,28 +34,13 @@ ZOR_Form_Config_RS_Param_Rfid::ZOR_Form_Config_RS_Param_Rfid(QWidget* parent)
     addField("cfgrs_057", nearOnly);
     addField("cfgrs_058", minLvl);
     addField("cfgrs_059", mode);
-    models().fill(m_lpType);
-    m_modes.fill(mode);
     m_bind.caption("type", m_lpType, &models(), QStringLiteral("ESCORT"))
         .integer("id", id, 1)
         .integer("holdTime", holdTime, 60)
         .check("nearOnly", nearOnly, false)
         .integer("minLvl", minLvl, -128)
         .caption("mode", mode, &m_modes, QStringLiteral("0"));
-    translateForm();
-    setDefaultParam();
-    watchEdits(this);
+    finishPage();
 }
 
-void ZOR_Form_Config_RS_Param_Rfid::readFormParam(CXMLWorkData* lpRoot) { m_bind.readNode(lpRoot, QStringLiteral("RFID")); }
-void ZOR_Form_Config_RS_Param_Rfid::writeFormParam(CXMLWorkData* lpRoot) { m_bind.writeNode(lpRoot, QStringLiteral("RFID")); }
-void ZOR_Form_Config_RS_Param_Rfid::setDefaultParam() { m_bind.setDefaults(); }
 
-void ZOR_Form_Config_RS_Param_Rfid::translateForm()
-{
-    ZOR_Form_Config_RS_Param::translateForm();
-    models().fill(m_lpType);
-    for (const ZOR_FormBinding::Row& row : m_bind.rows())
-        if (row.attr == "mode")
-            m_modes.fill(static_cast<QComboBox*>(row.lpWidget));
-}

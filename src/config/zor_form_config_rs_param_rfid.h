@@ -12,29 +12,20 @@
 //                                             1 until another card is read
 
 #include "config/zor_captionlist.h"
-#include "config/zor_form_config_rs_param.h"
-#include "config/zor_formbinding.h"
+#include "config/zor_form_config_rs_device.h"
 
 class QComboBox;
 
-class ZOR_Form_Config_RS_Param_Rfid : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_Rfid : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
     explicit ZOR_Form_Config_RS_Param_Rfid(QWidget* parent = nullptr);
     static const ZOR_CaptionList& models();
 
-public slots:
-    void readFormParam(CXMLWorkData* lpRoot) override;
-    void writeFormParam(CXMLWorkData* lpRoot) override;
-    void setDefaultParam() override;
-    void setFormEnabled(bool bEnabled) override { setEnabled(bEnabled); }
-    void translateForm() override;
-
 private:
     QComboBox* m_lpType = nullptr;
     ZOR_CaptionList m_modes;
-    ZOR_FormBinding m_bind;
 };
 
 #endif

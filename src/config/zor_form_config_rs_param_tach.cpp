@@ -43,7 +43,7 @@ QString ZOR_Form_Config_RS_Param_Tach::defaultPassword(const QString& qsModel)
 }
 
 ZOR_Form_Config_RS_Param_Tach::ZOR_Form_Config_RS_Param_Tach(QWidget* parent)
-    : ZOR_Form_Config_RS_Param(parent)
+    : ZOR_Form_Config_RS_Device(parent, QStringLiteral("TACH"))
 {
     m_lpType = new QComboBox(this);
     m_lpLogin = new QLineEdit(this);
@@ -55,16 +55,13 @@ ZOR_Form_Config_RS_Param_Tach::ZOR_Form_Config_RS_Param_Tach(QWidget* parent)
     addField("cfgrs_052", m_lpPass);
     addField("cfgrs_053", noPing);
     addField("cfgrs_054", eventOff);
-    models().fill(m_lpType);
     m_bind.caption("type", m_lpType, &models(), QLatin1String(kModels[0].lpCode))
         .text("login", m_lpLogin, QString())
         .text("pass", m_lpPass, QLatin1String(kModels[0].lpPassword))
         .check("noPing", noPing, false)
         .check("eventOff", eventOff, false);
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Tach::modelChanged);
-    translateForm();
-    setDefaultParam();
-    watchEdits(this);
+    finishPage();
 }
 
 QString ZOR_Form_Config_RS_Param_Tach::model() const { return models().currentCode(m_lpType); }
@@ -84,12 +81,4 @@ void ZOR_Form_Config_RS_Param_Tach::updateRs_Settings()
     requestLine(QLatin1String(modelOf(model()).lpSpeed));
 }
 
-void ZOR_Form_Config_RS_Param_Tach::readFormParam(CXMLWorkData* lpRoot) { m_bind.readNode(lpRoot, QStringLiteral("TACH")); }
-void ZOR_Form_Config_RS_Param_Tach::writeFormParam(CXMLWorkData* lpRoot) { m_bind.writeNode(lpRoot, QStringLiteral("TACH")); }
-void ZOR_Form_Config_RS_Param_Tach::setDefaultParam() { m_bind.setDefaults(); }
 
-void ZOR_Form_Config_RS_Param_Tach::translateForm()
-{
-    ZOR_Form_Config_RS_Param::translateForm();
-    models().fill(m_lpType);
-}

@@ -16,13 +16,12 @@
 // "pass" loads 570913.
 
 #include "config/zor_captionlist.h"
-#include "config/zor_form_config_rs_param.h"
-#include "config/zor_formbinding.h"
+#include "config/zor_form_config_rs_device.h"
 
 class QComboBox;
 class QLineEdit;
 
-class ZOR_Form_Config_RS_Param_Tach : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_Tach : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
@@ -35,11 +34,6 @@ public:
     QString password() const;
 
 public slots:
-    void readFormParam(CXMLWorkData* lpRoot) override;
-    void writeFormParam(CXMLWorkData* lpRoot) override;
-    void setDefaultParam() override;
-    void setFormEnabled(bool bEnabled) override { setEnabled(bEnabled); }
-    void translateForm() override;
     void updateRs_Settings() override;
 
 private:
@@ -48,7 +42,6 @@ private:
     QComboBox* m_lpType = nullptr;
     QLineEdit* m_lpLogin = nullptr;
     QLineEdit* m_lpPass = nullptr;
-    ZOR_FormBinding m_bind;
 };
 
 #endif

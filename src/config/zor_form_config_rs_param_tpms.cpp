@@ -24,19 +24,16 @@ const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Tpms::models()
 }
 
 ZOR_Form_Config_RS_Param_Tpms::ZOR_Form_Config_RS_Param_Tpms(QWidget* parent)
-    : ZOR_Form_Config_RS_Param(parent)
+    : ZOR_Form_Config_RS_Device(parent, QStringLiteral("TPMS"))
 {
     m_lpType = new QComboBox(this);
     auto holdTime = new QSpinBox(this);
     holdTime->setRange(1, 255);
     addField("cfgrs_050", m_lpType);
     addField("cfgrs_055", holdTime);
-    models().fill(m_lpType);
     m_bind.caption("type", m_lpType, &models(), QLatin1String(kModels[0].lpCode)).integer("holdTime", holdTime, 15);
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Tpms::updateRs_Settings);
-    translateForm();
-    setDefaultParam();
-    watchEdits(this);
+    finishPage();
 }
 
 QString ZOR_Form_Config_RS_Param_Tpms::model() const { return models().currentCode(m_lpType); }
@@ -48,12 +45,4 @@ void ZOR_Form_Config_RS_Param_Tpms::updateRs_Settings()
     requestLine(QLatin1String(kModels[n].lpSpeed));
 }
 
-void ZOR_Form_Config_RS_Param_Tpms::readFormParam(CXMLWorkData* lpRoot) { m_bind.readNode(lpRoot, QStringLiteral("TPMS")); }
-void ZOR_Form_Config_RS_Param_Tpms::writeFormParam(CXMLWorkData* lpRoot) { m_bind.writeNode(lpRoot, QStringLiteral("TPMS")); }
-void ZOR_Form_Config_RS_Param_Tpms::setDefaultParam() { m_bind.setDefaults(); }
 
-void ZOR_Form_Config_RS_Param_Tpms::translateForm()
-{
-    ZOR_Form_Config_RS_Param::translateForm();
-    models().fill(m_lpType);
-}

@@ -13,12 +13,11 @@
 //   TD21       TD21          19200
 
 #include "config/zor_captionlist.h"
-#include "config/zor_form_config_rs_param.h"
-#include "config/zor_formbinding.h"
+#include "config/zor_form_config_rs_device.h"
 
 class QComboBox;
 
-class ZOR_Form_Config_RS_Param_Tpms : public ZOR_Form_Config_RS_Param
+class ZOR_Form_Config_RS_Param_Tpms : public ZOR_Form_Config_RS_Device
 {
     Q_OBJECT
 public:
@@ -28,16 +27,10 @@ public:
     void setModel(const QString& qsModel);
 
 public slots:
-    void readFormParam(CXMLWorkData* lpRoot) override;
-    void writeFormParam(CXMLWorkData* lpRoot) override;
-    void setDefaultParam() override;
-    void setFormEnabled(bool bEnabled) override { setEnabled(bEnabled); }
-    void translateForm() override;
     void updateRs_Settings() override;
 
 private:
     QComboBox* m_lpType = nullptr;
-    ZOR_FormBinding m_bind;
 };
 
 #endif

@@ -65,8 +65,6 @@ const KindRow kKinds[] = {
 };
 constexpr int kKindCodes = ZOR_Form_Config_RS_Port::KindHrps + 1;
 
-const QString kUserParamsNode = QStringLiteral("USRPRMS");
-
 // A port saves only the settings of its chosen device: the user agrees
 // before another device's settings stop going into the file.
 bool agreeToLeave(QWidget* lpParent, const QString& qsOld, const QString& qsNew)
@@ -105,6 +103,7 @@ ZOR_Form_Config_RS_Port::ZOR_Form_Config_RS_Port(QWidget* parent, Interface whic
     addCaptioned(1, 4, "cfgrs_006", m_lpStop);
     grid->setColumnStretch(6, 1);
     m_lpStack = new QStackedWidget(this);
+    m_stack.attach(m_lpStack, this);
     box->addWidget(m_lpStack);
     box->addStretch();
 
@@ -116,16 +115,8 @@ ZOR_Form_Config_RS_Port::ZOR_Form_Config_RS_Port(QWidget* parent, Interface whic
         m_kinds.add(QString::number(row.nKind), QLatin1String(row.lpCaptionKey));
         ZOR_Form_Config_RS_Param* lpPage = factory(m_lpStack);
         m_pages[row.nKind] = lpPage;
-        m_lpStack->addWidget(lpPage);
+        m_stack.addPage(row.nKind, lpPage);
         connect(lpPage, &ZOR_Form_Config_RS_Param::changeRs_Settings, this, &ZOR_Form_Config_RS_Port::slot_changeRs_Settings);
-        connect(lpPage, &ZOR_Form_Config::signal_UserParam_Add, this, [this](QString p, QString m, QString s, int n) {
-            if (fromShownPage())
-                emit signal_UserParam_Add(p, m, s, n);
-        });
-        connect(lpPage, &ZOR_Form_Config::signal_UserParam_Del, this, [this](QString p, QString m, QString s) {
-            if (fromShownPage())
-                emit signal_UserParam_Del(p, m, s);
-        });
         // The pages' own edits mark the document as changed too.
         connect(lpPage, &ZOR_Form_Config::signal_FormEdited, this, &ZOR_Form_Config::signal_FormEdited);
         connect(lpPage, &ZOR_Form_Config_RS_Param::openTab, this,
@@ -138,7 +129,7 @@ ZOR_Form_Config_RS_Port::ZOR_Form_Config_RS_Port(QWidget* parent, Interface whic
     translateForm();
     auto previous = std::make_shared<int>(0);
     connect(m_lpKind, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, previous] {
-        *previous = m_nShown;
+        *previous = m_stack.shownKind();
         showKind(currentKind());
     });
     // Only the user's own choice asks (activated), never a load.
@@ -186,41 +177,17 @@ QString ZOR_Form_Config_RS_Port::speed() const { return m_speeds.currentCode(m_l
 QString ZOR_Form_Config_RS_Port::parity() const { return m_parities.currentCode(m_lpParity); }
 QString ZOR_Form_Config_RS_Port::stopBits() const { return m_stops.currentCode(m_lpStop); }
 
-bool ZOR_Form_Config_RS_Port::fromShownPage() const
-{
-    const QObject* lpSender = sender();
-    return lpSender && lpSender == page(m_nShown);
-}
-
 void ZOR_Form_Config_RS_Port::showKind(int nKind)
 {
-    if (nKind == m_nShown)
+    if (!m_stack.show(nKind))
         return;
-    auto publishedBy = [](ZOR_Form_Config_RS_Param* lpPage) {
-        auto lpModbus = qobject_cast<ZOR_Form_Config_RS_Param_Mdbs*>(lpPage);
-        return lpModbus ? lpModbus->publishedParams() : QVector<ZOR_UserParamEntry>();
-    };
-    for (const ZOR_UserParamEntry& e : publishedBy(page(m_nShown)))
-        emit signal_UserParam_Del(e.qsPrefix, e.qsMess, e.qsSuffix);
-    m_nShown = nKind;
-    ZOR_Form_Config_RS_Param* lpPage = page(nKind);
-    for (const ZOR_UserParamEntry& e : publishedBy(lpPage))
-        emit signal_UserParam_Add(e.qsPrefix, e.qsMess, e.qsSuffix, e.nSize);
-    // Only the shown page counts for the size of the stack.
-    for (int i = 0; i < m_lpStack->count(); ++i) {
-        const QSizePolicy::Policy policy = m_lpStack->widget(i) == lpPage ? QSizePolicy::Preferred : QSizePolicy::Ignored;
-        m_lpStack->widget(i)->setSizePolicy(policy, policy);
-    }
-    if (lpPage) {
-        m_lpStack->setCurrentWidget(lpPage);
+    if (ZOR_Form_Config_RS_Param* lpPage = shownPage())
         lpPage->updateRs_Settings();
-    }
-    m_lpStack->adjustSize();
 }
 
 void ZOR_Form_Config_RS_Port::slot_changeRs_Settings(QWidget* lpWnd, QString qsSpeed, QString qsParity, QString qsStopBit)
 {
-    if (!lpWnd || lpWnd != page(m_nShown))
+    if (!m_stack.isShown(lpWnd))
         return;
     m_speeds.select(m_lpSpeed, qsSpeed);
     m_parities.select(m_lpParity, qsParity);
@@ -264,11 +231,8 @@ void ZOR_Form_Config_RS_Port::readFormParam(CXMLWorkData* lpRoot)
     if (!node)
         return;
     m_device.read(node.get());
-    ZOR_Form_Config_RS_Param* lpPage = shownPage();
-    if (auto lpModbus = qobject_cast<ZOR_Form_Config_RS_Param_Mdbs*>(lpPage))
-        lpModbus->readParamMdbs(node.get());
-    else if (lpPage)
-        lpPage->readFormParam(node.get());
+    if (ZOR_Form_Config_RS_Param* lpPage = shownPage())
+        lpPage->readPortParam(node.get());
     // What was saved wins over what the device page asked for while loading.
     m_line.read(node.get());
 }
@@ -279,11 +243,6 @@ void ZOR_Form_Config_RS_Port::writeFormParam(CXMLWorkData* lpRoot)
     m_device.write(node.get());
     m_line.write(node.get());
     node->writeParameters();
-    ZOR_Form_Config_RS_Param* lpPage = shownPage();
-    if (auto lpModbus = qobject_cast<ZOR_Form_Config_RS_Param_Mdbs*>(lpPage)) {
-        delete node->createNode(kUserParamsNode, 0);
-        lpModbus->writeParamMdbs(node.get());
-    } else if (lpPage) {
-        lpPage->writeFormParam(node.get());
-    }
+    if (ZOR_Form_Config_RS_Param* lpPage = shownPage())
+        lpPage->writePortParam(node.get());
 }

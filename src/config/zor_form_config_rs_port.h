@@ -31,6 +31,7 @@
 #include "config/zor_captionlist.h"
 #include "config/zor_form_config.h"
 #include "config/zor_formbinding.h"
+#include "config/zor_pagestack.h"
 
 #include <QVector>
 
@@ -59,7 +60,7 @@ public:
     void setCurrentKind(int nKind);
     // The page of a kind on this interface (null when not offered).
     ZOR_Form_Config_RS_Param* page(int nKind) const;
-    ZOR_Form_Config_RS_Param* shownPage() const { return page(currentKind()); }
+    ZOR_Form_Config_RS_Param* shownPage() const { return page(m_stack.shownKind()); }
 
     QString speed() const;
     QString parity() const;
@@ -80,7 +81,6 @@ protected:
 
 private:
     void showKind(int nKind);
-    bool fromShownPage() const;
 
     Interface m_interface;
     QComboBox* m_lpKind = nullptr;
@@ -88,6 +88,7 @@ private:
     QComboBox* m_lpParity = nullptr;
     QComboBox* m_lpStop = nullptr;
     QStackedWidget* m_lpStack = nullptr;
+    ZOR_PageStack m_stack;
     QVector<QPair<QLabel*, QString>> m_captions;
     QVector<ZOR_Form_Config_RS_Param*> m_pages;   // by kind code, null when not offered
     ZOR_CaptionList m_kinds;
@@ -96,7 +97,6 @@ private:
     ZOR_CaptionList m_stops;
     ZOR_FormBinding m_device;
     ZOR_FormBinding m_line;
-    int m_nShown = -1;
 };
 
 #endif

@@ -14,7 +14,6 @@
 #include "config/zor_form_config_set_kite3_tab_user.h"
 #include "config/zor_terminalprofile.h"
 #include "module/zor_language.h"
-#include "store/cxmltagv2.h"
 #include "store/zor_settingsnode.h"
 #include "telemetry/zor_tmi_table.h"
 
@@ -29,15 +28,8 @@ const QString kVersion3 = QStringLiteral("30");
 const QString kMaskStart = QStringLiteral("111");
 
 // The mask has 255 characters, one more than a parameter record of the
-// store holds: it is read and written on the element itself, whole.
-const char* const kMaskAttr = "mask";
-
-QString maskOf(CXMLWorkData* lpKite)
-{
-    const CXmlTagV2* lpTag = lpKite->getTag();
-    const int i = lpTag ? lpTag->attributeIndex(QString::fromLatin1(kMaskAttr)) : -1;
-    return i < 0 ? QString() : lpTag->attributes().at(i).value;
-}
+// store holds.
+const QString kMaskAttr = QStringLiteral("mask");
 
 // Tells a check what the loaded mask became: cut or padded to 255 positions,
 // or a record the terminal would refuse.
@@ -53,7 +45,7 @@ void noteMask(CXMLWorkData* lpKite, const QString& qsMask, const QString& qsKept
     else if (qsMask != qsKept)
         qsReason = QStringLiteral("not %1 positions of 0 and 1").arg(qsKept.size());
     if (!qsReason.isEmpty())
-        lpProblems->note(lpKite->getTag(), QString::fromLatin1(kMaskAttr), qsMask, qsKept, qsReason, lpWidget);
+        lpProblems->note(lpKite->getTag(), kMaskAttr, qsMask, qsKept, qsReason, lpWidget);
 }
 
 } // namespace
@@ -236,7 +228,7 @@ void ZOR_Form_Config_Set_Kite3::readFormParam(CXMLWorkData* lpRoot)
             QString qsFormat;
             lpKite->readString("format", getTypeDFProtocol(), qsFormat);
             setTypeDFProtocol(qsFormat);
-            const QString qsMask = maskOf(lpKite.get());
+            const QString qsMask = ZOR_SettingsNode::readLongText(lpKite.get(), kMaskAttr);
             setStrFormat(qsMask.isEmpty() ? getStrFormat() : qsMask);
         }
         for (ZOR_Form_Config_Set_Kite3_Tab* lpTab : qAsConst(m_tabs))
@@ -250,8 +242,9 @@ void ZOR_Form_Config_Set_Kite3::readFormParam(CXMLWorkData* lpRoot)
     // a search and the settings sheet.
     ui->label_SizeCaption->setBuddy(ui->label_Size);
     lpProblems->noteRead(lpKite->getTag(), QStringLiteral("format"), ui->comboBox_FlashFormat);
-    lpProblems->noteRead(lpKite->getTag(), QString::fromLatin1(kMaskAttr), ui->label_Size);
-    noteMask(lpKite.get(), maskOf(lpKite.get()), getStrFormat(), getProtocol_CurSize(), ui->label_Size);
+    lpProblems->noteRead(lpKite->getTag(), kMaskAttr, ui->label_Size);
+    noteMask(lpKite.get(), ZOR_SettingsNode::readLongText(lpKite.get(), kMaskAttr), getStrFormat(),
+             getProtocol_CurSize(), ui->label_Size);
 }
 
 void ZOR_Form_Config_Set_Kite3::writeFormParam(CXMLWorkData* lpRoot)
@@ -261,8 +254,7 @@ void ZOR_Form_Config_Set_Kite3::writeFormParam(CXMLWorkData* lpRoot)
     const auto lpKite = ZOR_SettingsNode::openForWrite(lpProtocol.get(), QStringLiteral("KITE"));
     lpKite->writeString("format", getTypeDFProtocol());
     lpKite->writeParameters();
-    if (CXmlTagV2* lpTag = lpKite->getTag())
-        lpTag->setTagValue(QString::fromLatin1(kMaskAttr), getStrFormat());
+    ZOR_SettingsNode::writeLongText(lpKite.get(), kMaskAttr, getStrFormat());
     for (ZOR_Form_Config_Set_Kite3_Tab* lpTab : qAsConst(m_tabs))
         lpTab->writeFormParam(lpProtocol.get());
     lpProtocol->writeParameters();

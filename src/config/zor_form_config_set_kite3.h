@@ -102,8 +102,7 @@ public:
     void setDeviceUseLBS(bool bUse);
     void setDeviceUseNaviMore(bool bUse);
 
-signals:
-    void signal_Excess_Size(bool bExcess);
+    // signal_Excess_Size(bool) is the base's.
 
 private:
     void slot_currentIndexChanged_FlashFormat(int nIndex);

@@ -67,13 +67,32 @@ void ZOR_Form_Config_Set_Kite3_Tab::setTabName(const QString& qsName, const char
     setObjectName(QStringLiteral("tab_") + qsName);
 }
 
+// The caption the telemetry field table gives field nField: that of its
+// first column with a caption.
+void ZOR_Form_Config_Set_Kite3_Tab::fieldCaption(int nField, QString& qsKey, QString& qsPattern)
+{
+    const ZorTmi::FieldInfo& info = ZorTmi::field(nField);
+    for (int c = info.firstColumn; c < info.firstColumn + info.rowCount; ++c) {
+        const ZorTmi::Column& column = ZorTmi::column(c);
+        if (column.caption && *column.caption) {
+            qsKey = QLatin1String(column.captionKey);
+            qsPattern = QLatin1String(column.caption);
+            return;
+        }
+    }
+}
+
 void ZOR_Form_Config_Set_Kite3_Tab::addBoxes(const Box* lpBoxes, int nCount)
 {
     for (int i = 0; i < nCount; ++i) {
         Item item;
         item.nFirst = lpBoxes[i].nField;
-        item.qsKey = QLatin1String(lpBoxes[i].lpKey);
-        item.qsPattern = QLatin1String(lpBoxes[i].lpPattern);
+        if (lpBoxes[i].lpKey) {
+            item.qsKey = QLatin1String(lpBoxes[i].lpKey);
+            item.qsPattern = QLatin1String(lpBoxes[i].lpPattern);
+        } else {
+            fieldCaption(item.nFirst, item.qsKey, item.qsPattern);
+        }
         item.nFlags = lpBoxes[i].nFlags;
         item.nDefault = (item.nFlags & (Default | Fixed)) ? 1 : 0;
         item.lpBox = new QCheckBox(this);

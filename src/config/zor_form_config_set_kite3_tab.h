@@ -9,8 +9,9 @@
 // follows the protocol version and the terminal's capabilities.
 //
 //   const ZOR_Form_Config_Set_Kite3_Tab::Box kBoxes[] = {
-//       {19, "tmikte_158"},                  // caption of the telemetry column
-//       {21, "tmikte_161", "%1 1", Default}, // "Analogue input 1", on in a new configuration
+//       {19},                                // the field table's caption of field 19
+//       {21, nullptr, nullptr, Default},     // the same, on in a new configuration
+//       {98, "cfgkt_033"},                   // a caption of its own
 //   };
 //   addBoxes(kBoxes);
 //   layoutByVersion();
@@ -50,7 +51,10 @@ public:
 
     struct Box {
         int nField;
-        const char* lpKey;              // caption key; empty: the pattern alone
+        // Caption key; empty: the pattern alone; null: the caption the
+        // telemetry field table gives the field (its first column's), and
+        // lpPattern is not used.
+        const char* lpKey = nullptr;
         const char* lpPattern = "%1";   // %1 is the text of lpKey
         int nFlags = 0;
     };
@@ -68,6 +72,9 @@ public:
     static int fieldVersion(int nField);
     // Bytes of fields nFirst .. nFirst + nCount - 1, from the telemetry field table.
     static int fieldsSize(int nFirst, int nCount);
+    // The caption the telemetry field table gives a field: its key and the
+    // pattern that places the key's text.
+    static void fieldCaption(int nField, QString& qsKey, QString& qsPattern);
 
     void translateForm() override;
     void setDefaultParam() override;

@@ -5,15 +5,15 @@ namespace {
 using Tab = ZOR_Form_Config_Set_Kite3_Tab;
 
 const Tab::Box kBoxes[] = {
-    {106, "tmikte_222"},
+    {106},
     {107, "tmikte_223"},
-    {108, "tmikte_224"},
+    {108},
     {109, "cfgkt_035"},
     {139, "cfgkt_038"},
-    {140, "tmikte_248"},
+    {140},
     {141, "cfgkt_039"},
-    {143, "tmikte_252"},
-    {144, "tmikte_253"},
+    {143},
+    {144},
     {145, "tmikte_254"},
     {146, "cfgkt_048"},
 };

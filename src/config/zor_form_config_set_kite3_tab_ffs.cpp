@@ -6,16 +6,16 @@ using Tab = ZOR_Form_Config_Set_Kite3_Tab;
 
 const Tab::Box kBoxes[] = {
     {171, "cfgkt_042"},
-    {172, "tmikte_267"},
-    {173, "tmikte_268"},
-    {174, "tmikte_269"},
-    {175, "tmikte_270"},
-    {176, "tmikte_271"},
-    {177, "tmikte_272"},
-    {178, "tmikte_273"},
-    {179, "tmikte_274"},
-    {180, "tmikte_275"},
-    {181, "tmikte_276"},
+    {172},
+    {173},
+    {174},
+    {175},
+    {176},
+    {177},
+    {178},
+    {179},
+    {180},
+    {181},
 };
 
 } // namespace

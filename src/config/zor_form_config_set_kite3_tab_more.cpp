@@ -5,12 +5,12 @@ namespace {
 using Tab = ZOR_Form_Config_Set_Kite3_Tab;
 
 const Tab::Box kBoxes[] = {
-    {104, "tmikte_220"},
-    {105, "tmikte_221"},
+    {104},
+    {105},
     {118, "cfgkt_036"},
-    {119, "tmikte_236"},
-    {120, "tmikte_237"},
-    {121, "tmikte_238"},
+    {119},
+    {120},
+    {121},
     {122, "cfgkt_037"},
     {142, "cfgkt_040"},
 };

@@ -6,11 +6,11 @@ using Tab = ZOR_Form_Config_Set_Kite3_Tab;
 
 const Tab::Box kBoxes[] = {
     {98, "cfgkt_033"},
-    {99, "tmikte_208"},
+    {99},
     {100, "cfgkt_034"},
-    {101, "tmikte_217"},
-    {102, "tmikte_218"},
-    {103, "tmikte_219"},
+    {101},
+    {102},
+    {103},
 };
 
 } // namespace

@@ -24,18 +24,6 @@ bool isRoamingValue(const QByteArray& attr)
     return attr == "cnctR" || attr == "callR" || attr == "smsR";
 }
 
-// A data state: the code of the shown caption, 0 when the caption is unknown.
-void bindState(ZOR_FormBinding& bind, const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
-               const QString& qsDefault)
-{
-    bind.custom(lpAttr, lpBox, qsDefault,
-                [lpBox, lpList] {
-                    const QString qsCode = lpList->currentCode(lpBox);
-                    return qsCode.isEmpty() ? QStringLiteral("0") : qsCode;
-                },
-                [lpBox, lpList, qsDefault](const QString& qsValue) { lpList->selectOr(lpBox, qsValue, qsDefault); });
-}
-
 // Seconds shown in whole minutes; the remainder is dropped.
 void bindMinutes(ZOR_FormBinding& bind, const char* lpAttr, QSpinBox* lpSpin, int nDefaultSeconds)
 {
@@ -159,12 +147,12 @@ void ZOR_Form_Config_Transfer_SrvAlg::initForm()
 void ZOR_Form_Config_Transfer_SrvAlg::bindSim(int nIndex)
 {
     Sim& sim = m_sims[nIndex];
-    const QString qsRoam = nIndex == 0 && m_nRoamingReadMode == 1 ? QStringLiteral("1") : QStringLiteral("0");
-    const bool bRoam = qsRoam == QLatin1String("1");
+    const bool bRoam = nIndex == 0 && m_nRoamingReadMode == 1;
     sim.bind.clear();
-    bindState(sim.bind, "cnctH", sim.ui->comboCnctH, &m_homeStates, QStringLiteral("1"));
-    bindState(sim.bind, "cnctR", sim.ui->comboCnctR, &m_roamStates, qsRoam);
-    sim.bind.check("callH", sim.ui->checkCallH, true)
+    // A data state: an unknown caption is saved as state 0.
+    sim.bind.numberCaption("cnctH", sim.ui->comboCnctH, &m_homeStates, 1, 0)
+        .numberCaption("cnctR", sim.ui->comboCnctR, &m_roamStates, bRoam ? 1 : 0, 0)
+        .check("callH", sim.ui->checkCallH, true)
         .check("callR", sim.ui->checkCallR, bRoam)
         .check("smsH", sim.ui->checkSmsH, true)
         .check("smsR", sim.ui->checkSmsR, bRoam)

@@ -96,6 +96,20 @@ ZOR_FormBinding& ZOR_FormBinding::custom(const char* lpAttr, QWidget* lpWidget, 
     return append(std::move(row));
 }
 
+ZOR_FormBinding& ZOR_FormBinding::numberCaption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
+                                                int nDefault, int nUnknown)
+{
+    const QString qsDefault = QString::number(nDefault);
+    auto store = [lpBox, lpList, nUnknown] {
+        const QString qsCode = lpList->currentCode(lpBox);
+        return qsCode.isEmpty() ? QString::number(nUnknown) : qsCode;
+    };
+    auto show = [lpBox, lpList, qsDefault](const QString& qsValue) {
+        lpList->selectOr(lpBox, QString::number(toInt(qsValue)), qsDefault);
+    };
+    return append({lpAttr, lpBox, Custom, qsDefault, lpList, 0, store, show});
+}
+
 ZOR_FormBinding& ZOR_FormBinding::hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits)
 {
     return append({lpAttr, lpEdit, HexUpper, upperHex(uint(nDefault), nDigits), nullptr, nDigits, {}, {}});

@@ -64,6 +64,12 @@ public:
     // "0A"); text that is not hexadecimal or does not fit nDigits digits
     // loads nDefault.
     ZOR_FormBinding& hexUpper(const char* lpAttr, QLineEdit* lpEdit, int nDefault, int nDigits);
+    // A caption list whose codes are numbers: stored as the code of the shown
+    // caption (nUnknown when none is shown), read as an integer (" 3" and
+    // "03" are 3); a number the list lacks shows nDefault, or leaves the
+    // selection when the list lacks that too.
+    ZOR_FormBinding& numberCaption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList, int nDefault,
+                                   int nUnknown);
     // A value the form converts itself (a timer stored in seconds and shown
     // in minutes, a value spread over two widgets): store gives the stored
     // text, show gets the stored text (the default when absent or empty).

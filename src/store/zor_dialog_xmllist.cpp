@@ -75,13 +75,13 @@ ZOR_Dialog_XmlList::~ZOR_Dialog_XmlList()
 
 void ZOR_Dialog_XmlList::translateForm()
 {
-    setWindowTitle(zorTr(QStringLiteral("lst_001")));
-    ui->pushButton_Save->setText(zorTr(QStringLiteral("lst_002")));
-    ui->pushButton_Cancel->setText(zorTr(QStringLiteral("lst_003")));
-    ui->toolButton_Add->setToolTip(zorTr(QStringLiteral("lst_004")));
-    ui->toolButton_Del->setToolTip(zorTr(QStringLiteral("lst_005")));
-    ui->toolButton_Up->setToolTip(zorTr(QStringLiteral("lst_006")));
-    ui->toolButton_Down->setToolTip(zorTr(QStringLiteral("lst_007")));
+    setWindowTitle(zorTr(QLatin1String(m_keys.lpTitle)));
+    ui->pushButton_Save->setText(zorTr(QLatin1String(m_keys.lpSave)));
+    ui->pushButton_Cancel->setText(zorTr(QLatin1String(m_keys.lpCancel)));
+    ui->toolButton_Add->setToolTip(zorTr(QLatin1String(m_keys.lpAdd)));
+    ui->toolButton_Del->setToolTip(zorTr(QLatin1String(m_keys.lpDel)));
+    ui->toolButton_Up->setToolTip(zorTr(QLatin1String(m_keys.lpUp)));
+    ui->toolButton_Down->setToolTip(zorTr(QLatin1String(m_keys.lpDown)));
     QStringList headers{QStringLiteral("№")};
     for (const ZOR_XmlListField& field : vFields)
         headers << zorTr(field.qsCaptionKey);

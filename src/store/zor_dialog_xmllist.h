@@ -129,7 +129,18 @@ protected:
     QStringList rowFields(const QTreeWidgetItem* item) const;
     QString fileSubPath() const { return qsFileSubPath; }
 
-    Ui::ZOR_Dialog_XmlList* ui;
+    // Language keys of the window title and the buttons; a subclass with
+    // texts of its own sets them before translateForm() runs.
+    struct CaptionKeys {
+        const char* lpTitle = "lst_001";
+        const char* lpSave = "lst_002";
+        const char* lpCancel = "lst_003";
+        const char* lpAdd = "lst_004";
+        const char* lpDel = "lst_005";
+        const char* lpUp = "lst_006";
+        const char* lpDown = "lst_007";
+    };
+    void setCaptionKeys(const CaptionKeys& keys) { m_keys = keys; }
 
 protected slots:
     void slot_pressed_Btn_Add();
@@ -146,6 +157,8 @@ private:
     void renumberRows();
     void updateButtons();
 
+    Ui::ZOR_Dialog_XmlList* ui;
+    CaptionKeys m_keys;
     QString qsFileSubPath;
     QString qsRootElement;
     QString qsRecordElement;

@@ -25,3 +25,16 @@ std::unique_ptr<CXMLWorkData> ZOR_SettingsNode::openForWrite(CXMLWorkData* paren
     node->clearNode();
     return node;
 }
+
+QString ZOR_SettingsNode::readLongText(const CXMLWorkData* lpNode, const QString& qsAttr)
+{
+    const CXmlTagV2* lpTag = lpNode ? lpNode->getTag() : nullptr;
+    const int i = lpTag ? lpTag->attributeIndex(qsAttr) : -1;
+    return i < 0 ? QString() : lpTag->attributes().at(i).value;
+}
+
+void ZOR_SettingsNode::writeLongText(CXMLWorkData* lpNode, const QString& qsAttr, const QString& qsValue)
+{
+    if (CXmlTagV2* lpTag = lpNode ? lpNode->getTag() : nullptr)
+        lpTag->setTagValue(qsAttr, qsValue);
+}

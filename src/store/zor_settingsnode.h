@@ -38,6 +38,13 @@ public:
     // its attributes and children removed. Never null: without a document
     // the cursor drops its writes.
     static std::unique_ptr<CXMLWorkData> openForWrite(CXMLWorkData* parent, const QString& qsName);
+
+    // An attribute longer than a parameter record holds (the field-set mask
+    // has 255 characters), read and set on the node's element whole. Set it
+    // after the node's parameters are written, which rewrite the element.
+    // Reading gives "" when the node or the attribute is missing.
+    static QString readLongText(const CXMLWorkData* lpNode, const QString& qsAttr);
+    static void writeLongText(CXMLWorkData* lpNode, const QString& qsAttr, const QString& qsValue);
 };
 
 #endif
