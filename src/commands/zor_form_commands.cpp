@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDateTime>
+#include <QDir>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
@@ -127,7 +128,11 @@ void ZOR_Form_Commands::initForm()
     connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any,
             &QAbstractButton::click);
     lpHistory = new ZOR_CommandHistory;
-    lpHistory->load(ZOR_CommandHistory::defaultPath());
+    if (!lpHistory->load(ZOR_CommandHistory::defaultPath())) {
+        // A history that is there but cannot be read is not written over.
+        bHistoryKept = false;
+        tellPathFault(QStringLiteral("path_002"), ZOR_CommandHistory::defaultPath(), lpHistory->errorString());
+    }
     ui->lineEdit_Cmd_Any->installEventFilter(this);
     connect(ui->toolButton_Clear, &QAbstractButton::clicked, modelLog, &ZOR_Model_Log::clear);
 
@@ -609,7 +614,25 @@ void ZOR_Form_Commands::sendFreeCommand()
     if (qsLine.isEmpty())
         return;
     lpHistory->add(qsLine);
-    lpHistory->save(ZOR_CommandHistory::defaultPath());
+    if (!bHistoryKept)
+        return;
+    const QString qsPath = ZOR_CommandHistory::defaultPath();
+    if (lpHistory->save(qsPath)) {
+        bHistoryFailureTold = false;
+    } else if (!bHistoryFailureTold) {
+        // Said once until a save works again, not after every command; the
+        // history stays whole in memory meanwhile.
+        bHistoryFailureTold = true;
+        tellPathFault(QStringLiteral("path_001"), qsPath, lpHistory->errorString());
+    }
+}
+
+void ZOR_Form_Commands::tellPathFault(const QString& qsKey, const QString& qsPath, const QString& qsReason)
+{
+    const QString qsText = zorTr(qsKey).arg(QDir::toNativeSeparators(qsPath), qsReason);
+    qWarning("%s", qPrintable(qsText));
+    ZOR_Dialog_XmlList::ask(this, QMessageBox::Warning, QStringLiteral("%1!").arg(zorTr(QStringLiteral("wrd_005"))),
+                            qsText, {zorTr(QStringLiteral("wrd_003"))});
 }
 
 bool ZOR_Form_Commands::eventFilter(QObject* watched, QEvent* event)

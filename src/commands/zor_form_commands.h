@@ -76,6 +76,8 @@ private:
     void sendCommand(const QByteArray& bytes);
     void sendFreeCommand();
     bool commandLineKey(int nKey);
+    // Tells the user (and stderr) that a file could not be used.
+    void tellPathFault(const QString& qsKey, const QString& qsPath, const QString& qsReason);
     void sendCommandText(const QString& qsText);
     void scrollLogLater();
     void showNewLogRows();
@@ -121,6 +123,10 @@ private:
     QAction* actionSaveLog = nullptr;
     QAction* actionDetail = nullptr;
     bool bFollowLog = true;
+    // The history file could be read (false: it is left as it is); a failed
+    // save was told.
+    bool bHistoryKept = true;
+    bool bHistoryFailureTold = false;
     int nRowsSeen = 0;
     // The log's scroll position while rows come or go above it; -1 else.
     int nLogShiftFrom = -1;
