@@ -12,6 +12,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build-test}
+ZOR_EXTRA_PACKAGES="desktop-file-utils appstream" bash scripts/deps.sh
 export QT_QPA_PLATFORM=offscreen
 work=$(mktemp -d)
 trap 'chmod -R u+w "$work" 2>/dev/null; rm -rf "$work"' EXIT
@@ -20,7 +21,9 @@ step() { echo "--- $*"; }
 die() { echo "FAIL: $*" >&2; exit 1; }
 
 step "install $build to a staging prefix"
-cmake --build "$build" -j"$(nproc)" --target ZOR_Commands zor-host zor-sim zor-tool >/dev/null
+targets=(ZOR_Commands zor-host zor-sim zor-tool)
+cmake --build "$build" --target help | grep -q '^zor_manpages:' && targets+=(zor_manpages)
+cmake --build "$build" -j"$(nproc)" --target "${targets[@]}" >/dev/null
 cmake --install "$build" --prefix "$work/stage" >/dev/null
 libdir=$(cd "$work/stage" && dirname "$(find . -name 'libZOR_Commands.so.1' | head -1)")
 for f in bin/zor-host bin/zor-sim bin/zor-tool "$libdir/libZOR_Commands.so.1" \
@@ -31,6 +34,8 @@ for f in bin/zor-host bin/zor-sim bin/zor-tool "$libdir/libZOR_Commands.so.1" \
   [ -e "$work/stage/$f" ] || die "not installed: $f"
 done
 readelf -d "$work/stage/bin/zor-host" | grep -q 'RUNPATH.*\$ORIGIN' || die "zor-host has no \$ORIGIN RUNPATH"
+desktop-file-validate "$work/stage/share/applications/zor-host.desktop"
+appstreamcli validate --no-net "$work/stage/share/metainfo/"*.metainfo.xml >/dev/null
 readelf -d "$work/stage/$libdir/libZOR_Commands.so.1" | grep -q 'SONAME.*libZOR_Commands.so.1' || die "soname"
 
 step "examples/minimal-host with find_package"
@@ -80,6 +85,7 @@ fi
 
 if [ "${ZOR_SKIP_PACKAGES:-0}" != 1 ]; then
   step "Debian packages"
-  bash scripts/package.sh
+  # The debug symbol packages only cost time here.
+  DEB_BUILD_OPTIONS=noautodbgsym bash scripts/package.sh
 fi
 echo "install checks passed"

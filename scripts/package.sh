@@ -7,7 +7,8 @@
 #   zor-commands         zor-host, zor-sim, zor-tool, desktop entry, man pages
 # The source is copied to build-pkg/src first, so the tree stays clean.
 # ZOR_PKG_CMAKE_ARGS is passed to the package's cmake (for example
-# -DCMAKE_CXX_COMPILER_LAUNCHER=ccache).
+# -DCMAKE_CXX_COMPILER_LAUNCHER=ccache); DEB_BUILD_OPTIONS as usual
+# (noautodbgsym leaves out the -dbgsym packages).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 ZOR_EXTRA_PACKAGES="debhelper dpkg-dev lintian desktop-file-utils appstream" bash scripts/deps.sh
@@ -26,7 +27,7 @@ else
   tar --exclude='./build*' --exclude='./.git' -cf - . | tar -xf - -C "$src"
 fi
 
-export DEB_BUILD_OPTIONS="${DEB_BUILD_OPTIONS:-} parallel=$(nproc)"
+export DEB_BUILD_OPTIONS="${DEB_BUILD_OPTIONS:+$DEB_BUILD_OPTIONS }parallel=$(nproc)"
 (cd "$src" && dpkg-buildpackage -b -us -uc)
 mv "$out"/src/*.deb "$out"/src/*.changes "$out"/src/*.buildinfo "$out"/
 rm -rf "$out/src"
