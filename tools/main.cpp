@@ -1,5 +1,5 @@
 // zor-tool: frames, checksums, telemetry records and settings documents of
-// the module, from the command line.
+// the module, and text commands to a terminal, from the command line.
 
 #include "zor_tool.h"
 #include "zor_tool_common.h"
@@ -27,6 +27,7 @@ const Subcommand kSubcommands[] = {
     {"csv", toolCsv, "export telemetry records to CSV"},
     {"settings", toolSettings, "read and change settings documents"},
     {"log", toolLog, "show an exchange log as lines: log FILE"},
+    {"term", toolTerm, "send commands to a terminal: term --port PORT [COMMAND...]"},
     {"config", toolConfig, "new, normalize and diff settings documents through every settings form"},
 };
 
