@@ -9,6 +9,7 @@
 #include "zor_host_window.h"
 
 #include "module/zor_global.h"
+#include "store/zor_dialog_xmllist.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -97,6 +98,8 @@ int main(int argc, char** argv)
     answerWithoutDisplay(argc, argv);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zor-host"));
+    // The desktop entry zor-host.desktop: its icon and name in the task bar.
+    QGuiApplication::setDesktopFileName(QStringLiteral("zor-host"));
 
     QCommandLineParser parser;
     Options options;
@@ -106,6 +109,15 @@ int main(int argc, char** argv)
     const bool bScripted = parser.isSet(options.demo) || parser.isSet(options.screenshot)
         || parser.isSet(options.screenshotConfig) || parser.isSet(options.screenshotTelemetry);
 
+    if (bScripted) {
+        // Nobody is there to press a button: what the module would ask or
+        // tell (a file that could not be saved) goes to stderr instead.
+        ZOR_Dialog_XmlList::setAnswerer([](QMessageBox::Icon, const QString& qsTitle, const QString& qsText,
+                                           const QStringList&) {
+            std::fprintf(stderr, "zor-host: %s %s\n", qPrintable(qsTitle), qPrintable(qsText));
+            return 0;
+        });
+    }
     app.setProperty("zor_programLanguage", parser.value(options.language));
     ZOR_HostModule module;
     module.setCoordSystem(parser.value(options.dialect).toInt());

@@ -79,13 +79,25 @@ if [ "$(id -u)" = 0 ]; then
   [ "$(stat -c %U "$history")" = nobody ] || die "history not owned by nobody"
   [ -z "$(find "$work/ro" -newer "$work/marker")" ] || die "the read-only copy was written"
   grep -q 'could not be saved' "$work/demo2.out" && die "a save failed: $(cat "$work/demo2.out")"
+  # A HOME nobody may write to: the demo still runs and says what it could not keep.
+  cp "$history" "$work/history.before"
+  chmod -R a-w "$work/home"
+  runuser -u nobody -- env -i PATH=/usr/bin:/bin HOME="$work/home" QT_QPA_PLATFORM=offscreen \
+    "$work/ro/bin/zor-host" --demo --language en >"$work/demo3.out" 2>&1 || { cat "$work/demo3.out"; die "demo 3"; }
+  grep -q 'The command history could not be saved' "$work/demo3.out" || die "an unsaved history was not told"
+  cmp -s "$history" "$work/history.before" || die "the history under a read-only HOME changed"
 else
   echo "(not root: skipped)"
 fi
 
 if [ "${ZOR_SKIP_PACKAGES:-0}" != 1 ]; then
   step "Debian packages"
-  # The debug symbol packages only cost time here.
-  DEB_BUILD_OPTIONS=noautodbgsym bash scripts/package.sh
+  # The debug symbol packages only cost time here. The build's compile
+  # lines go to a log, shown when the build fails.
+  if ! DEB_BUILD_OPTIONS=noautodbgsym bash scripts/package.sh >"$work/package.log" 2>&1; then
+    tail -60 "$work/package.log"
+    die "the packages were not built, or lintian found errors"
+  fi
+  sed -n '/^=== lintian/,$p' "$work/package.log"
 fi
 echo "install checks passed"

@@ -629,10 +629,9 @@ void ZOR_Form_Commands::sendFreeCommand()
 
 void ZOR_Form_Commands::tellPathFault(const QString& qsKey, const QString& qsPath, const QString& qsReason)
 {
-    const QString qsText = zorTr(qsKey).arg(QDir::toNativeSeparators(qsPath), qsReason);
-    qWarning("%s", qPrintable(qsText));
     ZOR_Dialog_XmlList::ask(this, QMessageBox::Warning, QStringLiteral("%1!").arg(zorTr(QStringLiteral("wrd_005"))),
-                            qsText, {zorTr(QStringLiteral("wrd_003"))});
+                            zorTr(qsKey).arg(QDir::toNativeSeparators(qsPath), qsReason),
+                            {zorTr(QStringLiteral("wrd_003"))});
 }
 
 bool ZOR_Form_Commands::eventFilter(QObject* watched, QEvent* event)

@@ -76,7 +76,7 @@ private:
     void sendCommand(const QByteArray& bytes);
     void sendFreeCommand();
     bool commandLineKey(int nKey);
-    // Tells the user (and stderr) that a file could not be used.
+    // Tells the user that a file could not be used.
     void tellPathFault(const QString& qsKey, const QString& qsPath, const QString& qsReason);
     void sendCommandText(const QString& qsText);
     void scrollLogLater();
