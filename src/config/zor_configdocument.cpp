@@ -6,6 +6,7 @@
 #include "store/cserialize.h"
 #include "store/cxmltagv2.h"
 #include "store/cxmlworkdata.h"
+#include "store/zor_settingsnode.h"
 
 #include <QFileInfo>
 
@@ -140,7 +141,18 @@ void ZOR_ConfigDocument::readForms()
     for (int pass = 0; pass < 2; ++pass)
         for (int i = 0; i < m_forms.size(); ++i)
             if (m_pages[i].bLoadLast == (pass == 1))
-                m_forms[i]->readFormParam(&root);
+                readForm(i, &root);
+}
+
+void ZOR_ConfigDocument::readForm(int nIndex, CXMLWorkData* lpRoot)
+{
+    if (!m_pages[nIndex].lpNode) {
+        m_forms[nIndex]->readFormParam(lpRoot);
+        return;
+    }
+    // A missing element leaves the defaults the form was just given.
+    if (auto node = ZOR_SettingsNode::openForRead(lpRoot, QLatin1String(m_pages[nIndex].lpNode)))
+        m_forms[nIndex]->readFormParam(node.get());
 }
 
 void ZOR_ConfigDocument::writeForms()
@@ -151,8 +163,14 @@ void ZOR_ConfigDocument::writeForms()
     }
     CXmlTagV2* lpTop = m_doc->root();
     CXMLWorkData root(m_doc.get(), lpTop ? lpTop : m_doc->topNode(QString::fromLatin1(qsRootName), true));
-    for (ZOR_Form_Config* lpForm : m_forms)
-        lpForm->writeFormParam(&root);
+    for (int i = 0; i < m_forms.size(); ++i) {
+        if (!m_pages[i].lpNode) {
+            m_forms[i]->writeFormParam(&root);
+            continue;
+        }
+        auto node = ZOR_SettingsNode::openForWrite(&root, QLatin1String(m_pages[i].lpNode));
+        m_forms[i]->writeFormParam(node.get());
+    }
 }
 
 QByteArray ZOR_ConfigDocument::render()

@@ -13,8 +13,9 @@
 //   doc.save("cfg.xml");                // atomic; the old file stays whole on failure
 //
 // The document's top element is "CONFIG" (qsRootName); each form gets a
-// cursor on it and keeps its own nodes below it. Nodes no form knows are
-// kept as they are.
+// cursor on it and keeps its own nodes below it, or, when its page names an
+// element (lpNode), a cursor on that element. Nodes no form knows are kept
+// as they are.
 
 #include "config/zor_configpages.h"
 #include "config/zor_terminalprofile.h"
@@ -26,6 +27,7 @@
 #include <memory>
 
 class CSerialize;
+class CXMLWorkData;
 class QWidget;
 class ZOR_Form_Config;
 class ZOR_UserParamRegistry;
@@ -80,6 +82,7 @@ signals:
 private:
     void writeForms();
     void readForms();
+    void readForm(int nIndex, CXMLWorkData* lpRoot);
     void attach(std::unique_ptr<CSerialize> doc, const QString& qsFileName);
 
     QVector<ZOR_Form_Config*> m_forms;

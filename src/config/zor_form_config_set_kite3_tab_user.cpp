@@ -377,10 +377,18 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         const auto lpNode = ZOR_SettingsNode::openForRead(lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
         if (!lpNode)
             continue;
+        // The mask decides which fields are present: a choice saved for a
+        // field the mask leaves out is not taken.
+        if (!boxOf(slot.nField)->isChecked())
+            continue;
         ZOR_UserParamEntry entry;
         lpNode->readString("prefix", QString(), entry.qsPrefix);
         lpNode->readString("mess", QString(), entry.qsMess);
         lpNode->readString("suffix", QString(), entry.qsSuffix);
+        // A value of another width would not fit the slot's field.
+        const int nWidth = ZOR_DataTypes::sizeOf(entry.qsSuffix);
+        if (nWidth != 0 && nWidth != slot.nWidth)
+            continue;
         entry.qsSuffix = shownSuffix(entry.qsPrefix, entry.qsSuffix);
         if (!isNone(entry))
             choose(slot, entry);

@@ -9,9 +9,12 @@
 #include "module/zor_language.h"
 #include "store/zor_settingsnode.h"
 
+#include <QTime>
+
 namespace {
 
 constexpr int kGroupSecondsDefault = 30;
+constexpr int kSecondsPerDay = 86400;
 
 // The roaming values whose reading for SIM 1 follows the read mode.
 bool isRoamingValue(const QByteArray& attr)
@@ -39,17 +42,17 @@ void bindMinutes(ZOR_FormBinding& bind, const char* lpAttr, QSpinBox* lpSpin, in
                 [lpSpin](const QString& qsValue) { lpSpin->setValue(ZOR_FormBinding::intValue(qsValue) / 60); });
 }
 
-// Seconds shown as hours and minutes.
+// Seconds shown as hours and minutes of the time of day that many seconds
+// after midnight.
 void bindHoursMinutes(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpBox, QSpinBox* lpHours,
                       QSpinBox* lpMinutes, int nDefaultSeconds)
 {
     bind.custom(lpAttr, lpBox, QString::number(nDefaultSeconds),
                 [lpHours, lpMinutes] { return QString::number(lpHours->value() * 3600 + lpMinutes->value() * 60); },
                 [lpHours, lpMinutes](const QString& qsValue) {
-                    const int nMax = lpHours->maximum() * 3600 + lpMinutes->maximum() * 60;
-                    const int nSeconds = qBound(0, ZOR_FormBinding::intValue(qsValue), nMax);
-                    lpHours->setValue(nSeconds / 3600);
-                    lpMinutes->setValue(nSeconds % 3600 / 60);
+                    const QTime time = QTime(0, 0).addSecs(ZOR_FormBinding::intValue(qsValue) % kSecondsPerDay);
+                    lpHours->setValue(time.hour());
+                    lpMinutes->setValue(time.minute());
                 });
 }
 
@@ -226,8 +229,9 @@ void ZOR_Form_Config_Transfer_SrvAlg::readFormParam(CXMLWorkData* lpParent)
     for (int i = 0; i < simCount(); ++i) {
         if (auto node = ZOR_SettingsNode::openForRead(lpParent, ZOR_SettingsNode::name("SIM", i + 1, "RULES")))
             readSim(i, node.get());
-        m_sims[i].lpBList->readFormParam(lpParent);
-        m_sims[i].lpWList->readFormParam(lpParent);
+        for (const auto& list : listNodes(i))
+            if (auto node = ZOR_SettingsNode::openForRead(lpParent, list.second))
+                list.first->readFormParam(node.get());
     }
     if (auto node = ZOR_SettingsNode::openForRead(lpParent, QStringLiteral("RULES")))
         m_rules.read(node.get());
@@ -240,11 +244,18 @@ void ZOR_Form_Config_Transfer_SrvAlg::writeFormParam(CXMLWorkData* lpParent)
 {
     for (int i = 0; i < simCount(); ++i) {
         m_sims[i].bind.writeNode(lpParent, ZOR_SettingsNode::name("SIM", i + 1, "RULES"));
-        m_sims[i].lpBList->writeFormParam(lpParent);
-        m_sims[i].lpWList->writeFormParam(lpParent);
+        for (const auto& list : listNodes(i))
+            list.first->writeFormParam(ZOR_SettingsNode::openForWrite(lpParent, list.second).get());
     }
     m_rules.writeNode(lpParent, QStringLiteral("RULES"));
     m_roam.writeNode(lpParent, QStringLiteral("ROAM"));
+}
+
+// The list dialogs of one SIM with the nodes the page opens for them.
+QVector<QPair<ZOR_Form_Config*, QString>> ZOR_Form_Config_Transfer_SrvAlg::listNodes(int nIndex) const
+{
+    const Sim& sim = m_sims[nIndex];
+    return {{sim.lpBList, sim.lpBList->nodeName()}, {sim.lpWList, sim.lpWList->nodeName()}};
 }
 
 void ZOR_Form_Config_Transfer_SrvAlg::applyProfile(const ZOR_TerminalProfile& profile)
