@@ -30,7 +30,7 @@ const Subcommand kSubcommands[] = {
     {"settings", toolSettings, "read and change settings documents"},
     {"log", toolLog, "show an exchange log as lines: log FILE"},
     {"term", toolTerm, "send commands to a terminal: term --port PORT [COMMAND...]"},
-    {"config", toolConfig, "new, normalize and diff settings documents through every settings form"},
+    {"config", toolConfig, "new, normalize, diff, check and sheet: settings documents through every form"},
 };
 
 int usage(int code)

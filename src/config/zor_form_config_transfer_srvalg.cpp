@@ -9,6 +9,8 @@
 #include "module/zor_language.h"
 #include "store/zor_settingsnode.h"
 
+#include <QPushButton>
+#include <QScreen>
 #include <QTime>
 
 namespace {
@@ -63,6 +65,33 @@ int stateOf(const ZOR_CaptionList& list, const QComboBox* lpBox)
 
 } // namespace
 
+namespace {
+
+// An operator list opens at a size that shows its title and rows, beside
+// the page it belongs to, and inside the screen.
+void showBeside(QWidget* lpList, QWidget* lpPage)
+{
+    const QSize wanted = lpList->sizeHint().expandedTo(QSize(420, 360));
+    if (!lpList->isVisible())
+        lpList->resize(wanted.expandedTo(lpList->size()));
+    const QWidget* lpWindow = lpPage->window();
+    const QRect frame = lpWindow->frameGeometry();
+    QRect area = QRect(QPoint(0, 0), lpList->size());
+    if (const QScreen* lpScreen = lpWindow->screen())
+        area = lpScreen->availableGeometry();
+    QPoint at(frame.right() + 8, frame.top() + 40);
+    if (at.x() + lpList->width() > area.right())
+        at.setX(frame.center().x() - lpList->width() / 2);
+    at.setX(qBound(area.left(), at.x(), qMax(area.left(), area.right() - lpList->width())));
+    at.setY(qBound(area.top(), at.y(), qMax(area.top(), area.bottom() - lpList->height() - 40)));
+    lpList->move(at);
+    lpList->show();
+    lpList->raise();
+    lpList->activateWindow();
+}
+
+} // namespace
+
 ZOR_Form_Config_Transfer_SrvAlg::ZOR_Form_Config_Transfer_SrvAlg(QWidget* parent)
     : ZOR_Form_Config(parent)
     , ui(new Ui::ZOR_Form_Config_Transfer_SrvAlg)
@@ -95,11 +124,7 @@ void ZOR_Form_Config_Transfer_SrvAlg::initForm()
         for (ZOR_Form_Config* lpList : {static_cast<ZOR_Form_Config*>(sim.lpBList),
                                         static_cast<ZOR_Form_Config*>(sim.lpWList)}) {
             QPushButton* lpButton = lpList == sim.lpBList ? sim.ui->btnBList : sim.ui->btnWList;
-            connect(lpButton, &QPushButton::clicked, lpList, [lpList] {
-                lpList->show();
-                lpList->raise();
-                lpList->activateWindow();
-            });
+            connect(lpButton, &QPushButton::clicked, lpList, [this, lpList] { showBeside(lpList, this); });
         }
         for (QComboBox* lpBox : {sim.ui->comboCnctH, sim.ui->comboCnctR})
             connect(lpBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
