@@ -20,6 +20,7 @@
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScrollArea>
@@ -408,6 +409,7 @@ bool ZOR_ConfigWindow::openFile(const QString& qsFileName)
         startFrom(QStringLiteral("cfgwin_117"), QString());
         return true;
     }
+    m_bMarkupDropAccepted = false;
     addRecent(qsFileName);
     startFrom(QStringLiteral("cfgwin_020"), qsFileName);
     return true;
@@ -429,6 +431,8 @@ bool ZOR_ConfigWindow::saveAs(const QString& qsFileName)
         if (QFileInfo(qsFile).suffix().isEmpty())
             qsFile = ensureSuffix(qsFile, QStringLiteral(".xml"));
     }
+    if (!mayReplace(qsFile))
+        return false;
     if (!m_lpDoc->save(qsFile)) {
         QMessageBox::warning(this, text("cfgwin_016"), m_lpDoc->errorString());
         return false;
@@ -441,6 +445,47 @@ bool ZOR_ConfigWindow::saveAs(const QString& qsFileName)
     refreshChanges();
     updateTitle();
     updateStatus();
+    return true;
+}
+
+// Before the document's own file is replaced: another program's change to
+// it is not overwritten unasked (reload, overwrite or save as), and the
+// comments the file held are not dropped unsaid.
+bool ZOR_ConfigWindow::mayReplace(const QString& qsFile)
+{
+    if (m_lpDoc->fileName().isEmpty() || QFileInfo(qsFile) != QFileInfo(m_lpDoc->fileName()))
+        return true;
+    const QString title = windowTitle().remove(QStringLiteral("[*]"));
+    if (m_lpDoc->changedOnDisk()) {
+        QMessageBox box(QMessageBox::Warning, title, text("cfgwin_disk_changed").arg(QDir::toNativeSeparators(qsFile)),
+                        QMessageBox::Cancel, this);
+        QPushButton* reload = box.addButton(text("cfgwin_disk_reload"), QMessageBox::DestructiveRole);
+        QPushButton* overwrite = box.addButton(text("cfgwin_disk_overwrite"), QMessageBox::AcceptRole);
+        QPushButton* other = box.addButton(text("cfgwin_disk_saveas"), QMessageBox::ActionRole);
+        box.setDefaultButton(other);
+        box.exec();
+        if (box.clickedButton() == reload) {
+            m_lpDoc->setModified(false);
+            openFile(qsFile);
+            return false;
+        }
+        if (box.clickedButton() == other) {
+            saveAs();
+            return false;
+        }
+        if (box.clickedButton() != overwrite)
+            return false;
+        m_lpDoc->acceptDiskState();
+    }
+    if (m_lpDoc->droppedMarkup() > 0 && !m_bMarkupDropAccepted) {
+        const auto answer = QMessageBox::question(this, title, text("cfgwin_markup_dropped")
+                                                               .arg(m_lpDoc->droppedMarkup())
+                                                               .arg(QDir::toNativeSeparators(qsFile)),
+                                                  QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Save);
+        if (answer != QMessageBox::Save)
+            return false;
+        m_bMarkupDropAccepted = true;
+    }
     return true;
 }
 

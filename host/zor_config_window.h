@@ -90,6 +90,7 @@ private:
     void restoreLayout();
     void saveLayout();
     bool mayDiscard();
+    bool mayReplace(const QString& qsFile);
     void updateTitle();
     void updateStatus();
     void updatePageTitle();
@@ -115,6 +116,7 @@ private:
     QLabel* m_lpStatus;
     QSet<QObject*> m_excess;
     QString m_qsLanguage;
+    bool m_bMarkupDropAccepted = false;
     QString m_qsStatusKey;
     QString m_qsStatusArg;
     QByteArray m_current;        // what the document renders now

@@ -3,10 +3,12 @@
 // failed saves carry the system's reason.
 
 #include "store/cserialize.h"
+#include "store/cxmldefaulthandler.h"
 #include "store/cxmltagv2.h"
 #include "store/cxmlworkdata.h"
 
 #include <QFile>
+#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -63,6 +65,11 @@ private slots:
     void escapedContentReadsBackExactly();
     void badInputRefusedWithReason_data();
     void badInputRefusedWithReason();
+    void referencesAboveBmpAreTheirCharacters_data();
+    void referencesAboveBmpAreTheirCharacters();
+    void deepestReadableTreeSavesAndReopens();
+    void fileChangedSinceOpenedIsNotOverwritten();
+    void lockIsHeldForAnUpdate();
     void encodingsAreReadAndKept_data();
     void encodingsAreReadAndKept();
     void characterOutsideTheEncodingIsRefused();
@@ -96,7 +103,9 @@ void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays_data()
     QTest::newRow("text holding &nbsp;") << int(LineText) << QStringLiteral("a&nbsp;b") << QStringLiteral("&nbsp;");
     QTest::newRow("text beside a child") << int(TextAndChild) << QStringLiteral("0.25") << QStringLiteral("text and child");
     QTest::newRow("attribute named twice") << int(AttrTwice) << QStringLiteral("v") << QStringLiteral("two attributes");
-    QTest::newRow("nested 257 deep") << int(Nested) << QStringLiteral("257") << QStringLiteral("deeper than 256");
+    // The root and 256 levels below it: one level more than the reader takes.
+    QTest::newRow("nested one level too deep")
+        << int(Nested) << QStringLiteral("256") << QStringLiteral("deeper than 256");
 }
 
 void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays()
@@ -185,6 +194,133 @@ void TestStoreFaithful::badInputRefusedWithReason_data()
     QTest::newRow("invalid UTF-8") << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?><R v=\"\xff\"/>")
                                    << QStringLiteral("not valid UTF-8");
     QTest::newRow("UTF-16") << QByteArray("\xff\xfe<\0R\0/\0>\0", 10) << QStringLiteral("UTF-16");
+    const QString none = QStringLiteral("names no character");
+    QTest::newRow("surrogate reference") << QByteArray("<R v=\"&#xD800;\"/>") << none;
+    QTest::newRow("surrogate reference in text") << QByteArray("<R>a&#56832;</R>") << none;
+    QTest::newRow("U+FFFE reference") << QByteArray("<R v=\"&#xFFFE;\"/>") << none;
+    QTest::newRow("U+FFFF reference") << QByteArray("<R v=\"&#65535;\"/>") << none;
+    QTest::newRow("reference past U+10FFFF") << QByteArray("<R>&#x110000;</R>") << none;
+    QTest::newRow("huge reference") << QByteArray("<R>&#99999999999999999999;</R>") << none;
+    QTest::newRow("attribute twice") << QByteArray("<R a=\"1\" a=\"2\"/>") << QStringLiteral("twice");
+    QTest::newRow("attribute twice once decoded")
+        << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?><R _1095_=\"1\" \xd1\x87=\"2\"/>")
+        << QStringLiteral("twice");
+}
+
+void TestStoreFaithful::referencesAboveBmpAreTheirCharacters_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("text");
+    const QString smile = QString::fromUcs4(U"\U0001F600");
+    const QByteArray utf8 = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+    QTest::newRow("hex and decimal") << QByteArray("<R v=\"&#x1F600;\"><T>&#128512;</T></R>") << smile << smile;
+    QTest::newRow("first and last planes")
+        << QByteArray("<R v=\"&#x10000;\"><T>&#x10FFFF;</T></R>") << QString::fromUcs4(U"\U00010000")
+        << QString::fromUcs4(U"\U0010FFFF");
+    QTest::newRow("beside text, UTF-8")
+        << QByteArray(utf8 + "<R v=\"a&#x1F600;b\"><T>\xf0\x9f\x98\x80&#x1f600;</T></R>")
+        << QStringLiteral("a%1b").arg(smile) << smile + smile;
+    QTest::newRow("CDATA keeps the reference as text")
+        << QByteArray("<R v=\"&#x41;\"><T><![CDATA[&#x1F600;]]></T><!-- &#xD800; --></R>") << QStringLiteral("A")
+        << QStringLiteral("&#x1F600;");
+}
+
+// Both readers (the fast one declines references and hands them on) give
+// the character, and a UTF-8 document writes it back as it was read.
+void TestStoreFaithful::referencesAboveBmpAreTheirCharacters()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, value);
+    QFETCH(QString, text);
+    for (const bool fast : {true, false}) {
+        CSerialize doc;
+        doc.setFastReader(fast);
+        QVERIFY2(doc.openData(bytes), qPrintable(doc.errorString()));
+        QCOMPARE(doc.root()->attributes().value(0).value, value);
+        QCOMPARE(doc.root()->getTagFromName(QStringLiteral("T"))->value(), text);
+    }
+    CSerialize utf8;
+    QVERIFY(utf8.openData("<?xml version=\"1.0\" encoding=\"UTF-8\"?><R/>"));
+    utf8.root()->setTagValue(QStringLiteral("v"), value);
+    utf8.root()->addTagNode(QStringLiteral("T"), text, CXmlTagV2::KindText);
+    QByteArray out;
+    QVERIFY2(utf8.renderChecked(out), qPrintable(utf8.errorString()));
+    CSerialize back;
+    QVERIFY(back.openData(out));
+    QCOMPARE(back.root()->attributes().value(0).value, value);
+    QCOMPARE(back.root()->getTagFromName(QStringLiteral("T"))->value(), text);
+}
+
+void TestStoreFaithful::deepestReadableTreeSavesAndReopens()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("deep.xml"));
+    CSerialize doc;
+    QVERIFY(doc.openFile(path));
+    CXmlTagV2* tag = doc.topNode(QStringLiteral("R"), true);
+    for (int i = 1; i < CXmlDefaultHandler::nMaxDepth; ++i)
+        tag = tag->addTagNode(QStringLiteral("N"));
+    tag->setTagValue(QStringLiteral("leaf"), QStringLiteral("1"));
+    QVERIFY2(doc.save(), qPrintable(doc.errorString()));
+    for (const bool fast : {true, false}) {
+        CSerialize back;
+        back.setFastReader(fast);
+        QVERIFY2(back.openFile(path), qPrintable(back.errorString()));
+        int depth = 1;
+        for (const CXmlTagV2* t = back.root(); t->children().count() > 0; t = t->getNumTag(0))
+            ++depth;
+        QCOMPARE(depth, int(CXmlDefaultHandler::nMaxDepth));
+    }
+}
+
+// Another program's save between this document's read and its save is not
+// overwritten; taking it over is the caller's explicit choice.
+void TestStoreFaithful::fileChangedSinceOpenedIsNotOverwritten()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("cfg.xml"));
+    QVERIFY(writeFile(path, kOld));
+    CSerialize doc;
+    QVERIFY(doc.openFile(path));
+    doc.root()->setTagValue(QStringLiteral("mine"), QStringLiteral("1"));
+    const QByteArray theirs = kDecl + "<R a=\"2\" />\n";
+    QVERIFY(writeFile(path, theirs));
+    QVERIFY(doc.changedOnDisk());
+    QVERIFY(!doc.save());
+    QVERIFY2(doc.errorString().contains(QLatin1String("changed since it was opened")), qPrintable(doc.errorString()));
+    // Saving "as" the document's own file is the same save (the forms' path),
+    // and so is saving a copy that took its place (an undone edit).
+    QVERIFY(!doc.saveAs(path));
+    CSerialize undone;
+    QVERIFY(undone.openData(doc.render()));
+    undone.continueFrom(doc);
+    QVERIFY(!undone.saveAs(path));
+    QCOMPARE(readAll(path), theirs);
+    doc.acceptDiskState();
+    QVERIFY2(doc.save(), qPrintable(doc.errorString()));
+    QVERIFY(readAll(path).contains("mine=\"1\""));
+    QVERIFY(!doc.changedOnDisk());
+    QVERIFY2(doc.save(), qPrintable(doc.errorString()));
+}
+
+void TestStoreFaithful::lockIsHeldForAnUpdate()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("cfg.xml"));
+    QVERIFY(writeFile(path, kOld));
+    CSerialize first;
+    QVERIFY(first.lockForUpdate(path, 0));
+    CSerialize second;
+    QVERIFY(!second.lockForUpdate(path, 50));
+    QVERIFY2(second.errorString().contains(QLatin1String("another program")), qPrintable(second.errorString()));
+    first.unlock();
+    // A lock left by a program that died is taken over.
+    QVERIFY(writeFile(path + QStringLiteral(".lock"),
+                      "2147483600\nzor-tool\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
+    QVERIFY2(second.lockForUpdate(path, 0), qPrintable(second.errorString()));
+    QVERIFY(second.openFile(path));
+    QVERIFY2(second.save(), qPrintable(second.errorString()));
 }
 
 void TestStoreFaithful::badInputRefusedWithReason()

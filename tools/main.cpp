@@ -9,6 +9,8 @@
 
 #include <QCoreApplication>
 
+#include <csignal>
+
 namespace {
 
 struct Subcommand {
@@ -51,6 +53,9 @@ int usage(int code)
 
 int main(int argc, char** argv)
 {
+    // Past a file size limit (ulimit -f) a write then fails with "File too
+    // large" and is reported, instead of the signal ending the tool unsaid.
+    std::signal(SIGXFSZ, SIG_IGN);
     // The settings forms behind "config" are widgets: it runs its own (offscreen) QApplication.
     if (argc > 1 && qstrcmp(argv[1], "config") == 0)
         return toolConfigMain(argc, argv);

@@ -43,7 +43,22 @@ bool readStdin(QByteArray& bytes, QString* error)
             *error = QStringLiteral("cannot read standard input: %1").arg(in.errorString());
         return false;
     }
-    bytes = in.readAll();
+    // Read in pieces up to one byte past the cap: a pipe says nothing of
+    // its size beforehand.
+    bytes.clear();
+    while (bytes.size() <= nMaxInputBytes) {
+        const QByteArray piece = in.read(qMin<qint64>(1 << 20, nMaxInputBytes + 1 - bytes.size()));
+        if (piece.isEmpty())
+            break;
+        bytes += piece;
+    }
+    if (bytes.size() > nMaxInputBytes) {
+        bytes.clear();
+        if (error)
+            *error = QStringLiteral("standard input is larger than %1 MiB, the most zor-tool reads")
+                         .arg(nMaxInputBytes >> 20);
+        return false;
+    }
     return true;
 }
 
@@ -104,6 +119,12 @@ bool readFile(const QString& path, QByteArray& bytes, QString* error)
     if (!file.open(QIODevice::ReadOnly)) {
         if (error)
             *error = QStringLiteral("cannot read %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    if (file.size() > nMaxInputBytes) {
+        if (error)
+            *error = QStringLiteral("%1 is larger than %2 MiB, the most zor-tool reads")
+                         .arg(path).arg(nMaxInputBytes >> 20);
         return false;
     }
     bytes = file.readAll();

@@ -23,8 +23,11 @@ int fail(int code, const QString& message);
 // sets error.
 bool parseHex(const QString& text, QByteArray& bytes, QString* error);
 
+// Inputs larger than this are refused, files and standard input alike.
+constexpr qint64 nMaxInputBytes = qint64(256) << 20;
+
 // Reads a whole file ("-": standard input); false with an error text when
-// it cannot be read.
+// it cannot be read or is larger than nMaxInputBytes.
 bool readFile(const QString& path, QByteArray& bytes, QString* error);
 
 // Flushes standard output; a failed write there (a full disk, a closed

@@ -191,6 +191,10 @@ int toolConfig(const QStringList& args)
         // A file that does not load is reported and left as it is.
         if (!doc.load(pos.at(1)))
             return ZorTool::fail(1, QStringLiteral("%1: not loaded (%2)").arg(pos.at(1), doc.errorString()));
+        // The tree holds no comments: say so before they are gone.
+        if (doc.droppedMarkup() > 0)
+            ZorTool::err() << "zor-tool: note: " << pos.at(1) << ": " << doc.droppedMarkup()
+                           << " comment(s) or processing instruction(s) are not kept\n" << Qt::flush;
         return saveDocument(doc, output.isEmpty() ? pos.at(1) : output);
     }
     return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize, diff, check or sheet)")

@@ -11,6 +11,26 @@ const qint64 kProgressThreshold = 10 * 1024 * 1024;
 // Records read from the input at once.
 const int kRecordsPerRead = 4096;
 
+// Characters of a text mask other than "0" and "1" read as "field absent";
+// say which, so a typing slip does not pass for a choice.
+void noteOddMask(const QString& mask)
+{
+    QStringList positions;
+    const int n = qMin(mask.size(), int(ZorTmi::MaskBytes * 8 - 1));
+    for (int i = 0; i < n; ++i)
+        if (mask.at(i) != QLatin1Char('0') && mask.at(i) != QLatin1Char('1'))
+            positions << QString::number(i + 1);
+    if (positions.isEmpty())
+        return;
+    const int kShown = 20;
+    const QString more = positions.size() > kShown ? QStringLiteral(", ...") : QString();
+    ZorTool::err() << "zor-tool: note: --mask holds characters other than \"0\" and \"1\" at "
+                   << (positions.size() == 1 ? "position " : "positions ")
+                   << QStringList(positions.mid(0, kShown)).join(QStringLiteral(", ")) << more
+                   << "; the fields there are read as absent\n";
+    ZorTool::err().flush();
+}
+
 } // namespace
 
 namespace ZorTool {
@@ -43,6 +63,7 @@ int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
         record->setPageFormat(reinterpret_cast<const unsigned char*>(bytes.constData()));
     } else if (parser.isSet(o.mask)) {
         record->setPageFormat(parser.value(o.mask));
+        noteOddMask(parser.value(o.mask));
     } else {
         return fail(2, QStringLiteral("give the field set with --mask or --mask-hex"));
     }

@@ -7,6 +7,7 @@
 
 #include "store/cserialize.h"
 #include "store/cxmltagv2.h"
+#include "module/zor_cp1251.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -106,7 +107,45 @@ struct Request {
     QString value;
     bool text = false;
     bool json = false;
+    bool lossy = false;
 };
+
+// The first character of text the document's encoding cannot hold, as
+// "U+XXXX" with the character; empty when every one fits.
+QString unencodable(const QString& text, const XmlWriter::Encoding& enc)
+{
+    if (enc.codec)
+        return QString();  // the writer refuses these itself, naming them
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c.unicode() < 128 || ZOR_Cp1251::canEncode(c))
+            continue;
+        const bool pair = c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        const uint code = pair ? QChar::surrogateToUcs4(c, text.at(i + 1)) : c.unicode();
+        return QStringLiteral("\"%1\" (U+%2)")
+            .arg(text.mid(i, pair ? 2 : 1), QString::number(code, 16).toUpper().rightJustified(4, QLatin1Char('0')));
+    }
+    return QString();
+}
+
+// Refuses (or, with --lossy, turns into what the file will hold) a name or
+// value the document's encoding cannot hold.
+bool encodable(const CSerialize& doc, Request& r, QString& error)
+{
+    QString* texts[] = {&r.path, &r.attribute, &r.value};
+    for (QString* t : texts) {
+        const QString bad = unencodable(*t, doc.encoding());
+        if (bad.isEmpty())
+            continue;
+        if (!r.lossy) {
+            error = QStringLiteral("%1: the character %2 cannot be stored in %3 (--lossy stores it as \"_\")")
+                        .arg(r.file, bad, QString::fromLatin1(doc.encoding().name));
+            return false;
+        }
+        *t = XmlWriter::storedText(*t, doc.encoding());
+    }
+    return true;
+}
 
 int save(CSerialize& doc, const QString& file)
 {
@@ -120,6 +159,8 @@ int save(CSerialize& doc, const QString& file)
     return 0;
 }
 
+int apply(CSerialize& doc, const Request& r);
+
 int run(const Request& r)
 {
     const bool fromStdin = r.file == QLatin1String("-");
@@ -127,6 +168,8 @@ int run(const Request& r)
     if (fromStdin && changes)
         return ZorTool::fail(2, QStringLiteral("settings %1 changes a file; standard input cannot be changed").arg(r.command));
     CSerialize doc;
+    if (changes && !doc.lockForUpdate(r.file))
+        return ZorTool::fail(1, doc.errorString());
     if (fromStdin) {
         QByteArray bytes;
         QString error;
@@ -173,6 +216,15 @@ int run(const Request& r)
         ZorTool::out() << tag->attributes().at(i).value << '\n';
         return 0;
     }
+    QString error;
+    Request change = r;
+    if (changes && !encodable(doc, change, error))
+        return ZorTool::fail(1, error);
+    return apply(doc, change);
+}
+
+int apply(CSerialize& doc, const Request& r)
+{
     if (r.command == QLatin1String("del")) {
         CXmlTagV2* tag = findPath(doc, r.path);
         if (!tag || r.path.isEmpty())
@@ -217,12 +269,18 @@ int toolSettings(const QStringList& args)
         "NODEPATH is element names joined by '/' below the root. FILE '-' reads\n"
         "standard input (dump, paths, get). A change is saved in the document's\n"
         "own encoding, or refused, with the file left as it was, when the result\n"
-        "would not read back."));
+        "would not read back, or when the document's encoding cannot hold a\n"
+        "character of NODEPATH, ATTR or VALUE (--lossy stores it as \"_\").\n"
+        "Changes to one file queue behind each other; a file changed by another\n"
+        "program meanwhile is not overwritten."));
     parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("dump, paths, get, set or del"));
     const QCommandLineOption text(QStringLiteral("text"), QStringLiteral("get or set the element's text"));
     const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("dump as JSON"));
+    const QCommandLineOption lossy(QStringLiteral("lossy"),
+                                   QStringLiteral("set: store characters the encoding lacks as \"_\""));
     parser.addOption(text);
     parser.addOption(json);
+    parser.addOption(lossy);
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))
         return code;
@@ -231,6 +289,7 @@ int toolSettings(const QStringList& args)
     r.command = pos.value(0);
     r.text = parser.isSet(text);
     r.json = parser.isSet(json);
+    r.lossy = parser.isSet(lossy);
     if (!pos.isEmpty())
         pos.removeFirst();
     struct Shape { const char* command; int plain; int withText; };

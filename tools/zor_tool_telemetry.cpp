@@ -22,6 +22,20 @@
 
 namespace {
 
+// Says on standard error what of the input the record did not use, or that
+// an F8 record was short and zero-filled.
+void noteInputSize(int nGiven, int nUsed, bool isF8)
+{
+    const int kF8Bytes = 128;
+    QTextStream& e = ZorTool::err();
+    if (isF8 && nGiven < kF8Bytes)
+        e << "zor-tool: note: the F8 record is " << nGiven << " bytes, not " << kF8Bytes
+          << "; the missing " << kF8Bytes - nGiven << " bytes were read as zero\n";
+    else if (nGiven > nUsed)
+        e << "zor-tool: note: " << nGiven - nUsed << " bytes after the " << nUsed << "-byte record were not read\n";
+    e.flush();
+}
+
 // Times show in a fixed zone UTC + seconds instead of the TZ zone.
 void useFixedZone(int seconds)
 {
@@ -125,6 +139,7 @@ int toolDecode(const QStringList& args)
     const QByteArray lines = fieldLines(*record, parser.isSet(json));
     std::fwrite(lines.constData(), 1, size_t(lines.size()), stdout);
     std::fflush(stdout);
+    noteInputSize(data.size(), isF8 ? 128 : record->recordSize(), isF8);
     if (!isF8 && record->missingBytes() > 0)
         return ZorTool::fail(1, QStringLiteral("record too short: %1 bytes missing (the field set needs %2, got %3)")
                                     .arg(record->missingBytes())

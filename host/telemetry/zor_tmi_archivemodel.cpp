@@ -4,6 +4,7 @@
 #include "zor_tmi_texts.h"
 
 #include <QBrush>
+#include <QFileInfo>
 #include <QColor>
 #include <QFont>
 
@@ -48,7 +49,15 @@ bool ZOR_TmiArchiveModel::openFile(const QString& qsFileName)
     m_file.close();
     m_file.setFileName(qsFileName);
     m_qsError.clear();
-    if (!m_file.open(QIODevice::ReadOnly)) {
+    // A FIFO without a writer would block the window for good, a device
+    // never end: only regular files are archives.
+    const QFileInfo info(qsFileName);
+    if (info.exists() && !info.isFile()) {
+        const QString why = info.isDir() ? QStringLiteral("it is a folder")
+                                         : QStringLiteral("it is not a regular file");
+        m_qsError = zorTmiText("cannot_open").arg(qsFileName, why);
+        m_file.setFileName(QString());
+    } else if (!m_file.open(QIODevice::ReadOnly)) {
         m_qsError = zorTmiText("cannot_open").arg(qsFileName, m_file.errorString());
         m_file.setFileName(QString());
     }

@@ -169,8 +169,29 @@ void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsS
             endInsertRows();
         }
     }
+    nBlockBytes += data.size();
     if (qint64(rows.size()) > nMaxRows)
         dropOldest(qint64(rows.size()) - nMaxRows + qMax(1, nMaxRows / 16));
+    if (nBlockBytes > nMaxBytes)
+        keepWithinBytes(nMaxBytes - nMaxBytes / 16);
+}
+
+// Drops the oldest rows until the block data held is at most nTarget bytes
+// (or one row is left).
+void ZOR_Model_Log::keepWithinBytes(qint64 nTarget)
+{
+    qint64 nRows = 0;
+    qint64 nBytes = nBlockBytes;
+    while (nBytes > nTarget && nRows + 1 < qint64(rows.size()))
+        nBytes -= rawBytes(nDropped + nRows++).size();
+    dropOldest(nRows);
+}
+
+void ZOR_Model_Log::setMaxBytes(qint64 nBytes)
+{
+    nMaxBytes = qMax<qint64>(1, nBytes);
+    if (nBlockBytes > nMaxBytes)
+        keepWithinBytes(nMaxBytes);
 }
 
 // Dropping by the sixteenth of the cap keeps the cost of a drop, in the
@@ -181,6 +202,8 @@ void ZOR_Model_Log::dropOldest(qint64 nRows)
     if (nRows <= 0)
         return;
     const qint64 nNewFirst = nDropped + nRows;
+    for (qint64 serial = nDropped; serial < nNewFirst; ++serial)
+        nBlockBytes -= rawBytes(serial).size();
     const qint64 nShownGone = isFiltered()
         ? std::lower_bound(shown.begin(), shown.end(), nNewFirst) - shown.begin()
         : nRows;
@@ -229,6 +252,7 @@ void ZOR_Model_Log::clear()
     beginResetModel();
     releaseStorage();
     nHeldBytes = 0;
+    nBlockBytes = 0;
     nDropped = 0;
     bDropRow = false;
     nLastSentTime = -1;

@@ -17,6 +17,12 @@
 // the text of a megabyte-long cell on every paint would freeze the window.
 // text() and the exports always give the whole cell.
 //
+// It also keeps at most maxBytes() bytes of block data (256 MB unless set
+// otherwise): a row of a 64 KB block costs 64 KB, so the row cap alone
+// would let a log of large blocks take tens of gigabytes. Past the budget
+// the oldest rows go the same way, down to a sixteenth below it; the
+// newest row stays even when it alone is over.
+//
 // A filter (direction, text) hides rows from the view; row numbers of the
 // model's interface are those of the rows shown. Exports take every row.
 
@@ -37,6 +43,7 @@ public:
     // Characters of a cell that a view shows; longer cells end in "…".
     static constexpr int nShownChars = 300;
     static constexpr int nDefaultMaxRows = 1000000;
+    static constexpr qint64 nDefaultMaxBytes = qint64(256) << 20;
 
     explicit ZOR_Model_Log(QObject* parent = nullptr);
     ~ZOR_Model_Log() override;
@@ -50,6 +57,12 @@ public:
     // below the rows held drops them at once.
     void setMaxRows(int nRows);
     int maxRows() const { return nMaxRows; }
+    // Bytes of block data kept before the oldest rows are dropped; at least
+    // 1. Lowering it below the bytes held drops rows at once.
+    void setMaxBytes(qint64 nBytes);
+    qint64 maxBytes() const { return nMaxBytes; }
+    // Bytes of block data in the rows held.
+    qint64 blockBytes() const { return nBlockBytes; }
     // Rows dropped since the log was last cleared.
     qint64 droppedRowCount() const { return nDropped; }
 
@@ -144,6 +157,7 @@ private:
     QByteArray rawBytes(qint64 serial) const;
     char* reserveBytes(int nSize, qint64 nTime);
     void dropOldest(qint64 nRows);
+    void keepWithinBytes(qint64 nTarget);
     void releaseStorage();
     bool passes(qint64 serial) const;
     QString cellText(qint64 serial, int column, bool bWhole) const;
@@ -158,6 +172,8 @@ private:
     qint64 nHeldBytes = 0;
     bool bDropRow = false;
     int nMaxRows = nDefaultMaxRows;
+    qint64 nMaxBytes = nDefaultMaxBytes;
+    qint64 nBlockBytes = 0;
     int nFilterDirection = -1;
     QString qsFilterText;
     qint64 nLastSentTime = -1;

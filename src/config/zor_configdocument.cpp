@@ -170,6 +170,8 @@ bool ZOR_ConfigDocument::restore(const QByteArray& bytes)
         m_qsError = doc->errorString();
         return false;
     }
+    if (m_doc)
+        doc->continueFrom(*m_doc);
     LoadingScope loading(m_nLoading);
     attach(std::move(doc), m_qsFileName);
     readForms();
@@ -297,6 +299,22 @@ bool ZOR_ConfigDocument::save(const QString& qsFileName)
     m_qsError.clear();
     setModified(false);
     return true;
+}
+
+bool ZOR_ConfigDocument::changedOnDisk() const
+{
+    return m_doc && !m_qsFileName.isEmpty() && m_doc->changedOnDisk();
+}
+
+void ZOR_ConfigDocument::acceptDiskState()
+{
+    if (m_doc)
+        m_doc->acceptDiskState();
+}
+
+int ZOR_ConfigDocument::droppedMarkup() const
+{
+    return m_doc ? m_doc->droppedMarkup() : 0;
 }
 
 void ZOR_ConfigDocument::setModified(bool bModified)

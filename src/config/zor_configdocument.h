@@ -95,6 +95,13 @@ public:
 
     QString fileName() const { return m_qsFileName; }
     QString errorString() const { return m_qsError; }
+    // The file was changed by another program since it was loaded or last
+    // saved: save() to it is refused until acceptDiskState() (overwrite).
+    bool changedOnDisk() const;
+    void acceptDiskState();
+    // Comments and processing instructions of the loaded file, which a save
+    // does not keep.
+    int droppedMarkup() const;
     bool isModified() const { return m_bModified; }
     void setModified(bool bModified);
     bool isLoading() const { return m_nLoading > 0; }

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QTextCodec>
@@ -19,6 +20,8 @@
 #include <cstring>
 #include <new>
 #include <vector>
+
+#include <sys/stat.h>
 
 QT_WARNING_DISABLE_DEPRECATED
 
@@ -305,6 +308,73 @@ QString systemReason(int error)
 
 CSerialize::~CSerialize() = default;
 
+bool CSerialize::DiskState::operator==(const DiskState& o) const
+{
+    return exists == o.exists && device == o.device && inode == o.inode && size == o.size && mtimeNs == o.mtimeNs;
+}
+
+CSerialize::DiskState CSerialize::diskState(const QString& qsFileName)
+{
+    DiskState d;
+    struct stat st {};
+    if (::stat(QFile::encodeName(qsFileName).constData(), &st) != 0)
+        return d;
+    d.exists = true;
+    d.device = quint64(st.st_dev);
+    d.inode = quint64(st.st_ino);
+    d.size = qint64(st.st_size);
+    d.mtimeNs = qint64(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
+    return d;
+}
+
+bool CSerialize::changedOnDisk() const
+{
+    return m_bDiskKnown && !(diskState(m_qsFileName) == m_disk);
+}
+
+void CSerialize::acceptDiskState()
+{
+    m_disk = diskState(m_qsFileName);
+    m_bDiskKnown = true;
+}
+
+void CSerialize::continueFrom(const CSerialize& previous)
+{
+    m_qsFileName = previous.m_qsFileName;
+    m_disk = previous.m_disk;
+    m_bDiskKnown = previous.m_bDiskKnown;
+    m_nDroppedMarkup = previous.m_nDroppedMarkup;
+}
+
+bool CSerialize::lockForUpdate(const QString& qsFileName, int msTimeout)
+{
+    unlock();
+    auto lock = std::make_unique<QLockFile>(qsFileName + QStringLiteral(".lock"));
+    // A save takes well under a second; a lock this old, or one whose
+    // program is gone, was left behind.
+    lock->setStaleLockTime(30000);
+    if (lock->tryLock(msTimeout)) {
+        m_lock = std::move(lock);
+        return true;
+    }
+    const QString shown = QDir::toNativeSeparators(qsFileName);
+    if (lock->error() == QLockFile::LockFailedError) {
+        qint64 pid = 0;
+        QString host, app;
+        lock->getLockInfo(&pid, &host, &app);
+        return fail(QStringLiteral("%1 is being changed by another program (process %2); try again")
+                        .arg(shown).arg(pid));
+    }
+    // No lock can be made here (a read-only folder): no save can replace
+    // the file either, and the save says why.
+    return true;
+}
+
+void CSerialize::unlock()
+{
+    m_lock.reset();
+}
+
 bool CSerialize::fail(const QString& qsError)
 {
     m_qsError = qsError;
@@ -317,12 +387,21 @@ bool CSerialize::openFile(const QString& qsFileName)
     m_qsError.clear();
     m_top.deleteAll();
     const QString shown = QDir::toNativeSeparators(qsFileName);
+    m_bDiskKnown = false;
     QFile file(qsFileName);
     if (!file.exists()) {
         if (!file.open(QIODevice::WriteOnly))
             return fail(QStringLiteral("cannot create %1: %2").arg(shown, file.errorString()));
+        file.close();
+        acceptDiskState();
         return true;
     }
+    // A FIFO would block the open until a writer comes, a device never end.
+    if (!QFileInfo(qsFileName).isFile())
+        return fail(QStringLiteral("cannot read %1: it is not a regular file").arg(shown));
+    // Taken before the bytes are read: a change made while they are read
+    // makes the state differ at the save.
+    const DiskState before = diskState(qsFileName);
     if (!file.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("cannot read %1: %2").arg(shown, file.errorString()));
     const qint64 size = file.size();
@@ -352,12 +431,15 @@ bool CSerialize::openFile(const QString& qsFileName)
         m_qsError = QStringLiteral("%1: %2").arg(shown, m_qsError);
         return false;
     }
+    m_disk = before;
+    m_bDiskKnown = true;
     return true;
 }
 
 bool CSerialize::openData(const QByteArray& data)
 {
     m_qsError.clear();
+    m_bDiskKnown = false;
     return parse(data);
 }
 
@@ -394,6 +476,8 @@ bool CSerialize::parse(QByteArray data)
         }
         if (m_bFastReader && XmlFastReader::read(body, m_encoding, m_top))
             return true;
+        if (!CXmlDefaultHandler::prepareReferences(body, m_qsError))
+            return false;
         return parseBytes(body, m_encoding, m_top, m_qsError, &m_nDroppedMarkup);
     } catch (const std::bad_alloc&) {
         m_top.deleteAll();
@@ -512,7 +596,23 @@ bool CSerialize::save()
     QByteArray bytes;
     if (!renderChecked(bytes))
         return false;
+    if (m_lock)
+        return writeFile(bytes);
+    // The lock of this save alone; its folder may not take one (read-only),
+    // and then the save fails for that reason below.
+    QLockFile lock(m_qsFileName + QStringLiteral(".lock"));
+    lock.setStaleLockTime(30000);
+    if (!lock.tryLock(10000) && lock.error() == QLockFile::LockFailedError)
+        return fail(QStringLiteral("cannot save %1: another program is saving it; try again")
+                        .arg(QDir::toNativeSeparators(m_qsFileName)));
+    return writeFile(bytes);
+}
+
+bool CSerialize::writeFile(const QByteArray& bytes)
+{
     const QString shown = QDir::toNativeSeparators(m_qsFileName);
+    if (changedOnDisk())
+        return fail(QStringLiteral("cannot save %1: the file changed since it was opened").arg(shown));
     const QFileInfo info(m_qsFileName);
     QSaveFile file(m_qsFileName);
     // Writing in place would leave a cut file behind a failed save.
@@ -543,16 +643,23 @@ bool CSerialize::save()
         file.cancelWriting();
         return fail(QStringLiteral("cannot save %1: %2").arg(shown, reason));
     }
+    acceptDiskState();
     return true;
 }
 
 bool CSerialize::saveAs(const QString& qsFileName)
 {
     const QString qsOld = m_qsFileName;
+    const bool bKnown = m_bDiskKnown;
     m_qsFileName = qsFileName;
+    // Another file is the user's choice: whatever is there is replaced.
+    // The document's own file is checked as save() checks it.
+    if (QFileInfo(qsFileName) != QFileInfo(qsOld))
+        m_bDiskKnown = false;
     if (save())
         return true;
     m_qsFileName = qsOld;
+    m_bDiskKnown = bKnown;
     return false;
 }
 

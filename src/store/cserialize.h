@@ -23,12 +23,23 @@
 // UTF-8 is read again in full) before the file is touched. It goes through QSaveFile and never writes in place, so a
 // failed or interrupted save leaves the previous file whole; the message
 // carries the system's reason ("No space left on device").
+//
+// Saves are safe against each other: a save holds a QLockFile beside the
+// file ("NAME.lock"; a lock left by a program that died is taken over) and
+// refuses, saying it "changed since it was opened", to replace a file that
+// another program replaced or changed after this document read it. A
+// read-modify-write holds the lock from before the read (lockForUpdate)
+// until the document is closed, so concurrent updates queue instead of
+// losing each other.
 
 #include "store/cfxxmlistltag.h"
 #include "store/xmlwriter.h"
 
 #include <QByteArray>
+#include <QLockFile>
 #include <QString>
+
+#include <memory>
 
 class CXmlTagV2;
 
@@ -45,6 +56,22 @@ public:
     CSerialize& operator=(const CSerialize&) = delete;
 
     bool openFile(const QString& qsFileName);
+    // Takes the file's lock (waiting at most msTimeout) and keeps it until
+    // unlock() or the document's end; call before openFile for a
+    // read-modify-write. False (errorString) when another program holds it;
+    // true without a lock where none can be made (a read-only folder).
+    bool lockForUpdate(const QString& qsFileName, int msTimeout = 10000);
+    void unlock();
+    // True when the file on disk is no longer the one that was read (or
+    // last saved).
+    bool changedOnDisk() const;
+    // Lets the next save replace the file as it now is on disk (the user
+    // chose to overwrite another program's change).
+    void acceptDiskState();
+    // This document (read from memory) takes the place of previous: it
+    // keeps previous's file, what was known of it on disk and its count of
+    // dropped markup, so an undone edit is saved with the same checks.
+    void continueFrom(const CSerialize& previous);
     bool openData(const QByteArray& data);
     const QString& fileName() const { return m_qsFileName; }
     QString errorString() const { return m_qsError; }
@@ -90,6 +117,16 @@ public:
 private:
     bool parse(QByteArray data);
     bool fail(const QString& qsError);
+    bool writeFile(const QByteArray& bytes);
+    // Identity of the file on disk: replaced, rewritten or touched files
+    // differ.
+    struct DiskState {
+        bool exists = false;
+        quint64 device = 0, inode = 0;
+        qint64 size = 0, mtimeNs = 0;
+        bool operator==(const DiskState& o) const;
+    };
+    static DiskState diskState(const QString& qsFileName);
 
     QString m_qsFileName;
     QString m_qsError;
@@ -99,6 +136,9 @@ private:
     CFxXmListlTag m_top;
     CFxXmListlTag m_detached;
     QByteArray m_rendered;
+    DiskState m_disk;
+    bool m_bDiskKnown = false;
+    std::unique_ptr<QLockFile> m_lock;
 };
 
 // Low-level entry points. File names are in the file system's encoding

@@ -8,6 +8,8 @@
 // refused: the reader's own recursion would overflow the stack long before
 // it reports an error of its own. So are control characters that arrive
 // through character references ("&#1;"): no save could write them back.
+// Nor are references that name no character (surrogates, U+FFFE, U+FFFF,
+// beyond U+10FFFF), unpaired surrogates and an attribute named twice.
 
 #include "store/xmlwriter.h"
 
@@ -48,6 +50,15 @@ public:
     // "&amp;nbsp;" and "&nbsp;" -> " ", then &amp; &gt; &lt; &quot; &apos;,
     // then "_33_" -> "!", in this order.
     static QString decodeValue(const QString& qsValue);
+
+    // Prepares a document's bytes (in an encoding that keeps ASCII as
+    // ASCII) for the SAX reader, which cuts a character reference above
+    // U+FFFF to 16 bits: such a reference is rewritten as the references of
+    // its two surrogates, which the reader joins into the character. A
+    // reference naming no character gives false with the reason in error.
+    // References inside comments, CDATA and processing instructions are
+    // text and stay as they are.
+    static bool prepareReferences(QByteArray& body, QString& error);
 
 private:
     bool acceptText(const QString& qsText, const QString& qsWhat);

@@ -3,6 +3,23 @@
 #include "module/zor_cp1251.h"
 #include "telemetry/tmipage_base.h"
 
+#include <cerrno>
+#include <cstring>
+
+namespace {
+
+// The system's reason for a failed write ("No space left on device", "File
+// too large"), which the device's own text may have lost ("Unknown error").
+QString writeFailure(const QIODevice* device, int nErrno)
+{
+    if (nErrno != 0)
+        return QString::fromLocal8Bit(std::strerror(nErrno));
+    const QString error = device->errorString();
+    return error.isEmpty() ? QStringLiteral("the output took only part of a block") : error;
+}
+
+} // namespace
+
 ZOR_TmiCsvWriter::ZOR_TmiCsvWriter(const TmiPage_Base& columnsPage, Encoding textEncoding)
     : columns(columnsPage)
     , encoding(textEncoding)
@@ -82,10 +99,10 @@ QString ZOR_TmiCsvWriter::writeBlock(const QByteArray& block) const
         ZOR_Cp1251::encodeAppend(text.constData(), text.size(), encoded);
         bytes = &encoded;
     }
+    errno = 0;
     if (device->write(*bytes) == bytes->size())
         return QString();
-    const QString error = device->errorString();
-    return error.isEmpty() ? QStringLiteral("the output took only part of a block") : error;
+    return writeFailure(device, errno);
 }
 
 // The writing thread: blocks in the order they were handed over. After a
@@ -176,6 +193,14 @@ bool ZOR_TmiCsvWriter::commit()
     }
     stopWriting();
     if (file) {
+        // Flushed apart from the commit, whose closing and clean-up would
+        // overwrite the reason of a failed last write.
+        errno = 0;
+        if (!file->flush()) {
+            qsError = writeFailure(file.get(), errno);
+            cancel();
+            return false;
+        }
         const bool ok = file->commit();
         if (!ok)
             qsError = file->errorString();
