@@ -11,6 +11,7 @@
 #include "ui_zor_form_commands.h"
 
 #include <QAction>
+#include <QDir>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QMenu>
@@ -87,7 +88,11 @@ void ZOR_Form_Commands::initForm()
     connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any,
             &QAbstractButton::click);
     lpHistory = new ZOR_CommandHistory;
-    lpHistory->load(ZOR_CommandHistory::defaultPath());
+    if (!lpHistory->load(ZOR_CommandHistory::defaultPath())) {
+        // A history that is there but cannot be read is not written over.
+        bHistoryKept = false;
+        tellPathFault(QStringLiteral("path_002"), ZOR_CommandHistory::defaultPath(), lpHistory->errorString());
+    }
     ui->lineEdit_Cmd_Any->installEventFilter(this);
 
     timerRepeat = new QTimer(this);
@@ -255,8 +260,30 @@ void ZOR_Form_Commands::sendFreeCommand()
     if (qsLine.isEmpty())
         return;
     lpHistory->add(qsLine);
-    lpHistory->save(ZOR_CommandHistory::defaultPath());
+    saveHistory();
     ui->lineEdit_Cmd_Any->clear();
+}
+
+void ZOR_Form_Commands::saveHistory()
+{
+    if (!bHistoryKept)
+        return;
+    const QString qsPath = ZOR_CommandHistory::defaultPath();
+    if (lpHistory->save(qsPath)) {
+        bHistoryFailureTold = false;
+    } else if (!bHistoryFailureTold) {
+        // Said once until a save works again, not after every command; the
+        // history stays whole in memory meanwhile.
+        bHistoryFailureTold = true;
+        tellPathFault(QStringLiteral("path_001"), qsPath, lpHistory->errorString());
+    }
+}
+
+void ZOR_Form_Commands::tellPathFault(const QString& qsKey, const QString& qsPath, const QString& qsReason)
+{
+    ZOR_Dialog_XmlList::ask(this, QMessageBox::Warning, QStringLiteral("%1!").arg(zorTr(QStringLiteral("wrd_005"))),
+                            zorTr(qsKey).arg(QDir::toNativeSeparators(qsPath), qsReason),
+                            {zorTr(QStringLiteral("wrd_003"))});
 }
 
 // The saved list marks the commands that reset the terminal or its

@@ -12,7 +12,7 @@ ZOR_Language& ZOR_Language::instance()
 
 QString ZOR_Language::languageFilePath(const QString& qsLanguage)
 {
-    return appDataDirectory() + QStringLiteral("/Localization/Lang/zor_") + qsLanguage
+    return appSharedDataDirectory() + QStringLiteral("/Localization/Lang/zor_") + qsLanguage
         + QStringLiteral(".lang");
 }
 

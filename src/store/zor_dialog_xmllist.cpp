@@ -103,16 +103,16 @@ QString ZOR_Dialog_XmlList::defaultFilePath() const
     const QString qsLanguage = programLanguage();
     if (!qsLanguage.isEmpty() && qsLanguage != QLatin1String("ru")) {
         const QString qsCandidate =
-            appDataDirectory() + localizedFileSubPath(QLatin1Char('_') + qsLanguage);
+            appSharedDataDirectory() + localizedFileSubPath(QLatin1Char('_') + qsLanguage);
         if (QFileInfo::exists(qsCandidate))
             return qsCandidate;
     }
-    return appDataDirectory() + qsFileSubPath;
+    return appSharedDataDirectory() + qsFileSubPath;
 }
 
 QString ZOR_Dialog_XmlList::userFilePath() const
 {
-    return appDataDirectory() + localizedFileSubPath(QStringLiteral("_user"));
+    return appUserDataDirectory() + localizedFileSubPath(QStringLiteral("_user"));
 }
 
 QList<QStringList> ZOR_Dialog_XmlList::readRecords(const QString& qsPath, bool& bOk) const

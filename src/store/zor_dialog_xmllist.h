@@ -3,7 +3,8 @@
 
 // Editor of a list that ships with a default file and may be extended by the
 // user. The default file is never written; the user's own records live in a
-// second file beside it ("<name>_user.xml"). Both are UTF-8 XML: a root
+// second file, "<name>_user.xml", beside it in a build tree and below the
+// user's data folder otherwise (appUserDataDirectory()). Both are UTF-8 XML: a root
 // element with one empty element per record, one attribute per field.
 //
 // Column 0 of the tree marks the row (number, default rows greyed and
