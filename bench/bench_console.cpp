@@ -8,11 +8,13 @@
 
 #include "commands/zor_form_commands.h"
 #include "commands/zor_model_log.h"
+#include "commands/zor_widget_log.h"
 #include "module/zor_commands.h"
 #include "module/zor_host_link.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QTableView>
 
 #include "zor_bench_support.h"
@@ -234,6 +236,27 @@ void BM_ConsoleLogAtItsCap(benchmark::State& state)
     }
 }
 BENCHMARK(BM_ConsoleLogAtItsCap)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+// Find in a log of 1,000,000 rows: one step to the next match, with the
+// count of all matches and the place of this one that the find bar shows.
+void BM_ConsoleFindInMillionRows(benchmark::State& state)
+{
+    ZOR_Widget_Log widget;
+    ZOR_Model_Log* log = widget.model();
+    for (int n = 0; n < 1000000; ++n)
+        log->append(n & 1, block(n), 1772000000000 + n);
+    log->append(1, "*#NEEDLE", 1772001000000);
+    widget.showFindBar();
+    auto* find = widget.findChild<QLineEdit*>(QStringLiteral("lineEdit_Find"));
+    find->setText(QStringLiteral("needle"));
+    for (auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        widget.findInLog(true);
+        state.SetIterationTime(timer.nsecsElapsed() / 1e9);
+    }
+}
+BENCHMARK(BM_ConsoleFindInMillionRows)->Iterations(3)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 // Baseline: the same blocks copied into a vector, no console.
 void BM_CopyBlocksBaseline(benchmark::State& state)

@@ -1,7 +1,7 @@
 // zor-tool's own parsing of what a user types: the field-set text and its
 // hex form, hex bytes (with "0x", blanks and ":"), and element paths of a
-// settings document, read and created. Input: up to three lines, the mask
-// text, the hex text and the path.
+// settings document, read and created; and the whole input as a term
+// script. Input: up to three lines, the mask text, the hex text and the path.
 
 #include "zor_tool.h"
 #include "zor_tool_common.h"
@@ -59,5 +59,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     toolSettings({QStringLiteral("settings"), QStringLiteral("set"), file, path, QStringLiteral("z"), mask});
     toolSettings({QStringLiteral("settings"), QStringLiteral("del"), file, path});
     toolSettings({QStringLiteral("settings"), QStringLiteral("paths"), file});
+
+    // The script is read and checked before any port is opened; this port
+    // name is refused right after.
+    const QString script = workDir->filePath(QStringLiteral("script.txt"));
+    QFile scriptFile(script);
+    if (scriptFile.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        scriptFile.write(reinterpret_cast<const char*>(data), qint64(size));
+        scriptFile.close();
+    }
+    toolTerm({QStringLiteral("term"), QStringLiteral("--port"), QStringLiteral("none"), QStringLiteral("--script"),
+              script, QStringLiteral("--expect"), mask, hex});
     return 0;
 }

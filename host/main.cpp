@@ -45,6 +45,11 @@ struct Options {
                                         QStringLiteral("file")};
     QCommandLineOption telemetry{QStringLiteral("telemetry"), QStringLiteral("Open a telemetry archive in the telemetry window."),
                                  QStringLiteral("archive")};
+    QCommandLineOption chart{QStringLiteral("chart"),
+                             QStringLiteral("Values to chart in the telemetry window, e.g. Speed,RS485_1 (with --telemetry)."),
+                             QStringLiteral("names")};
+    QCommandLineOption config{QStringLiteral("config"),
+                              QStringLiteral("Open a configuration in the configuration window."), QStringLiteral("file")};
     QCommandLineOption screenshotTelemetry{QStringLiteral("screenshot-telemetry"),
                                            QStringLiteral("Save a picture of the telemetry window (with --telemetry)."),
                                            QStringLiteral("file")};
@@ -54,7 +59,7 @@ struct Options {
         parser.setApplicationDescription(QStringLiteral("Reference host of the ZOR_Commands module."));
         parser.addHelpOption();
         parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig, telemetry,
-                           screenshotTelemetry});
+                           chart, screenshotTelemetry, config});
     }
 };
 
@@ -106,6 +111,10 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(options.telemetry))
         window.openTelemetryWindow()->openFile(parser.value(options.telemetry));
+    if (parser.isSet(options.chart))
+        window.openTelemetryWindow()->chartValues(parser.value(options.chart).split(QLatin1Char(',')));
+    if (parser.isSet(options.config))
+        window.openConfigWindow()->openFile(parser.value(options.config));
     if (!bScripted)
         return app.exec();
     if (parser.isSet(options.screenshotTelemetry))

@@ -9,10 +9,15 @@
 #include "zor_terminal_link_serial.h"
 #include "zor_tmi_texts.h"
 
+#include "module/zor_host_link.h"
+#include "module/zor_language.h"
+
 #include <QActionGroup>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QInputDialog>
+#include <QMessageBox>
 
 ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
     : QMainWindow(parent)
@@ -46,6 +51,8 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
     m_lpTelemetryMenu->addAction(QString(), this, &ZOR_HostWindow::openTelemetryWindow);
     connect(ui->action_Dialect, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Dialect);
     connect(ui->action_Ussd, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Ussd);
+    connect(ui->action_About, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_About);
+    connect(lpModule, &ZOR_HostModule::signal_ModuleMessage, this, &ZOR_HostWindow::slot_ModuleMessage);
 
     auto* lpLanguages = new QActionGroup(this);
     const QString qsCurrent = QCoreApplication::instance()->property("zor_programLanguage").toString();
@@ -68,6 +75,8 @@ void ZOR_HostWindow::retranslate()
         {ui->menu_Settings, "menu_settings"}, {ui->menu_Language, "menu_language"}};
     for (const auto& menu : menus)
         menu.first->setTitle(zorHostText(menu.second));
+    ui->menu_Help->setTitle(zorTr(QStringLiteral("hostwin_001")));
+    ui->action_About->setText(zorTr(QStringLiteral("hostwin_002")));
     ui->toolBar_Modules->setWindowTitle(zorHostText("menu_modules"));
     const std::pair<QAction*, const char*> actions[] = {
         {ui->action_Simulator, "act_simulator"}, {ui->action_Serial, "act_serial"},
@@ -149,4 +158,36 @@ void ZOR_HostWindow::slot_triggered_Ussd()
                                                     QLineEdit::Normal, m_lpModule->ussdRequest(), &bOk);
     if (bOk)
         m_lpModule->setUssdRequest(qsRequest.trimmed());
+}
+
+void ZOR_HostWindow::slot_ModuleMessage(int nMessage, unsigned long, unsigned long)
+{
+    // The host has no terminal to send to: the bytes went nowhere.
+    if (nMessage == ZOR_MSG_SEND_TO_DEVICE && !m_lpModule->link())
+        ui->statusbar->showMessage(zorTr(QStringLiteral("hostwin_003")));
+}
+
+QString ZOR_HostWindow::aboutText()
+{
+    QStringList lsLanguages;
+    for (const char* lpLanguage : {"ru", "en"}) {
+        const QString qsPath = ZOR_Language::languageFilePath(QLatin1String(lpLanguage));
+        lsLanguages << QStringLiteral("%1: %2%3")
+                           .arg(QLatin1String(lpLanguage), QFileInfo(qsPath).absoluteFilePath(),
+                                QFileInfo::exists(qsPath) ? QString() : zorTr(QStringLiteral("hostwin_009")));
+    }
+    const QStringList lsParts = {
+        zorTr(QStringLiteral("hostwin_004")).arg(QCoreApplication::applicationName(), QStringLiteral(ZOR_VERSION)),
+        QString(),
+        zorTr(QStringLiteral("hostwin_005")).arg(QLatin1String(qVersion()), QStringLiteral(QT_VERSION_STR)),
+        zorTr(QStringLiteral("hostwin_006")),
+        QString(),
+        zorTr(QStringLiteral("hostwin_007")),
+    };
+    return (lsParts + lsLanguages).join(QLatin1Char('\n'));
+}
+
+void ZOR_HostWindow::slot_triggered_About()
+{
+    QMessageBox::about(this, zorTr(QStringLiteral("hostwin_008")), aboutText());
 }

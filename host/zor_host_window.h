@@ -29,6 +29,9 @@ public:
     ZOR_ConfigWindow* openConfigWindow();
     // The telemetry window ("Telemetry" menu), created on first use and shown.
     ZOR_TelemetryWindow* openTelemetryWindow();
+    // The About box's text: program and Qt versions, licence, and where
+    // the language files were looked for and found.
+    static QString aboutText();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -39,6 +42,9 @@ private:
     void slot_triggered_Serial();
     void slot_triggered_Dialect();
     void slot_triggered_Ussd();
+    void slot_triggered_About();
+    // What the module sent, as far as the window has something to say.
+    void slot_ModuleMessage(int nMessage, unsigned long wParam, unsigned long lParam);
 
     std::unique_ptr<Ui::ZOR_HostWindow> ui;
     ZOR_HostModule* m_lpModule;

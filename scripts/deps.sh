@@ -3,7 +3,7 @@
 set -euo pipefail
 packages=(
   g++ cmake ninja-build pkg-config
-  qtbase5-dev qtbase5-dev-tools libqt5serialport5-dev
+  qtbase5-dev qtbase5-dev-tools libqt5serialport5-dev qttranslations5-l10n
   libgtest-dev libbenchmark-dev zlib1g-dev
   xvfb xauth fonts-dejavu-core socat
 )

@@ -38,6 +38,13 @@ check "unknown dialect: no coordinate system" sh -c "! grep -q 'PMTK330\|PQPZ90'
 check "screenshot exits 0" test "$rc" = 0
 check "screenshot is a PNG" sh -c "head -c 8 '$tmp/shot.png' | od -An -tx1 | grep -q '89 50 4e 47'"
 
+# zor-sim's help names every option it takes.
+"$bin/zor-sim" --help >"$tmp/out" 2>&1; rc=$?
+check "zor-sim --help exits 0" test "$rc" = 0
+for option in --chunk --chunk-delay DEVICE --archive --version --mask --mask-hex -o --out --help; do
+  check "zor-sim --help lists $option" grep -qF -- "$option" "$tmp/out"
+done
+
 "$bin/zor-host" --demo --library "$tmp/none.so" >/dev/null 2>"$tmp/err"; rc=$?
 check "missing library exits non-zero" test "$rc" != 0
 check "missing library is named" grep -qF "$tmp/none.so does not exist" "$tmp/err"

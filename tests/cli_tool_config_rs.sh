@@ -1,7 +1,8 @@
 #!/bin/bash
 # zor-tool config with the serial interfaces set up: an RS-485 line with
 # Modbus rows and an event, an RS-232 fuel sensor, and a Modbus value chosen
-# for a user field of the record; normalize leaves the saved file as it is.
+# for a user field of the record (its mask position on); normalize leaves the
+# saved file as it is.
 set -u
 BIN=$1
 TOOL="$BIN/zor-tool"
@@ -25,7 +26,7 @@ sed -e 's|^    <RS485 device="0" speed="9600" parity="None" stop="1" />$|    <RS
     </RS232>|' \
     -e "s|^        <USERPARAMS />\$|        <USERPARAMS>\\
             <FIELD223 prefix=\"MB\" mess=\"MB1,  5,  1a\" suffix=\"$SUFFIX\" />\\
-        </USERPARAMS>|" "$WORK/new.xml" > "$WORK/hand.xml"
+        </USERPARAMS>|" -E -e 's/(mask="[01]{222})[01]/\11/' "$WORK/new.xml" > "$WORK/hand.xml"
 grep -q 'MDBSEVNT1' "$WORK/hand.xml" || fail "the hand-made file lacks its Modbus rows"
 grep -q 'FIELD223' "$WORK/hand.xml" || fail "the hand-made file lacks its user field"
 

@@ -69,8 +69,8 @@ private slots:
             "Датчик уровня топлива|MIELTA FANTOM|ДУТ 12");
         row("fuel sensor, one-digit index lines up", {"<BLE1 type=\"1\" />", "<FS1 type=\"5\" idx=\"5\" thld=\"0\" thldOff=\"0\" />"},
             "Датчик уровня топлива|ITALON BLE|ДУТ  5");
-        row("temperature", {"<BLE1 type=\"2\" />", "<TS1 type=\"3\" idx=\"2\" />"},
-            "Датчик температуры|ELA T/RHT|Датчик температуры 2");
+        row("temperature", {"<BLE1 type=\"2\" />", "<TS1 type=\"3\" idx=\"2\" ls=\"3\" />"},
+            "Датчик температуры|ELA T/RHT|Датчик температуры 2|Датчик освещённости LS3");
         row("tilt with its channel", {"<BLE1 type=\"3\" />", "<AS1 type=\"3\" />", "<TS1 type=\"1\" idx=\"4\" />"},
             "Датчик угла наклона|MECHATRONICS DEGREE|Датчик температуры 4");
         row("axle load, two channels",
@@ -237,6 +237,51 @@ private slots:
         }
     }
 
+    // An index runs from 1 to the count of its kind (16 fuel sensor values, 4
+    // temperatures); a loaded one past it, or one an earlier row of the kind
+    // has, moves to the first free index.
+    void loadedIndexesFitTheirKindAndNeverRepeat_data()
+    {
+        QTest::addColumn<int>("stor");
+        QTest::addColumn<QList<int>>("stored");
+        QTest::addColumn<QList<int>>("loaded");
+        QTest::newRow("fuel level 12 and 16 stay") << 2 << QList<int>{12, 16} << QList<int>{12, 16};
+        QTest::newRow("fuel level twice 12") << 2 << QList<int>{12, 12} << QList<int>{12, 1};
+        QTest::newRow("temperature past 4") << 5 << QList<int>{1, 12} << QList<int>{1, 2};
+        QTest::newRow("humidity 4 stays") << 6 << QList<int>{4, 3} << QList<int>{4, 3};
+        QTest::newRow("fuel temperature 17 is no index") << 3 << QList<int>{17, 2} << QList<int>{1, 2};
+    }
+
+    void loadedIndexesFitTheirKindAndNeverRepeat()
+    {
+        QFETCH(int, stor);
+        QFETCH(QList<int>, stored);
+        QFETCH(QList<int>, loaded);
+        QByteArray body = "<BLE1 type=\"6\" />";
+        for (int p = 0; p < stored.size(); ++p)
+            body += QStringLiteral("<U1P%1 group=\"1\" prm=\"2u\" stor=\"%2\" idx=\"%3\" />")
+                        .arg(p + 1).arg(stor).arg(stored[p]).toLatin1();
+        Slot slot;
+        QVERIFY(load(slot, config(body)));
+        auto uni = static_cast<Uni*>(slot.page(BLE_DEVTYPE_UNI));
+        for (int p = 0; p < loaded.size(); ++p)
+            QCOMPARE(prmBox(uni, p, Uni::PrmIdx)->currentText(), QString::number(loaded[p]));
+    }
+
+    // Switched on by hand, a fuel level value may take 16, a temperature 4 at most.
+    void indexListEndsAtTheCountOfItsKind()
+    {
+        Uni uni;
+        prmOn(&uni, 0)->click();
+        prmBox(&uni, 0, Uni::PrmStor)->setCurrentIndex(2);
+        QVERIFY(itemEnabled(prmBox(&uni, 0, Uni::PrmIdx), "16"));
+        prmBox(&uni, 0, Uni::PrmIdx)->setCurrentText("16");
+        prmBox(&uni, 0, Uni::PrmStor)->setCurrentIndex(5);
+        QCOMPARE(prmBox(&uni, 0, Uni::PrmIdx)->currentText(), QStringLiteral("1"));
+        QVERIFY(itemEnabled(prmBox(&uni, 0, Uni::PrmIdx), "4"));
+        QVERIFY(!itemEnabled(prmBox(&uni, 0, Uni::PrmIdx), "5"));
+    }
+
     void userValueIsPublishedWithdrawnAndRepublished()
     {
         Slot slot;
@@ -320,7 +365,7 @@ private slots:
             "    <U3P2 group=\"1\" type=\"16\" offset=\"6\" prm=\"2s\" be=\"1\" stor=\"5\" idx=\"2\" mux=\"1\" div=\"100\" shift=\"0\" />\n"
             "    <U3P3 group=\"1\" type=\"16\" offset=\"8\" prm=\"1u\" be=\"0\" stor=\"6\" idx=\"2\" mux=\"1\" div=\"1\" shift=\"-3\" />\n";
         QByteArray body = "    <BLE1 type=\"1\" />\n    <FS1 type=\"2\" idx=\"1\" thld=\"20\" thldOff=\"0\" />\n"
-                          "    <BLE2 type=\"2\" />\n    <TS2 type=\"1\" idx=\"1\" />\n" + uniBody;
+                          "    <BLE2 type=\"2\" />\n    <TS2 type=\"1\" idx=\"1\" ls=\"0\" />\n" + uniBody;
         for (int p = 4; p <= 8; ++p)
             body += QStringLiteral("    <U3P%1 group=\"0\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" "
                                    "mux=\"1\" div=\"1\" shift=\"0\" />\n").arg(p).toLatin1();

@@ -27,7 +27,7 @@ using ZorFormDocument::config;
 
 const QVector<ZOR_ConfigPage> kPages = {
     {"can", "", &zorCreateConfigForm<ZOR_Form_Config_CAN_Param>, false},
-    {"can_s6", "", &zorCreateConfigForm<ZOR_Form_Config_CAN_TechotonS6>, false},
+    {"can_s6", "", &zorCreateConfigForm<ZOR_Form_Config_CAN_TechotonS6>, false, "S6"},
 };
 
 // Number n is digit (n-1)/4 from the left. Parameter lists: value 8 for the
@@ -325,6 +325,23 @@ private slots:
             body += "        <S6DUT" + QByteArray::number(n)
                     + " address=\"0\" filterMode=\"0\" filterLength=\"5\" filterLvl=\"5\" />\n";
         QCOMPARE(d.doc.render(), config(body + "    </S6>\n"));
+    }
+
+    // The form keeps "outFS" and its children on the element it is handed; the
+    // configuration document is what opens "S6".
+    void s6KeepsItsValuesOnTheElementItIsHanded()
+    {
+        const QByteArray dut2 = "<S6DUT2 address=\"9\" filterMode=\"1\" filterLength=\"7\" filterLvl=\"3\" />";
+        ZOR_Form_Config_CAN_TechotonS6 form;
+        QVERIFY(ZorFormDocument::load(form, ZorFormDocument::kDecl + "<CONFIG outFS=\"1023\">\n    " + dut2
+                                                + "\n</CONFIG>\n"));
+        QCOMPARE(form.dutAddress(1)->value(), 9);
+        QCOMPARE(form.getDutE_Number4Text(form.dutOutFs(0)->currentText()), 1023);
+        const QByteArray saved = ZorFormDocument::save(form);
+        QCOMPARE(ZorFormDocument::nodeLine(saved, "CONFIG"), QByteArray("<CONFIG outFS=\"1023\">"));
+        QCOMPARE(ZorFormDocument::nodeLine(saved, "S6DUT2"), dut2);
+        QVERIFY(saved.contains("\n    <S6DFM1 "));
+        QVERIFY(!saved.contains("<S6 "));
     }
 
     void s6SensorUseFollowsAddressAndEnablesControls()

@@ -272,6 +272,11 @@ private slots:
                           "        <MDBSPRM10 prm=\"8s\" addr=\"1\" reg=\"ffff\" cmd=\"1\" ord=\"0\" cycle=\"60000\" save=\"1\" />\n"
                           "        <MDBSEVNT5 prm=\"mb10\" cond=\"1\" step=\"1000\" low=\"0\" high=\"1000\" hyst=\"100\" />\n"
                           "    </USRPRMS>\n");
+        QTest::newRow("numbers written otherwise")
+            << QByteArray("<USRPRMS><MDBSPRM3 prm=\"2u\" reg=\"12345678901234567\" cmd=\" 3\" ord=\"03\" /></USRPRMS>")
+            << QByteArray("    <USRPRMS>\n"
+                          "        <MDBSPRM3 prm=\"2u\" addr=\"1\" reg=\"ffff\" cmd=\"3\" ord=\"3\" cycle=\"1000\" save=\"0\" />\n"
+                          "    </USRPRMS>\n");
         QTest::newRow("row with empty prm is off")
             << QByteArray("<USRPRMS><MDBSPRM1 prm=\"\" addr=\"4\" /><MDBSEVNT1 prm=\"mb1\" /></USRPRMS>")
             << QByteArray("    <USRPRMS />\n");

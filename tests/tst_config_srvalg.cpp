@@ -83,8 +83,11 @@ private slots:
         row("moving 90 s keeps whole minutes", "ROAM", "moveTimer", "90", "spinRoamMoveTimer", "1", "60");
         row("parked above 9999 min clamps", "ROAM", "stopTimer", "700000", "spinRoamStopTimer", "9999", "599940");
         row("ping below 15 s clamps", "RULES", "pingTimer", "5", "spinPingTimer", "15", "15");
-        row("blocking above 24 h 59 min clamps", "RULES", "blockTimer", "100000", "spinBlockHours spinBlockMinutes", "24 59", "89940");
-        row("negative roaming blocking is 0", "ROAM", "blockTimer", "-60", "spinRoamBlockHours spinRoamBlockMinutes", "0 0", "0");
+        // Hours and minutes are the time of day that many seconds after midnight.
+        row("blocking 86400 is 00:00", "RULES", "blockTimer", "86400", "spinBlockHours spinBlockMinutes", "0 0", "0");
+        row("blocking 90000 is 01:00", "RULES", "blockTimer", "90000", "spinBlockHours spinBlockMinutes", "1 0", "3600");
+        row("blocking 100000 is 03:46", "RULES", "blockTimer", "100000", "spinBlockHours spinBlockMinutes", "3 46", "13560");
+        row("negative roaming blocking counts back", "ROAM", "blockTimer", "-60", "spinRoamBlockHours spinRoamBlockMinutes", "23 59", "86340");
         row("empty value takes the default", "RULES", "cnctTimer", "", "spinCnctHours spinCnctMinutes", "1 0", "3600");
         row("grouping 0 is off", "RULES", "grpTimer", "0", "checkGroup", "0", "0");
         row("grouping 45 s is on", "RULES", "grpTimer", "45", "checkGroup spinGrpTimer", "1 45", "45");
@@ -254,6 +257,51 @@ private slots:
         const QByteArray doc = l.doc.render();
         QVERIFY(nodeLine(doc, "SIM1BLIST").contains(" oc3=\"" + saved + "\""));
         QVERIFY(nodeLine(doc, "SIM1WLIST").contains(" oc20=\"" + saved + "\""));
+    }
+
+    // The list dialogs read and write the node they are handed.
+    void listDialogsKeepTheirValuesOnTheNodeTheyAreHanded()
+    {
+        ZOR_Form_Config_Transfer_SrvAlg_BList black;
+        ZOR_Form_Config_Transfer_SrvAlg_WList white;
+        QVERIFY(ZorFormDocument::load(black, ZorFormDocument::kDecl + "<SIM1BLIST oc1=\"25001\" oc20=\"25099\" />\n"));
+        QVERIFY(ZorFormDocument::load(white, ZorFormDocument::kDecl + "<SIM1WLIST dw=\"1\" oc2=\"25002\" />\n"));
+        QCOMPARE(black.rows()->codes().first(), 25001);
+        QCOMPARE(black.rows()->codes().last(), 25099);
+        QCOMPARE(white.rows()->codes().at(1), 25002);
+        const QByteArray saved = ZorFormDocument::save(black);
+        QVERIFY(nodeLine(saved, "CONFIG").startsWith("<CONFIG oc1=\"25001\" oc2=\"0\""));
+        QVERIFY(!saved.contains("BLIST"));
+        const QByteArray savedWhite = ZorFormDocument::save(white);
+        QVERIFY(nodeLine(savedWhite, "CONFIG").startsWith("<CONFIG dw=\"1\" check=\"0\" oc1=\"0\" oc2=\"25002\""));
+        QVERIFY(!savedWhite.contains("WLIST"));
+    }
+
+    // Deleting a row's text empties the row, whichever way it is deleted.
+    void clearedOperatorRowStoresZero_data()
+    {
+        QTest::addColumn<bool>("selectAll");
+        QTest::newRow("select all, Delete") << true;
+        QTest::newRow("Backspace five times") << false;
+    }
+
+    void clearedOperatorRowStoresZero()
+    {
+        QFETCH(bool, selectAll);
+        Loaded l(config("    <SIM1BLIST oc1=\"25001\" />\n"));
+        QSpinBox* code = l.page()->blackList(1)->rows()->codeBox(0);
+        code->setFocus();
+        if (selectAll) {
+            QTest::keyClick(code, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(code, Qt::Key_Delete);
+        } else {
+            QTest::keyClick(code, Qt::Key_End);
+            for (int i = 0; i < 5; ++i)
+                QTest::keyClick(code, Qt::Key_Backspace);
+        }
+        QTest::keyClick(code, Qt::Key_Tab);
+        QCOMPARE(code->value(), 0);
+        QVERIFY(nodeLine(l.doc.render(), "SIM1BLIST").startsWith("<SIM1BLIST oc1=\"0\""));
     }
 
     void savedDocumentsReopenByteIdentical_data()

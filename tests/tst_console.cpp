@@ -5,7 +5,10 @@
 #include "commands/zor_commandhistory.h"
 #include "commands/zor_dialog_commands.h"
 #include "commands/zor_form_commands.h"
+#include "commands/zor_consolelogfile.h"
 #include "commands/zor_model_log.h"
+#include "commands/zor_widget_log.h"
+#include "store/zor_dialog_xmllist.h"
 #include "module/zor_global.h"
 #include "module/zor_commands.h"
 #include "module/zor_language.h"
@@ -25,7 +28,10 @@
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QAbstractItemModelTester>
+#include <QLabel>
+#include <QProcess>
 #include <QTableView>
+#include <QTreeWidget>
 #include <QToolButton>
 #include <QtTest>
 
@@ -39,8 +45,6 @@ private slots:
     void init();
     void cleanup();
 
-    void freeCommandEscapes_data();
-    void freeCommandEscapes();
     void freeCommandIsLoggedAndSentAsBuilt();
     void printableForm_data();
     void printableForm();
@@ -75,6 +79,17 @@ private slots:
     void escapeInTheLineDoesNotClose();
     void historyWalksSentCommands();
     void historyOutlivesTheConsole();
+    void eachEnterSendsWhatWasTypedSinceTheLast();
+    void languageSwitchTranslatesTheLogAndKeepsTheLine();
+    void repeatSendsTheAskedCount_data();
+    void repeatSendsTheAskedCount();
+    void sendingWithoutTerminalSaysNotSent();
+    void clearCanBeUndone();
+    void findCountsWrapsAndKeepsTheSelection();
+    void rowsShowDirectionColoursAndMilliseconds();
+    void continuousLogIsReadBackByZorTool();
+    void resetCommandsAskFirstAndMacrosSend();
+    void tabInTheListEditorGoesToTheCommand();
 
 private:
     template <typename T>
@@ -91,6 +106,16 @@ private:
         return log->text(log->rowCount() - 1, column);
     }
     void setIccIdResults(const QString& sim1, const QString& sim2);
+    // The console in a real language, as the host switches it (2031).
+    void useLanguage(const char* language)
+    {
+        const QString name = QStringLiteral("/Localization/Lang/zor_%1.lang").arg(QLatin1String(language));
+        QDir().mkpath(dataDir.path() + QStringLiteral("/Localization/Lang"));
+        QFile::copy(QStringLiteral(ZOR_BIN_DIR) + name, dataDir.path() + name);
+        setProgramLanguage(QLatin1String(language));
+        ZOR_Language::instance().load(QLatin1String(language));
+        form->translateForm();
+    }
 
     void typeAndEnter(const QString& text)
     {
@@ -117,6 +142,8 @@ void TestConsole::initTestCase()
 
 void TestConsole::init()
 {
+    setProgramLanguage(QString());
+    ZOR_Language::instance().load(QStringLiteral("keys"));
     QFile::remove(ZOR_CommandHistory::defaultPath());
     host.clear();
     host.nCoordSystem = 0;
@@ -128,31 +155,6 @@ void TestConsole::init()
 void TestConsole::cleanup()
 {
     form.reset();
-}
-
-void TestConsole::freeCommandEscapes_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("AT and CR") << "AT\\0D" << QByteArray("AT\r");
-    QTest::newRow("upper and lower hex") << "\\fF\\A0" << QByteArray("\xff\xa0");
-    QTest::newRow("doubled backslash") << "a\\\\b" << QByteArray("a\\b");
-    QTest::newRow("doubled then hex") << "\\\\\\41" << QByteArray("\\A");
-    QTest::newRow("not hex") << "\\ZZ1" << QByteArray("\\ZZ1");
-    QTest::newRow("half hex") << "\\G1x" << QByteArray("\\G1x");
-    QTest::newRow("lone backslash") << "\\" << QByteArray("\\");
-    QTest::newRow("one char after at end") << "AT\\0" << QByteArray("AT\\0");
-    QTest::newRow("Cyrillic") << "Баланс\\0D" << QByteArray("\xc1\xe0\xeb\xe0\xed\xf1\r");
-    QTest::newRow("no byte for it") << "a中b" << QByteArray("a_b");
-    QTest::newRow("NUL byte") << "\\00" << QByteArray(1, '\0');
-    QTest::newRow("empty") << "" << QByteArray();
-}
-
-void TestConsole::freeCommandEscapes()
-{
-    QFETCH(QString, line);
-    QFETCH(QByteArray, bytes);
-    QCOMPARE(ZOR_Form_Commands::getUniCommand(line), bytes);
 }
 
 void TestConsole::freeCommandIsLoggedAndSentAsBuilt()
@@ -259,21 +261,13 @@ void TestConsole::iccIdReplies_data()
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QString>("sim1");
     QTest::addColumn<QString>("sim2");
+    // The reading rules are the protocol's (tst_consoleprotocol); here the
+    // results reach their fields, and only the fields the reply names.
     const QString iccid = QStringLiteral("8970101234567890123");
     QTest::newRow("both, SIM 2 code 2") << QByteArray("*#ICCID 3,8970101234567890123,2") << iccid << "mdln_032";
     QTest::newRow("SIM 1 only") << QByteArray("*#ICCID 1,8970101234567890123") << iccid << "old 2";
     QTest::newRow("SIM 2 only") << QByteArray("*#ICCID 2,8970101234567890123") << "old 1" << iccid;
-    QTest::newRow("line end after code 2") << QByteArray("*#ICCID 3,8970101234567890123,2\r\n") << iccid << "mdln_032";
-    QTest::newRow("8 characters and a line end") << QByteArray("*#ICCID \r\n") << "old 1" << "old 2";
-    QTest::newRow("empty field") << QByteArray("*#ICCID 1,") << "mdln_029" << "old 2";
-    QTest::newRow("missing field") << QByteArray("*#ICCID 3") << "mdln_029" << "mdln_029";
-    QTest::newRow("codes 0 and 1") << QByteArray("*#ICCID 3,0,1") << "mdln_030" << "mdln_031";
-    QTest::newRow("two-digit code") << QByteArray("*#ICCID 3,02,9") << "mdln_032" << "9";
-    QTest::newRow("short, other value") << QByteArray("*#ICCID 1,77") << "77" << "old 2";
-    QTest::newRow("three digits shown as is") << QByteArray("*#ICCID 1,001") << "001" << "old 2";
-    QTest::newRow("8 characters") << QByteArray("*#ICCID ") << "old 1" << "old 2";
     QTest::newRow("unknown mask") << QByteArray("*#ICCID 4,1,2") << "old 1" << "old 2";
-    QTest::newRow("other reply") << QByteArray("*#ICCIX 3,1,2") << "old 1" << "old 2";
 }
 
 void TestConsole::iccIdReplies()
@@ -374,6 +368,7 @@ void TestConsole::logRowColumns()
 
 void TestConsole::logHasItsHeadersWidthsAndFont()
 {
+    useLanguage("ru");
     auto* view = child<QTableView>("treeWidget");
     const QStringList headers = {QStringLiteral("Время"), QStringLiteral("IN/OUT"),
                                  QStringLiteral("Размер (байт)"), QStringLiteral("Данные"),
@@ -440,12 +435,13 @@ void TestConsole::manyLargeBlocksAreShown()
 
 void TestConsole::detailsShowTheWholeRowAndAHexDump()
 {
-    form->setData(1, QByteArray("*#V ZOR\r\n0123456789"));
+    form->setData(1, QByteArray("*#V ZOR\r\n0123456789\x01"));
     const QString detail = form->logModel()->detailText(0);
-    QVERIFY(detail.contains(QStringLiteral("*#V.ZOR..0123456789")));
+    // The text as text: blanks and line ends as they are, other control bytes as dots.
+    QVERIFY2(detail.contains(QStringLiteral("*#V ZOR\n0123456789.")), qPrintable(detail));
     QVERIFY2(detail.contains(QStringLiteral("00000000  2a 23 56 20 5a 4f 52 0d  0a 30 31 32 33 34 35 36  |*#V.ZOR..0123456|")),
              qPrintable(detail));
-    QVERIFY(detail.contains(QStringLiteral("00000010  37 38 39")));
+    QVERIFY(detail.contains(QStringLiteral("00000010  37 38 39 01")));
     form->showForm();
     auto* view = child<QTableView>("treeWidget");
     auto* pane = child<QPlainTextEdit>("plainTextEdit_Detail");
@@ -506,6 +502,7 @@ void TestConsole::copiesRowsAsTabSeparatedText()
 
 void TestConsole::savedLogReadsBack()
 {
+    useLanguage("ru");
     const qint64 t0 = QDateTime(QDate(2026, 3, 1), QTime(12, 30, 5, 7)).toMSecsSinceEpoch();
     ZOR_Model_Log log;
     log.append(0, "*?V", t0);
@@ -849,6 +846,322 @@ void TestConsole::historyOutlivesTheConsole()
     auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
     QTest::keyClick(line, Qt::Key_Up);
     QCOMPARE(line->text(), QStringLiteral("*?GSM"));
+}
+
+void TestConsole::eachEnterSendsWhatWasTypedSinceTheLast()
+{
+    form->showForm();
+    form->deviceConnect();
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    QApplication::setActiveWindow(form.get());
+    line->setFocus();
+    host.clear();
+    QTest::keyClicks(line, QStringLiteral("*?V"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(line->text(), QString());
+    QTest::keyClicks(line, QStringLiteral("*?S"));
+    QTest::keyClick(line, Qt::Key_Enter);
+    child<QPushButton>("pushButton_Send_Cmd_Any")->click(); // an empty line sends nothing more than nothing
+    QCOMPARE(host.sent(), QList<QByteArray>({QByteArray("*?V"), QByteArray("*?S"), QByteArray()}));
+    QTest::keyClick(line, Qt::Key_Up);
+    QCOMPARE(line->text(), QStringLiteral("*?S"));
+}
+
+void TestConsole::languageSwitchTranslatesTheLogAndKeepsTheLine()
+{
+    form->showForm();
+    useLanguage("ru");
+    auto* view = child<QTableView>("treeWidget");
+    QCOMPARE(view->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Время"));
+    form->setData(1, "*#V 1");
+    view->setCurrentIndex(view->model()->index(0, 3));
+    child<QToolButton>("toolButton_Detail")->click();
+    auto* pane = child<QPlainTextEdit>("plainTextEdit_Detail");
+    QVERIFY(pane->toPlainText().contains(QStringLiteral("Данные (HEX):")));
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    QTest::keyClicks(line, QStringLiteral("*?PI"));
+    useLanguage("en");
+    const QStringList headers = {QStringLiteral("Time"), QStringLiteral("IN/OUT"), QStringLiteral("Size (bytes)"),
+                                 QStringLiteral("Data"), QStringLiteral("Data (HEX)")};
+    for (int column = 0; column < headers.size(); ++column) {
+        QCOMPARE(view->model()->headerData(column, Qt::Horizontal).toString(), headers[column]);
+        QVERIFY(view->columnWidth(column) > view->horizontalHeader()->fontMetrics().horizontalAdvance(headers[column]));
+    }
+    QVERIFY(pane->toPlainText().contains(QStringLiteral("Data (HEX):")));
+    QVERIFY(!pane->toPlainText().contains(QStringLiteral("Данные")));
+    QCOMPARE(line->text(), QStringLiteral("*?PI"));
+    QVERIFY(child<QToolButton>("toolButton_ListCommands_Add")->isEnabled());
+}
+
+void TestConsole::repeatSendsTheAskedCount_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("once") << 1;
+    QTest::newRow("four times") << 4;
+}
+
+void TestConsole::repeatSendsTheAskedCount()
+{
+    QFETCH(int, count);
+    form->showForm();
+    form->deviceConnect();
+    child<QCheckBox>("checkBox_Repeat")->click();
+    child<QSpinBox>("spinBox_RepeatPeriod")->setValue(100);
+    child<QSpinBox>("spinBox_RepeatCount")->setValue(count);
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    host.clear();
+    QTest::keyClicks(line, QStringLiteral("*?PING"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(line->text(), QString());
+    QTRY_COMPARE(host.sent().size(), count);
+    QTest::qWait(300); // and no more
+    QCOMPARE(host.sent(), QVector<QByteArray>(count, QByteArray("*?PING")).toList());
+    QVERIFY(!form->isRepeating());
+    QCOMPARE(form->repeatSentCount(), count);
+
+    // Without a count it goes on until the box is unticked, or the terminal goes.
+    child<QSpinBox>("spinBox_RepeatCount")->setValue(0);
+    host.clear();
+    QTest::keyClicks(line, QStringLiteral("*?V"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QTRY_VERIFY(host.sent().size() >= 3);
+    form->deviceDisconnect();
+    QVERIFY(!form->isRepeating());
+    const int sent = host.sent().size();
+    QTest::qWait(250);
+    QCOMPARE(host.sent().size(), sent);
+}
+
+void TestConsole::sendingWithoutTerminalSaysNotSent()
+{
+    form->showForm();
+    auto* notice = child<QLabel>("label_Notice");
+    host.clear();
+    QVERIFY(child<QPushButton>("pushButton_Balance")->isEnabled());
+    child<QPushButton>("pushButton_Balance")->click();
+    // Handed to the host all the same: it is the host that knows.
+    QCOMPARE(host.sent(), QList<QByteArray>({QByteArray("*?USSD:*100#")}));
+    const ZOR_Model_Log* log = form->logModel();
+    QCOMPARE(log->text(log->rowCount() - 2, ZOR_Model_Log::ColumnDirection), QStringLiteral("OUT"));
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnData), QStringLiteral("NOT.SENT"));
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QString());
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), QStringLiteral("cons_055"));
+    useLanguage("en"); // the notice follows the language too
+    QCOMPARE(notice->text(), QStringLiteral("Not sent: no terminal is connected"));
+    form->deviceConnect();
+    child<QPushButton>("pushButton_Balance")->click();
+    QCOMPARE(lastLogText(ZOR_Model_Log::ColumnDirection), QStringLiteral("OUT"));
+    QVERIFY(!notice->isVisible());
+}
+
+void TestConsole::clearCanBeUndone()
+{
+    form->showForm();
+    form->setData(0, "a");
+    form->setData(1, "b");
+    auto* undo = child<QToolButton>("toolButton_UndoClear");
+    QVERIFY(!undo->isVisible());
+    child<QToolButton>("toolButton_Clear")->click();
+    QCOMPARE(form->logModel()->rowCount(), 0);
+    QVERIFY(undo->isVisible());
+    form->setData(1, "c"); // came after the clear
+    undo->click();
+    QVERIFY(!undo->isVisible());
+    QStringList rows;
+    for (int row = 0; row < form->logModel()->rowCount(); ++row)
+        rows << form->logModel()->text(row, ZOR_Model_Log::ColumnDirection) + form->logModel()->text(row, 3);
+    QCOMPARE(rows, QStringList({QStringLiteral("OUTa"), QStringLiteral("INb"), QStringLiteral("INc")}));
+}
+
+void TestConsole::findCountsWrapsAndKeepsTheSelection()
+{
+    form->showForm();
+    useLanguage("en");
+    const QList<QPair<int, QByteArray>> rows = {
+        {0, "*?PING 1"}, {1, "*#PING 1\r\n"}, {0, "*?V"}, {1, "*#V ZOR"}, {1, "*#ping 2"}};
+    for (const auto& row : rows)
+        form->setData(row.first, row.second);
+    auto* view = child<QTableView>("treeWidget");
+    QApplication::setActiveWindow(form.get());
+    QVERIFY(QTest::qWaitForWindowActive(form.get()));
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_F, Qt::ControlModifier);
+    auto* find = child<QLineEdit>("lineEdit_Find");
+    auto* status = child<QLabel>("label_FindStatus");
+    view->setCurrentIndex(QModelIndex());
+    QTest::keyClicks(find, QStringLiteral("ping"));
+    const QStringList expected = {QStringLiteral("Match 1 of 3"), QStringLiteral("Match 2 of 3"),
+                                  QStringLiteral("Match 3 of 3"),
+                                  QStringLiteral("Match 1 of 3 — Search wrapped to the top")};
+    for (const QString& text : expected) {
+        QTest::keyClick(find, Qt::Key_Return);
+        QCOMPARE(status->text(), text);
+    }
+    QTest::keyClick(find, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(status->text(), QStringLiteral("Match 3 of 3 — Search wrapped to the bottom"));
+    QCOMPARE(view->currentIndex().row(), 4);
+
+    child<QCheckBox>("checkBox_Filter")->click();
+    auto* hidden = child<QLabel>("label_Hidden");
+    QVERIFY(hidden->isVisible());
+    QCOMPARE(hidden->text(), QStringLiteral("Rows hidden: 2"));
+    form->setData(0, "*?S"); // hidden as it comes
+    QTRY_COMPARE(hidden->text(), QStringLiteral("Rows hidden: 3"));
+    QCOMPARE(view->currentIndex().data().toString(), QStringLiteral("*#ping.2"));
+    QTest::keyClick(find, Qt::Key_Escape);
+    QVERIFY(!hidden->isVisible());
+    QCOMPARE(view->currentIndex().row(), 4);
+    QCOMPARE(view->currentIndex().data().toString(), QStringLiteral("*#ping.2"));
+}
+
+void TestConsole::rowsShowDirectionColoursAndMilliseconds()
+{
+    form->showForm();
+    form->setData(0, "*?V");
+    form->setData(1, "*#V 1");
+    form->setData(-1, "CONNECT");
+    const ZOR_Model_Log* log = form->logModel();
+    const QVariant out = log->index(0, 3).data(Qt::ForegroundRole);
+    const QVariant in = log->index(1, 3).data(Qt::ForegroundRole);
+    QCOMPARE(out.value<QColor>(), form->logWidget()->palette().color(QPalette::Link));
+    QVERIFY(in.value<QColor>().isValid() && in.value<QColor>() != out.value<QColor>());
+    QVERIFY(!log->index(2, 3).data(Qt::ForegroundRole).isValid());
+
+    // "dd.MM.yyyy hh:mm:ss", with ".zzz" when asked for.
+    QCOMPARE(log->text(0, ZOR_Model_Log::ColumnTime).size(), 19);
+    form->logWidget()->setTimeWithMs(true);
+    const QString time = log->text(0, ZOR_Model_Log::ColumnTime);
+    const QRegularExpression withMs(QStringLiteral("^\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d:\\d\\d\\.\\d{3}$"));
+    QVERIFY2(withMs.match(time).hasMatch(), qPrintable(time));
+    const QFont font = log->index(0, 0).data(Qt::FontRole).value<QFont>();
+    QVERIFY(child<QTableView>("treeWidget")->columnWidth(0) > QFontMetrics(font).horizontalAdvance(time));
+}
+
+void TestConsole::continuousLogIsReadBackByZorTool()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("exchange.log"));
+    QFile old(path); // a log from before is kept, not overwritten
+    QVERIFY(old.open(QIODevice::WriteOnly) && old.write("earlier\r") > 0);
+    old.close();
+    ZOR_Widget_Log* widget = form->logWidget();
+    widget->logFile()->setMaxBytes(600);
+    widget->logFile()->setKeptFiles(50);
+    QVERIFY(widget->recordTo(path));
+    form->showForm();
+    form->deviceConnect();
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    const int commands = 12;
+    for (int i = 0; i < commands; ++i) {
+        QTest::keyClicks(line, QStringLiteral("*?PING %1").arg(i));
+        QTest::keyClick(line, Qt::Key_Return);
+        QByteArray reply = "*#PING " + QByteArray::number(i) + "\r\n";
+        form->deviceReceive(&reply);
+    }
+    QVERIFY(QFile::exists(ZOR_ConsoleLogFile::rotatedName(path, 2))); // rotated by size
+    QVERIFY(QFileInfo(path).size() < 600 + 200);
+
+    QProcess tool;
+    tool.start(QStringLiteral(ZOR_BIN_DIR "/zor-tool"), {QStringLiteral("log"), QStringLiteral("--rotated"), path});
+    QVERIFY(tool.waitForFinished(30000));
+    QCOMPARE(tool.exitCode(), 0);
+    const QStringList lines = QString::fromLocal8Bit(tool.readAllStandardOutput()).split(QLatin1Char('\n'));
+    QCOMPARE(lines.value(0), QStringLiteral("earlier"));
+    // Every row once, in order, across the files: the direction and size,
+    // the bytes as ASCII, the bytes in hex.
+    QStringList expected{QStringLiteral("CONNECT")};
+    for (int i = 0; i < commands; ++i) {
+        const QByteArray sent = "*?PING " + QByteArray::number(i);
+        const QByteArray reply = "*#PING " + QByteArray::number(i) + "\r\n";
+        expected << QStringLiteral("OUT %1").arg(sent.size())
+                 << QString::fromLatin1(sent).replace(QLatin1Char(' '), QLatin1Char('.'))
+                 << QString::fromLatin1(sent.toHex());
+        expected << QStringLiteral("IN %1").arg(reply.size()) << QStringLiteral("*#PING.%1..").arg(i)
+                 << QString::fromLatin1(reply.toHex());
+    }
+    QStringList found;
+    for (const QString& l : lines) {
+        const QString text = l.contains(QLatin1String("  ")) ? l.section(QLatin1String("  "), 1) : l; // time stamp
+        if (!text.isEmpty() && !text.startsWith(QLatin1String("---")) && text != QLatin1String("earlier"))
+            found << text;
+    }
+    QCOMPARE(found, expected);
+}
+
+void TestConsole::resetCommandsAskFirstAndMacrosSend()
+{
+    const QString listDir = dataDir.path() + QStringLiteral("/Localization/Temp");
+    QDir().mkpath(listDir);
+    QFile list(listDir + QStringLiteral("/commands.xml"));
+    QVERIFY(list.open(QIODevice::WriteOnly));
+    list.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<COMMANDS>\n"
+               "<COMMAND name=\"Version\" cmnd=\"*?V\"/>\n"
+               "<COMMAND name=\"Reset\" cmnd=\"*!SETT_RESET\" confirm=\"1\"/>\n</COMMANDS>\n");
+    list.close();
+    const auto removeList = qScopeGuard([&list] { list.remove(); });
+    form.reset(new ZOR_Form_Commands());
+    form->showForm();
+    form->deviceConnect();
+    int asked = 0;
+    int answer = 1; // Cancel
+    ZOR_Dialog_XmlList::setAnswerer([&](QMessageBox::Icon, const QString&, const QString&, const QStringList&) {
+        ++asked;
+        return answer;
+    });
+    const auto noAnswerer = qScopeGuard([] { ZOR_Dialog_XmlList::setAnswerer(nullptr); });
+    auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
+    host.clear();
+    QTest::keyClicks(line, QStringLiteral("*!SETT_RESET"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(asked, 1);
+    QVERIFY(host.sent().isEmpty());
+    QCOMPARE(line->text(), QStringLiteral("*!SETT_RESET")); // still there to send
+    answer = 0;
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(host.sent(), QList<QByteArray>({QByteArray("*!SETT_RESET")}));
+
+    // A button per saved command; only the marked one asks.
+    QMap<QString, QToolButton*> macros;
+    for (QToolButton* button : child<QWidget>("widget_Macros")->findChildren<QToolButton*>())
+        macros[button->text()] = button;
+    QCOMPARE(macros.keys(), QStringList({QStringLiteral("Reset"), QStringLiteral("Version")}));
+    host.clear();
+    asked = 0;
+    macros[QStringLiteral("Version")]->click();
+    QCOMPARE(asked, 0);
+    answer = 1;
+    macros[QStringLiteral("Reset")]->click();
+    QCOMPARE(asked, 1);
+    QCOMPARE(host.sent(), QList<QByteArray>({QByteArray("*?V")}));
+}
+
+void TestConsole::tabInTheListEditorGoesToTheCommand()
+{
+    ZOR_Dialog_Commands* editor = form->dialogCommands();
+    editor->showForm();
+    QApplication::setActiveWindow(editor);
+    QVERIFY(QTest::qWaitForWindowActive(editor));
+    editor->findChild<QToolButton*>(QStringLiteral("toolButton_Add"))->click();
+    auto* tree = editor->findChild<QTreeWidget*>(QStringLiteral("treeWidget"));
+    QTreeWidgetItem* item = tree->currentItem();
+    QVERIFY(item);
+    tree->setCurrentItem(item, 1);
+    tree->editItem(item, 1);
+    auto* nameEditor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QVERIFY(nameEditor);
+    nameEditor->selectAll();
+    QTest::keyClicks(nameEditor, QStringLiteral("Ping"));
+    QTest::keyClick(nameEditor, Qt::Key_Tab);
+    QCOMPARE(item->text(1), QStringLiteral("Ping"));
+    QCOMPARE(tree->currentItem(), item);
+    QCOMPARE(tree->currentColumn(), 2);
+    auto* commandEditor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QVERIFY(commandEditor && commandEditor != nameEditor);
+    QCOMPARE(commandEditor->text(), QStringLiteral("CMND"));
+    QTest::keyClick(commandEditor, Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(tree->currentColumn(), 1);
+    editor->reject();
 }
 
 QTEST_MAIN(TestConsole)

@@ -380,8 +380,8 @@ void TestHostTelemetry::exportOfSelectedRows()
     lpSelection->clearSelection();
     // Selected cells in any order, several in one row: each record once.
     for (int nRow : {40, 2, 17})
-        lpSelection->select(window.model()->index(nRow, 1), QItemSelectionModel::Select);
-    lpSelection->select(window.model()->index(2, 3), QItemSelectionModel::Select);
+        lpSelection->select(window.tableView()->model()->index(nRow, 1), QItemSelectionModel::Select);
+    lpSelection->select(window.tableView()->model()->index(2, 3), QItemSelectionModel::Select);
     QSignalSpy finished(&window, &ZOR_TelemetryWindow::signal_ExportFinished);
     const QString qsMine = path(QStringLiteral("some.csv"));
     QVERIFY(window.exportCsv(qsMine, true));

@@ -47,6 +47,8 @@ private slots:
     void userParamTypes_data();
     void userParamTypes();
     void userParamFieldsUseTheirWidth();
+    void numbers_data();
+    void numbers();
 };
 
 void TestTelemetryTexts::initTestCase()
@@ -208,4 +210,53 @@ void TestTelemetryTexts::userParamFieldsUseTheirWidth()
 }
 
 QTEST_GUILESS_MAIN(TestTelemetryTexts)
+// Values as numbers, in the unit of the text, from the rules of the fields:
+// millivolts shown as volts, seconds as hours, 1/10000 angular minute as
+// degrees, decimetres as metres; NaN where the text says there is no value.
+void TestTelemetryTexts::numbers_data()
+{
+    QTest::addColumn<int>("field");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QByteArray>("hex");
+    QTest::addColumn<double>("number");
+    const double none = qQNaN();
+    QTest::newRow("time: UTC seconds") << 3 << int(ZorTmi::Col_Time) << QByteArray("80 e5 31 66") << 1714546048.0;
+    QTest::newRow("engine work: flag of bit 7") << 5 << int(ZorTmi::Col_EngineWork) << QByteArray("80") << 1.0;
+    QTest::newRow("SIM number: 1 when clear") << 5 << int(ZorTmi::Col_SimNumber) << QByteArray("00") << 1.0;
+    QTest::newRow("satellites: bits 2-7") << 8 << int(ZorTmi::Col_NGaugeSatellites) << QByteArray("27") << 9.0;
+    QTest::newRow("latitude 55 deg 45' in degrees") << 10 << int(ZorTmi::Col_Latitude) << QByteArray("10 68 fe 01")
+                                                    << 55.75;
+    QTest::newRow("west longitude") << 11 << int(ZorTmi::Col_Longitude) << QByteArray("60 4c cd fe") << -33.5;
+    QTest::newRow("altitude -1.5 m, not truncated") << 12 << int(ZorTmi::Col_Altitude) << QByteArray("f1 ff ff ff")
+                                                    << -1.5;
+    QTest::newRow("speed: the float itself") << 13 << int(ZorTmi::Col_Speed) << QByteArray("00 00 75 42") << 61.25;
+    QTest::newRow("GSM 99: unknown") << 7 << int(ZorTmi::Col_GSM) << QByteArray("63") << none;
+    QTest::newRow("supply: volts") << 19 << int(ZorTmi::Col_Power) << QByteArray("39 30") << 12.345;
+    QTest::newRow("engine hours") << 37 << int(ZorTmi::Col_Motochas) << QByteArray("10 0e 00 00") << 1.0;
+    QTest::newRow("temperature -128: no sensor") << 45 << int(ZorTmi::Col_Temp1) << QByteArray("80") << none;
+    QTest::newRow("CAN level in litres x 10") << 53 << int(ZorTmi::Col_CanFuelLevelLitres) << QByteArray("e9 03")
+                                              << 100.1;
+    QTest::newRow("CAN level in percent has no litres") << 53 << int(ZorTmi::Col_CanFuelLevelLitres)
+                                                        << QByteArray("32 80") << none;
+    QTest::newRow("fuel used: negative is no data") << 54 << int(ZorTmi::Col_CanFuelConsumption)
+                                                    << QByteArray("00 00 80 bf") << none;
+    QTest::newRow("service distance x 5 km") << 68 << int(ZorTmi::Col_CanTimeTO) << QByteArray("0a 00") << 50.0;
+    QTest::newRow("humidity in half percent") << 167 << int(ZorTmi::Col_HPrecisionHumidity1) << QByteArray("05")
+                                              << 2.5;
+}
+
+void TestTelemetryTexts::numbers()
+{
+    QFETCH(int, field);
+    QFETCH(int, column);
+    QFETCH(QByteArray, hex);
+    QFETCH(double, number);
+    const auto page = decoded({field}, hex);
+    const double got = ZorTmi::number(ZorTmi::column(column), page->fieldBytes(field));
+    if (qIsNaN(number))
+        QVERIFY2(qIsNaN(got), qPrintable(QString::number(got)));
+    else
+        QCOMPARE(got, number);
+}
+
 #include "tst_telemetry_texts.moc"

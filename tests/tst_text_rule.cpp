@@ -37,6 +37,11 @@ void TestTextRule::encodesByTheRule_data()
     QTest::newRow("greek becomes underscore") << QStringLiteral("aΩb") << QByteArray("a_b");
     QTest::newRow("latin-1 e acute is absent") << QStringLiteral("é") << QByteArray("_");
     QTest::newRow("no-break space") << QStringLiteral("\u00A0") << QByteArray("\xA0");
+    // U+1F600 is one character held as two UTF-16 units; it has no byte.
+    QTest::newRow("surrogate pair is one character") << QStringLiteral("a\U0001F600b") << QByteArray("a_b");
+    QTest::newRow("two pairs in a row") << QStringLiteral("\U0001F600\U0001F601") << QByteArray("__");
+    QTest::newRow("lone high half") << QString(QChar(0xD83D)) + "x" << QByteArray("_x");
+    QTest::newRow("lone low half") << QString(QChar(0xDE00)) << QByteArray("_");
     QTest::newRow("nul stays nul") << QString(QChar(0)) << QByteArray(1, '\0');
     QTest::newRow("empty") << QString() << QByteArray();
 }

@@ -1,5 +1,5 @@
 // zor-tool: frames, checksums, telemetry records and settings documents of
-// the module, from the command line.
+// the module, and text commands to a terminal, from the command line.
 
 #include "zor_tool.h"
 #include "zor_tool_common.h"
@@ -24,10 +24,13 @@ const Subcommand kSubcommands[] = {
     {"crc16", toolCrc, "CRC-16 of hex bytes or a file"},
     {"crc32", toolCrc, "CRC-32 of hex bytes or a file"},
     {"decode", toolDecode, "decode one telemetry record"},
-    {"csv", toolCsv, "export telemetry records to CSV"},
+    {"csv", toolCsv, "export telemetry records to CSV (--numeric: numbers for analysis)"},
+    {"track", toolTrack, "the track of a telemetry archive as GPX, KML or GeoJSON"},
+    {"summary", toolSummary, "distance, trips, stops and fuel events of a telemetry archive"},
     {"settings", toolSettings, "read and change settings documents"},
     {"log", toolLog, "show an exchange log as lines: log FILE"},
-    {"config", toolConfig, "new, normalize and diff settings documents through every settings form"},
+    {"term", toolTerm, "send commands to a terminal: term --port PORT [COMMAND...]"},
+    {"config", toolConfig, "new, normalize, diff, check and sheet: settings documents through every form"},
 };
 
 int usage(int code)

@@ -6,7 +6,9 @@
 #include "zor_tool.h"
 #include "zor_tool_common.h"
 
+#include "config/zor_configdiff.h"
 #include "config/zor_configdocument.h"
+#include "config/zor_configsheet.h"
 #include "config/zor_terminalprofile.h"
 #include "store/cserialize.h"
 #include "store/cxmltagv2.h"
@@ -25,6 +27,13 @@ const char* const kHelp =
     "                                       would (in place without -o)\n"
     "  config diff A B                      nodes and attributes added (+), removed (-)\n"
     "                                       and changed (~); exit 0 equal, 1 different\n"
+    "  config check FILE [profile]          every value the forms would not keep as written,\n"
+    "                                       one line each: FILE:LINE: NODE/attribute:\n"
+    "                                       \"value\" -> \"kept\": reason; exit 0 none, 1 some,\n"
+    "                                       2 the file does not parse; never writes\n"
+    "  config sheet FILE -o OUT [--format pdf|html|txt] [profile]\n"
+    "                                       the settings sheet: page, caption, value with\n"
+    "                                       its unit, non-default values marked *\n"
     "profile: --sims 1|2  --can-variant ext|bt  --ble-slots N";
 
 bool readProfile(const QCommandLineParser& parser, ZOR_TerminalProfile& profile, QString* error)
@@ -66,108 +75,6 @@ int saveDocument(ZOR_ConfigDocument& doc, const QString& file)
 
 // --- diff ---------------------------------------------------------------
 
-QString quoted(const QString& s)
-{
-    return QLatin1Char('"') + s + QLatin1Char('"');
-}
-
-// Children are matched by name and by their rank among the siblings of that
-// name: the second ROW of A is compared with the second ROW of B.
-QString childPath(const QString& parent, const CXmlTagV2* tag, int rank)
-{
-    QString path = parent.isEmpty() ? tag->name() : parent + QLatin1Char('/') + tag->name();
-    if (rank > 1)
-        path += QStringLiteral("[%1]").arg(rank);
-    return path;
-}
-
-QVector<int> ranks(const CXmlTagV2* tag)
-{
-    QVector<int> result;
-    QHash<QString, int> seen;
-    for (int i = 0; i < tag->children().count(); ++i)
-        result.append(++seen[tag->getNumTag(i)->name()]);
-    return result;
-}
-
-const CXmlTagV2* findRanked(const CXmlTagV2* tag, const QString& name, int rank, int* index)
-{
-    int n = 0;
-    for (int i = 0; i < tag->children().count(); ++i) {
-        if (tag->getNumTag(i)->name() == name && ++n == rank) {
-            *index = i;
-            return tag->getNumTag(i);
-        }
-    }
-    return nullptr;
-}
-
-class Differ
-{
-public:
-    int count = 0;
-
-    void node(const CXmlTagV2* a, const CXmlTagV2* b, const QString& path)
-    {
-        attributes(a, b, path);
-        if (a->value() != b->value())
-            line('~', path + QStringLiteral(" text: %1 -> %2").arg(quoted(a->value()), quoted(b->value())));
-        const QVector<int> rankA = ranks(a);
-        const QVector<int> rankB = ranks(b);
-        QVector<bool> matched(b->children().count(), false);
-        for (int i = 0; i < a->children().count(); ++i) {
-            const CXmlTagV2* childA = a->getNumTag(i);
-            int j = -1;
-            const CXmlTagV2* childB = findRanked(b, childA->name(), rankA[i], &j);
-            if (childB) {
-                matched[j] = true;
-                node(childA, childB, childPath(path, childA, rankA[i]));
-            } else {
-                whole('-', childA, childPath(path, childA, rankA[i]));
-            }
-        }
-        for (int j = 0; j < b->children().count(); ++j)
-            if (!matched[j])
-                whole('+', b->getNumTag(j), childPath(path, b->getNumTag(j), rankB[j]));
-    }
-
-    // A node only one side has, with everything below it.
-    void whole(char sign, const CXmlTagV2* tag, const QString& path)
-    {
-        QString text = path;
-        for (const CXmlAttribute& attr : tag->attributes())
-            text += QLatin1Char(' ') + attr.name + QLatin1Char('=') + quoted(attr.value);
-        if (!tag->value().isEmpty())
-            text += QStringLiteral(" text=") + quoted(tag->value());
-        line(sign, text);
-        const QVector<int> rank = ranks(tag);
-        for (int i = 0; i < tag->children().count(); ++i)
-            whole(sign, tag->getNumTag(i), childPath(path, tag->getNumTag(i), rank[i]));
-    }
-
-private:
-    void attributes(const CXmlTagV2* a, const CXmlTagV2* b, const QString& path)
-    {
-        for (const CXmlAttribute& attr : a->attributes()) {
-            const int i = b->attributeIndex(attr.name);
-            if (i < 0)
-                line('-', path + QStringLiteral(" @%1=%2").arg(attr.name, quoted(attr.value)));
-            else if (b->attributes().at(i).value != attr.value)
-                line('~', path + QStringLiteral(" @%1: %2 -> %3")
-                                     .arg(attr.name, quoted(attr.value), quoted(b->attributes().at(i).value)));
-        }
-        for (const CXmlAttribute& attr : b->attributes())
-            if (a->attributeIndex(attr.name) < 0)
-                line('+', path + QStringLiteral(" @%1=%2").arg(attr.name, quoted(attr.value)));
-    }
-
-    void line(char sign, const QString& text)
-    {
-        ++count;
-        ZorTool::out() << sign << ' ' << text << '\n';
-    }
-};
-
 bool openDocument(const QString& file, CSerialize& doc, QString* error)
 {
     if (!QFileInfo(file).isFile()) {
@@ -188,18 +95,44 @@ int diff(const QString& fileA, const QString& fileB)
     QString error;
     if (!openDocument(fileA, a, &error) || !openDocument(fileB, b, &error))
         return ZorTool::fail(2, error);
-    Differ differ;
-    const CXmlTagV2* rootA = a.root();
-    const CXmlTagV2* rootB = b.root();
-    if (rootA && rootB && rootA->name() == rootB->name()) {
-        differ.node(rootA, rootB, rootA->name());
-    } else {
-        if (rootA)
-            differ.whole('-', rootA, rootA->name());
-        if (rootB)
-            differ.whole('+', rootB, rootB->name());
-    }
-    return differ.count == 0 ? 0 : 1;
+    ZOR_ConfigDiff differ;
+    differ.compare(a.root(), b.root());
+    QTextStream& out = ZorTool::out();
+    for (const ZOR_ConfigDiff::Entry& entry : differ.entries())
+        out << entry.text() << '\n';
+    return differ.entries().isEmpty() ? 0 : 1;
+}
+
+// The file as the window would load it; the problems go to standard output.
+int check(ZOR_ConfigDocument& doc, const QString& file)
+{
+    doc.createForms();
+    if (!doc.load(file, ZOR_ConfigDocument::ReadForeign))
+        return ZorTool::fail(2, doc.errorString());
+    QTextStream& out = ZorTool::out();
+    for (const ZOR_ConfigProblems::Problem& problem : doc.problems())
+        out << problem.text(file) << '\n';
+    return doc.problems().isEmpty() ? 0 : 1;
+}
+
+int sheet(ZOR_ConfigDocument& doc, const QString& file, const QString& output, QString format)
+{
+    if (format.isEmpty())
+        format = QFileInfo(output).suffix().toLower();
+    static const QHash<QString, ZOR_ConfigSheet::Format> kFormats = {
+        {QStringLiteral("pdf"), ZOR_ConfigSheet::Pdf}, {QStringLiteral("html"), ZOR_ConfigSheet::Html},
+        {QStringLiteral("htm"), ZOR_ConfigSheet::Html}, {QStringLiteral("txt"), ZOR_ConfigSheet::Text},
+        {QString(), ZOR_ConfigSheet::Text}};
+    if (!kFormats.contains(format))
+        return ZorTool::fail(2, QStringLiteral("--format takes pdf, html or txt, not '%1'").arg(format));
+    doc.createForms();
+    if (!doc.load(file))
+        return ZorTool::fail(1, QStringLiteral("%1: not loaded (%2)").arg(file, doc.errorString()));
+    ZOR_ConfigSheet settings;
+    settings.build(&doc);
+    if (!settings.save(output, kFormats.value(format)))
+        return ZorTool::fail(1, settings.errorString());
+    return 0;
 }
 
 } // namespace
@@ -210,8 +143,10 @@ int toolConfig(const QStringList& args)
         return ZorTool::fail(2, QStringLiteral("config: the settings forms need the widget application"));
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(kHelp));
-    parser.addPositionalArgument(QStringLiteral("action"), QStringLiteral("new, normalize or diff"));
+    parser.addPositionalArgument(QStringLiteral("action"), QStringLiteral("new, normalize, diff, check or sheet"));
     parser.addOption({{QStringLiteral("o"), QStringLiteral("output")}, QStringLiteral("File to write."), QStringLiteral("file")});
+    parser.addOption({QStringLiteral("format"), QStringLiteral("Sheet format: pdf, html or txt."),
+                      QStringLiteral("f")});
     parser.addOption({QStringLiteral("sims"), QStringLiteral("SIM cards of the terminal: 1 or 2."), QStringLiteral("n")});
     parser.addOption({QStringLiteral("can-variant"), QStringLiteral("CAN variant: ext or bt."), QStringLiteral("v")});
     parser.addOption({QStringLiteral("ble-slots"), QStringLiteral("Bluetooth LE sensor slots."), QStringLiteral("n")});
@@ -239,6 +174,16 @@ int toolConfig(const QStringList& args)
         doc.createForms();
         return saveDocument(doc, output);
     }
+    if (action == QLatin1String("check")) {
+        if (pos.size() != 2)
+            return ZorTool::fail(2, QStringLiteral("config check takes one file: check FILE"));
+        return check(doc, pos.at(1));
+    }
+    if (action == QLatin1String("sheet")) {
+        if (pos.size() != 2 || output.isEmpty())
+            return ZorTool::fail(2, QStringLiteral("config sheet takes one file and -o OUT"));
+        return sheet(doc, pos.at(1), output, parser.value(QStringLiteral("format")).toLower());
+    }
     if (action == QLatin1String("normalize")) {
         if (pos.size() != 2)
             return ZorTool::fail(2, QStringLiteral("config normalize takes one file: normalize IN [-o OUT]"));
@@ -248,7 +193,8 @@ int toolConfig(const QStringList& args)
             return ZorTool::fail(1, QStringLiteral("%1: not loaded (%2)").arg(pos.at(1), doc.errorString()));
         return saveDocument(doc, output.isEmpty() ? pos.at(1) : output);
     }
-    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize or diff)").arg(action));
+    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize, diff, check or sheet)")
+                                .arg(action));
 }
 
 int toolConfigMain(int argc, char** argv)

@@ -2,6 +2,7 @@
 
 #include "zor_tool.h"
 #include "zor_tool_common.h"
+#include "zor_tool_records.h"
 
 #include "module/zor_language.h"
 #include "telemetry/tmipage_kite1.h"
@@ -11,75 +12,15 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSaveFile>
 
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
+#include <vector>
 
 namespace {
-
-// Inputs above this size get progress reports on stderr.
-const qint64 kProgressThreshold = 10 * 1024 * 1024;
-// Records read from the input at once.
-const int kRecordsPerRead = 4096;
-
-struct RecordOptions
-{
-    // "--version" was the first name of this option and still works.
-    QCommandLineOption version{QStringList{QStringLiteral("protocol"), QStringLiteral("version")},
-                               QStringLiteral("Protocol version: 1, 2 or 3."), QStringLiteral("1|2|3")};
-    QCommandLineOption mask{QStringLiteral("mask"),
-                            QStringLiteral("Field set as text: character i is field i+1, \"1\" present."),
-                            QStringLiteral("MASK")};
-    QCommandLineOption maskHex{QStringLiteral("mask-hex"), QStringLiteral("Field set as its 32 bytes in hex."),
-                               QStringLiteral("HEX64")};
-    QCommandLineOption lang{QStringLiteral("lang"),
-                            QStringLiteral("Caption language (ru, en, ...; \"keys\" shows the keys)."),
-                            QStringLiteral("LANG")};
-
-    void addTo(QCommandLineParser& parser) const
-    {
-        parser.addOption(version);
-        parser.addOption(mask);
-        parser.addOption(maskHex);
-        parser.addOption(lang);
-    }
-};
-
-// The record object of --version with the field set of --mask / --mask-hex.
-// Returns 0 or the exit code of a usage error.
-int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
-                      std::unique_ptr<TmiPage_Base>& record)
-{
-    bool ok = false;
-    const int version = parser.value(o.version).toInt(&ok);
-    if (!parser.isSet(o.version) || !ok || !(record = TmiPage_Base::create(version)))
-        return ZorTool::fail(2, QStringLiteral("--protocol must be 1, 2 or 3"));
-    if (parser.isSet(o.mask) && parser.isSet(o.maskHex))
-        return ZorTool::fail(2, QStringLiteral("give either --mask or --mask-hex, not both"));
-    if (parser.isSet(o.maskHex)) {
-        QByteArray bytes;
-        QString error;
-        if (!ZorTool::parseHex(parser.value(o.maskHex), bytes, &error))
-            return ZorTool::fail(2, QStringLiteral("--mask-hex: %1").arg(error));
-        if (bytes.size() != ZorTmi::MaskBytes)
-            return ZorTool::fail(2, QStringLiteral("--mask-hex needs 64 hex digits (32 bytes), got %1 digits")
-                                        .arg(bytes.size() * 2));
-        record->setPageFormat(reinterpret_cast<const unsigned char*>(bytes.constData()));
-    } else if (parser.isSet(o.mask)) {
-        record->setPageFormat(parser.value(o.mask));
-    } else {
-        return ZorTool::fail(2, QStringLiteral("give the field set with --mask or --mask-hex"));
-    }
-    return 0;
-}
-
-void applyLanguage(const QCommandLineParser& parser, const RecordOptions& o)
-{
-    if (parser.isSet(o.lang))
-        ZOR_Language::instance().load(parser.value(o.lang));
-}
 
 // Times show in a fixed zone UTC + seconds instead of the TZ zone.
 void useFixedZone(int seconds)
@@ -96,6 +37,30 @@ void useFixedZone(int seconds)
     tzset();
 }
 
+// number;name;text for every field the record carries, or the JSON array
+// of {number, name, text}.
+QByteArray fieldLines(const TmiPage_Base& record, bool json)
+{
+    QByteArray lines;
+    QJsonArray fields;
+    for (int n = 1; n <= record.lastField(); ++n) {
+        if (!record.isUseParam(n))
+            continue;
+        QByteArray text;
+        record.appendColumnTexts(n, text, QByteArray(), QByteArrayLiteral(";"));
+        text.chop(1);
+        if (json) {
+            fields.append(QJsonObject{{QStringLiteral("number"), n},
+                                      {QStringLiteral("name"), QString::fromLatin1(ZorTmi::field(n).name)},
+                                      {QStringLiteral("text"), QString::fromUtf8(text)}});
+            continue;
+        }
+        lines.append(QByteArray::number(n)).append(';').append(ZorTmi::field(n).name).append(';');
+        lines.append(text).append('\n');
+    }
+    return json ? QJsonDocument(fields).toJson(QJsonDocument::Indented) : lines;
+}
+
 } // namespace
 
 int toolDecode(const QStringList& args)
@@ -105,7 +70,7 @@ int toolDecode(const QStringList& args)
         "Decodes one telemetry record and prints number;name;text for every field it carries, "
         "the text being the field's CSV column texts joined by \";\". --f8 reads the fixed "
         "128-byte F8 record instead (version-1 fields)."));
-    RecordOptions o;
+    ZorTool::RecordOptions o;
     o.addTo(parser);
     const QCommandLineOption f8(QStringLiteral("f8"), QStringLiteral("The data is an F8 record."));
     const QCommandLineOption hex(QStringLiteral("hex"), QStringLiteral("Record bytes in hex."), QStringLiteral("HEX"));
@@ -131,7 +96,7 @@ int toolDecode(const QStringList& args)
     std::unique_ptr<TmiPage_Base> record;
     if (isF8) {
         record = std::make_unique<TmiPage_Kite1>(QString());
-    } else if ((code = recordFromOptions(parser, o, record)) != 0) {
+    } else if ((code = ZorTool::recordFromOptions(parser, o, record)) != 0) {
         return code;
     }
     if (parser.isSet(hex) == parser.isSet(file))
@@ -149,7 +114,7 @@ int toolDecode(const QStringList& args)
         useFixedZone(seconds);
         record->setDateTimeOffset(seconds);
     }
-    applyLanguage(parser, o);
+    ZorTool::applyLanguage(parser, o);
 
     const auto* bytes = reinterpret_cast<const unsigned char*>(data.constData());
     if (isF8)
@@ -157,25 +122,7 @@ int toolDecode(const QStringList& args)
     else
         record->setCurrentTMI(bytes, data.size());
 
-    QByteArray lines;
-    QJsonArray fields;
-    for (int n = 1; n <= record->lastField(); ++n) {
-        if (!record->isUseParam(n))
-            continue;
-        QByteArray text;
-        record->appendColumnTexts(n, text, QByteArray(), QByteArrayLiteral(";"));
-        text.chop(1);
-        if (parser.isSet(json)) {
-            fields.append(QJsonObject{{QStringLiteral("number"), n},
-                                      {QStringLiteral("name"), QString::fromLatin1(ZorTmi::field(n).name)},
-                                      {QStringLiteral("text"), QString::fromUtf8(text)}});
-            continue;
-        }
-        lines.append(QByteArray::number(n)).append(';').append(ZorTmi::field(n).name).append(';');
-        lines.append(text).append('\n');
-    }
-    if (parser.isSet(json))
-        lines = QJsonDocument(fields).toJson(QJsonDocument::Indented);
+    const QByteArray lines = fieldLines(*record, parser.isSet(json));
     std::fwrite(lines.constData(), 1, size_t(lines.size()), stdout);
     std::fflush(stdout);
     if (!isF8 && record->missingBytes() > 0)
@@ -186,96 +133,112 @@ int toolDecode(const QStringList& args)
     return 0;
 }
 
+namespace {
+
+// The CSV for analysis: a header of column names (the field name, or the
+// name of the part for fields of several columns), then per record the
+// numbers of the columns, "," between cells, "\r\n" after each line.
+class NumericCsv
+{
+public:
+    explicit NumericCsv(const TmiPage_Base& columns)
+    {
+        for (int n = 1; n <= columns.lastField(); ++n)
+            if (columns.isInFormat(n))
+                for (int i = 0; i < ZorTmi::field(n).csvCount; ++i)
+                    ids.push_back(ZorTmi::csvColumns()[ZorTmi::field(n).firstCsv + i]);
+    }
+    void header(QByteArray& out) const
+    {
+        for (size_t i = 0; i < ids.size(); ++i)
+            out.append(i ? "," : "").append(ZorTmi::column(ids[i]).getter);
+        out.append("\r\n");
+    }
+    void line(QByteArray& out, const TmiPage_Base& record) const
+    {
+        for (size_t i = 0; i < ids.size(); ++i) {
+            if (i)
+                out.append(',');
+            const ZorTmi::Column& c = ZorTmi::column(ids[i]);
+            if (record.isUseParam(ZorTmi::presenceField(c.field)))
+                ZorTmi::appendNumberText(out, c, record.fieldBytes(c.field));
+        }
+        out.append("\r\n");
+    }
+
+private:
+    std::vector<quint16> ids;
+};
+
+int exportNumeric(ZorTool::ArchiveReader& archive, const QCommandLineParser& parser,
+                  const QCommandLineOption& outFile)
+{
+    QSaveFile file;
+    QFile standardOutput;
+    QIODevice* device = &file;
+    if (parser.isSet(outFile)) {
+        file.setFileName(parser.value(outFile));
+        if (!file.open(QIODevice::WriteOnly))
+            return ZorTool::fail(2, QStringLiteral("cannot write %1: %2").arg(file.fileName(), file.errorString()));
+    } else {
+        device = &standardOutput;
+        standardOutput.open(stdout, QIODevice::WriteOnly);
+    }
+    const NumericCsv csv(archive.columns());
+    QByteArray buffer;
+    csv.header(buffer);
+    bool ok = true;
+    archive.forEach([&](const TmiPage_Base& record) {
+        csv.line(buffer, record);
+        if (buffer.size() > (1 << 20)) {
+            ok = device->write(buffer) == buffer.size();
+            buffer.clear();
+        }
+        return ok;
+    });
+    ok = ok && device->write(buffer) == buffer.size() && (device != &file || file.commit());
+    if (!ok)
+        return ZorTool::fail(2, QStringLiteral("cannot write %1: %2")
+                                    .arg(parser.value(outFile), device->errorString()));
+    return archive.partialBytes() ? ZorTool::fail(1, archive.partialMessage()) : 0;
+}
+
+} // namespace
+
 int toolCsv(const QStringList& args)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Exports records of one field set, stored back to back, as CSV: a header line, then one "
-        "line per record (\";\" cells, \"\\r\\n\" line ends, UTF-8)."));
-    RecordOptions o;
-    o.addTo(parser);
-    const QCommandLineOption in(QStringLiteral("in"), QStringLiteral("File of records."), QStringLiteral("FILE"));
+        "line per record (\";\" cells, \"\\r\\n\" line ends, UTF-8). --numeric writes a CSV for "
+        "analysis instead: a header of field names, \",\" cells, numbers with \".\" decimals in the "
+        "unit of the column's text, times as ISO 8601 UTC, coordinates in decimal degrees, flags 0/1, "
+        "empty cells where a record has no value."));
+    ZorTool::ArchiveReader archive("csv");
+    archive.addTo(parser);
     const QCommandLineOption outFile(QStringLiteral("out"), QStringLiteral("CSV file (default: standard output)."),
                                      QStringLiteral("FILE"));
-    parser.addOption(in);
+    const QCommandLineOption numeric(QStringLiteral("numeric"), QStringLiteral("Numbers for analysis, see above."));
     parser.addOption(outFile);
+    parser.addOption(numeric);
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))
         return code;
-    std::unique_ptr<TmiPage_Base> columns;
-    if ((code = recordFromOptions(parser, o, columns)) != 0)
+    if ((code = archive.open(parser)) != 0)
         return code;
-    if (!parser.isSet(in))
-        return ZorTool::fail(2, QStringLiteral("give the records with --in FILE"));
-    QFile input(parser.value(in));
-    const bool fromStdin = parser.value(in) == QLatin1String("-");
-    if (!(fromStdin ? input.open(stdin, QIODevice::ReadOnly) : input.open(QIODevice::ReadOnly)))
-        return ZorTool::fail(2, QStringLiteral("cannot read %1: %2").arg(input.fileName(), input.errorString()));
-    applyLanguage(parser, o);
+    if (parser.isSet(numeric))
+        return exportNumeric(archive, parser, outFile);
 
-    const qint64 total = input.size();
-    const int recordSize = columns->recordSize();
-    if (recordSize == 0 && total > 0)
-        return ZorTool::fail(1, QStringLiteral("the field set selects no fields, so the input cannot be split into records"));
-
-    ZOR_TmiCsvWriter csv(*columns);
+    ZOR_TmiCsvWriter csv(archive.columns());
     QFile standardOutput;
     const bool opened = parser.isSet(outFile)
         ? csv.open(parser.value(outFile))
         : (standardOutput.open(stdout, QIODevice::WriteOnly) && csv.open(&standardOutput));
     if (!opened)
         return ZorTool::fail(2, csv.errorString());
-
-    // One object defines the columns, another is refilled with every record.
-    std::unique_ptr<TmiPage_Base> record = TmiPage_Base::create(parser.value(o.version).toInt());
-    QByteArray mask;
-    columns->getPageFormat(mask);
-    record->setPageFormat(reinterpret_cast<const unsigned char*>(mask.constData()));
-
     bool ok = csv.writeHeader();
-    const bool progress = total > kProgressThreshold;
-    int lastPercent = -1;
-    qint64 offset = 0;
-    QByteArray chunk;
-    while (ok && recordSize > 0) {
-        // A pipe hands over what has arrived so far: keep reading until the
-        // block is full or the input ends, so that only the very end of the
-        // input can hold a partial record.
-        const qint64 wanted = qint64(recordSize) * kRecordsPerRead;
-        chunk = input.read(wanted);
-        while (chunk.size() < wanted) {
-            const QByteArray more = input.read(wanted - chunk.size());
-            if (more.isEmpty())  // a read blocks until data comes: nothing means the end
-                break;
-            chunk += more;
-        }
-        if (chunk.isEmpty())
-            break;
-        const auto* p = reinterpret_cast<const unsigned char*>(chunk.constData());
-        int pos = 0;
-        for (; ok && pos + recordSize <= chunk.size(); pos += recordSize) {
-            record->setCurrentTMI(p + pos, recordSize);
-            ok = csv.writeRecord(record.get());
-        }
-        offset += pos;
-        if (pos < chunk.size()) {  // only the last read can end in a partial record
-            if (!ok || !csv.commit())
-                return ZorTool::fail(2, csv.errorString());
-            return ZorTool::fail(1, QStringLiteral("trailing partial record at byte offset %1: %2 of %3 bytes")
-                                        .arg(offset)
-                                        .arg(chunk.size() - pos)
-                                        .arg(recordSize));
-        }
-        if (progress) {
-            const int percent = int(offset * 100 / total);
-            if (percent / 5 != lastPercent / 5) {
-                lastPercent = percent;
-                ZorTool::err() << "zor-tool: csv " << percent << "% (" << offset / recordSize << " records)\n";
-                ZorTool::err().flush();
-            }
-        }
-    }
+    ok = ok && archive.forEach([&csv](const TmiPage_Base& record) { return csv.writeRecord(&record); });
     if (!ok || !csv.commit())
         return ZorTool::fail(2, csv.errorString());
-    return 0;
+    return archive.partialBytes() ? ZorTool::fail(1, archive.partialMessage()) : 0;
 }

@@ -15,6 +15,10 @@ class ZOR_TerminalLink : public QObject
 public:
     using QObject::QObject;
 
+    // Why open() failed, for callers that word the failure themselves
+    // (a command-line tool tells a busy port from a forbidden one).
+    enum class Failure { None, NotFound, Busy, NoPermission, Other };
+
     // A new, unopened link from its command-line form: "simulator",
     // "simulator:CHUNK[:DELAY]" (replies in pieces of CHUNK bytes, DELAY ms
     // apart, 20 when left out), "serial:PORT" or "serial:PORT:BAUD" (115200
@@ -30,6 +34,7 @@ public:
     // The command-line form that create() makes this link again from.
     virtual QString connectText() const = 0;
     QString errorString() const { return m_qsError; }
+    Failure failure() const { return m_failure; }
 
 signals:
     void signal_Received(const QByteArray& bytes);
@@ -38,6 +43,7 @@ signals:
 
 protected:
     QString m_qsError;
+    Failure m_failure = Failure::None;
 };
 
 #endif

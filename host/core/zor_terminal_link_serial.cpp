@@ -1,5 +1,28 @@
 #include "zor_terminal_link_serial.h"
 
+#include <QFile>
+
+#include <unistd.h>
+
+namespace {
+
+// Qt reports a port that another program holds and one the user may not
+// open alike (a permission error, from the lock file or from the driver's
+// exclusive mode); the device file's access rights tell the two apart.
+ZOR_TerminalLink::Failure failureOf(QSerialPort::SerialPortError error, const QString& qsPort)
+{
+    using Failure = ZOR_TerminalLink::Failure;
+    const QByteArray path = QFile::encodeName(qsPort.startsWith(QLatin1Char('/')) ? qsPort
+                                                                                  : QLatin1String("/dev/") + qsPort);
+    if (error == QSerialPort::DeviceNotFoundError || ::access(path.constData(), F_OK) != 0)
+        return Failure::NotFound;
+    if (error != QSerialPort::PermissionError)
+        return Failure::Other;
+    return ::access(path.constData(), R_OK | W_OK) == 0 ? Failure::Busy : Failure::NoPermission;
+}
+
+} // namespace
+
 ZOR_TerminalLink_Serial::ZOR_TerminalLink_Serial(const QString& qsPort, qint32 nBaud, QObject* parent)
     : ZOR_TerminalLink(parent)
     , m_qsPort(qsPort)
@@ -18,9 +41,11 @@ bool ZOR_TerminalLink_Serial::open()
 {
     if (m_port.isOpen())
         return true;
+    m_failure = Failure::None;
     if (m_port.open(QIODevice::ReadWrite))
         return true;
     m_qsError = m_port.errorString();
+    m_failure = failureOf(m_port.error(), m_qsPort);
     return false;
 }
 

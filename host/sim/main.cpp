@@ -8,6 +8,7 @@
 //                      the way a slow line or a USB adapter delivers it
 //   zor-sim --archive N [--version V] [--mask M | --mask-hex H] -o FILE
 //                      writes a simulated telemetry archive instead
+//   zor-sim --help     lists all of these
 //
 // Runs until killed, or until DEVICE goes away.
 
@@ -95,10 +96,34 @@ int openPty(int& slave)
     return master;
 }
 
+const char kUsage[] =
+    "usage: zor-sim [--chunk BYTES] [--chunk-delay MS] [DEVICE]\n"
+    "       zor-sim --archive N [--version 1|2|3] [--mask MASK | --mask-hex HEX64] -o FILE\n"
+    "\n"
+    "The simulated terminal on a pseudo-terminal (its path is printed), or on DEVICE.\n"
+    "  DEVICE               serve this tty (e.g. one end of a socat pair) instead\n"
+    "  --chunk BYTES        write each reply in pieces of this many bytes\n"
+    "  --chunk-delay MS     pause between the pieces (default 20)\n"
+    "\n"
+    "A simulated telemetry archive instead:\n"
+    "  --archive N          write N records of a simulated vehicle\n"
+    "  --version 1|2|3      protocol version of the records (default 3)\n"
+    "  --mask MASK          field set as \"1\"/\"0\" characters (default: every field)\n"
+    "  --mask-hex HEX64     field set as its 32 bytes in hex\n"
+    "  -o, --out FILE       the archive file\n"
+    "\n"
+    "  -h, --help           this text\n";
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    for (int i = 1; i < argc; ++i) {
+        if (!std::strcmp(argv[i], "--help") || !std::strcmp(argv[i], "-h")) {
+            std::fputs(kUsage, stdout);
+            return 0;
+        }
+    }
     for (int i = 1; i < argc; ++i)
         if (!std::strcmp(argv[i], "--archive"))
             return zorSimArchiveMain(argc, argv);
@@ -112,7 +137,7 @@ int main(int argc, char** argv)
         } else if (argv[i][0] != '-' && !device && !bChunk && !bDelay) {
             device = argv[i];
         } else {
-            std::fprintf(stderr, "usage: zor-sim [--chunk BYTES] [--chunk-delay MS] [DEVICE]\n");
+            std::fputs(kUsage, stderr);
             return 2;
         }
     }

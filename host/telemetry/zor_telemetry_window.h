@@ -21,13 +21,19 @@
 namespace Ui {
 class ZOR_TelemetryWindow;
 }
+class QProcess;
 class QProgressBar;
 class QPushButton;
 class QTableView;
 class QTreeWidget;
+class QDateTime;
 class ZOR_ConfigDocument;
 class ZOR_TmiArchiveModel;
+class ZOR_TmiChartPane;
+class ZOR_TmiColumnStore;
 class ZOR_TmiExportJob;
+class ZOR_TmiRowFilter;
+class ZOR_TmiTrackPane;
 
 class ZOR_TelemetryWindow : public QMainWindow
 {
@@ -48,6 +54,29 @@ public:
     bool takeFieldSetFromFile(const QString& qsFileName);
 
     ZOR_TmiArchiveModel* model() const { return m_lpModel; }
+    // The rows the table shows (all, or those a filter kept).
+    ZOR_TmiRowFilter* rowFilter() const { return m_lpFilter; }
+    ZOR_TmiColumnStore* columnStore() const { return m_lpStore; }
+    ZOR_TmiChartPane* chartPane() const;
+    ZOR_TmiTrackPane* trackPane() const;
+    // The record of the table's current row, -1 when none.
+    int currentRecord() const;
+
+    // Selects the first record at or after a time; false when the records
+    // carry no time or none is that late.
+    bool goToTime(const QDateTime& at);
+    // Shows only the records whose event code is in the list ("2, 5-7";
+    // empty: any) and whose value in a column (-1: none) compares to a
+    // number with an operator of conditionOperators(). False, with the
+    // reason in the status line, when the filter cannot be read.
+    bool filterRows(const QString& qsCodes, int nColumn = -1, const QString& qsOperator = QString(), double dValue = 0);
+    void clearFilter();
+    // Charts the columns whose values have these names (getters such as
+    // "Speed", "RS485_1", "EngineWork"); false when one is not in the table.
+    bool chartValues(const QStringList& names);
+    static QStringList conditionOperators();
+    enum ColumnPreset { Columns_All, Columns_NonZero, Columns_Chart };
+    void applyColumnPreset(int nPreset);
     QTableView* tableView() const;
     QTreeWidget* fieldList() const;
     // The line above the table: the archive and what is wrong with it.
@@ -63,6 +92,13 @@ public:
     // there is nothing to export.
     bool exportCsv(const QString& qsFileName, bool bSelectedOnly);
     void cancelExport();
+    // The drive as a track file through the drive library; false while the
+    // track is still being read or when the file cannot be written.
+    enum TrackFormat { Track_Gpx, Track_Kml, Track_GeoJson };
+    bool exportTrack(int nFormat, const QString& qsFileName);
+    // The CSV for analysis (numbers in the columns' units), written by
+    // zor-tool beside the host; signal_ExportFinished when done.
+    bool exportNumericCsv(const QString& qsFileName);
     bool isExporting() const { return m_lpJob != nullptr; }
 
     void retranslate();
@@ -86,6 +122,13 @@ private:
     void slot_currentChanged_Record(const QModelIndex& current);
     void slot_itemSelectionChanged_Bytes();
     void slot_triggered_Export(bool bSelectedOnly);
+    void slot_clicked_Filter();
+    void slot_triggered_ExportTrack(int nFormat);
+    void slot_clicked_ChooseColumns();
+    void setupNavigation();
+    void setupExportMenu();
+    void archiveChanged();
+    void followRecord(int nRecord);
     void showFieldSet();
     void updateInfo();
     void showRecord(int nRow);
@@ -93,6 +136,8 @@ private:
 
     std::unique_ptr<Ui::ZOR_TelemetryWindow> ui;
     ZOR_TmiArchiveModel* m_lpModel;
+    ZOR_TmiRowFilter* m_lpFilter;
+    ZOR_TmiColumnStore* m_lpStore;
     std::function<ZOR_ConfigDocument*()> m_configSource;
     ZOR_TmiExportJob* m_lpJob = nullptr;
     QString m_qsExportFile;
@@ -100,6 +145,9 @@ private:
     QPushButton* m_lpCancel;
     QAction* m_lpExportAll;
     QAction* m_lpExportSelected;
+    QList<QAction*> m_trackExports;
+    QAction* m_lpExportNumeric = nullptr;
+    QProcess* m_lpNumericJob = nullptr;
     int m_nShownRow = -1;
     int m_nHighlightOffset = -1;
     int m_nHighlightLength = 0;

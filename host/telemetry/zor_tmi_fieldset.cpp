@@ -145,6 +145,19 @@ bool ZOR_TmiFieldSet::readSettingsFile(const QString& qsFileName, QString* lpErr
     return readProtocolElement(qsFormat, lpTag->attributes().at(nMask).value);
 }
 
+QString ZOR_TmiFieldSet::caption(int n)
+{
+    const int nColumns = TmiPage_Base::csvColumnCount(n);
+    if (nColumns == 0)
+        return QLatin1String(ZorTmi::field(n).name);
+    QStringList parts;
+    for (int i = 0; i < qMin(nColumns, 3); ++i)
+        parts << TmiPage_Base::csvColumnCaption(n, i);
+    if (nColumns > 3)
+        parts << QStringLiteral("…");
+    return parts.join(QStringLiteral(", "));
+}
+
 int ZOR_TmiFieldSet::lastField() const
 {
     return lastFieldOf(m_nVersion);

@@ -44,6 +44,9 @@ public:
     bool readSettingsFile(const QString& qsFileName, QString* lpError = nullptr);
 
     int lastField() const;
+    // What field n is called in the user's language: the caption of its
+    // column, or of its first columns when it has several.
+    static QString caption(int n);
     // Bytes of one record.
     int recordSize() const;
     // Byte offset of field n within a record, -1 when the record lacks it.

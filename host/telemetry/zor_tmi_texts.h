@@ -1,10 +1,9 @@
 #ifndef ZOR_TMI_TEXTS_H
 #define ZOR_TMI_TEXTS_H
 
-// The telemetry window's own texts in Russian and English (the column
-// captions come from the library's language service). The language is the
-// application property "zor_programLanguage"; any other than "en" shows
-// Russian.
+// The telemetry window's own texts, by name: the keys "tmiwin_<name>" of
+// the language fragments tmiwindow.<lang>.lang, looked up through the
+// library's language service like every other caption.
 
 #include <QString>
 

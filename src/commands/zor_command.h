@@ -18,11 +18,16 @@ public:
     QString getCommand() const { return qsCommand; }
     void setDefault(bool bDefault) { this->bDefault = bDefault; }
     bool isDefault() const { return bDefault; }
+    // A command that resets the terminal or its settings: the console asks
+    // before it sends it. The shipped list marks its own such commands.
+    void setConfirm(bool bConfirm) { this->bConfirm = bConfirm; }
+    bool needsConfirm() const { return bConfirm; }
 
 private:
     QString qsName;
     QString qsCommand;
     bool bDefault = false;
+    bool bConfirm = false;
 };
 
 #endif

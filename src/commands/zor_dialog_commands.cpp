@@ -4,6 +4,8 @@
 
 #include "ui_zor_dialog_xmllist.h"
 
+#include <QKeyEvent>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 
 #include <climits>
@@ -11,6 +13,35 @@
 namespace {
 enum Column { NameColumn = 1, CommandColumn = 2 };
 const char* const kNewCommandStem = "Command";
+
+// Tab in the name goes on to the command of the same row, Shift+Tab in the
+// command back to its name (the tree itself would go to the next row).
+class FieldTabDelegate : public QStyledItemDelegate
+{
+public:
+    explicit FieldTabDelegate(QTreeWidget* tree) : QStyledItemDelegate(tree), lpTree(tree) {}
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        auto* editor = qobject_cast<QWidget*>(object);
+        if (!editor || event->type() != QEvent::KeyPress)
+            return QStyledItemDelegate::eventFilter(object, event);
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const int column = key == Qt::Key_Tab ? CommandColumn : key == Qt::Key_Backtab ? NameColumn : -1;
+        QTreeWidgetItem* item = lpTree->currentItem();
+        if (column < 0 || !item || lpTree->currentColumn() == column)
+            return QStyledItemDelegate::eventFilter(object, event);
+        emit commitData(editor);
+        emit closeEditor(editor, QAbstractItemDelegate::NoHint);
+        lpTree->setCurrentItem(item, column);
+        lpTree->editItem(item, column);
+        return true;
+    }
+
+private:
+    QTreeWidget* lpTree;
+};
 } // namespace
 
 ZOR_Dialog_Commands::ZOR_Dialog_Commands(QWidget* parent)
@@ -22,6 +53,7 @@ ZOR_Dialog_Commands::ZOR_Dialog_Commands(QWidget* parent)
 {
     treeWidget()->setColumnWidth(0, 45);
     treeWidget()->setColumnWidth(NameColumn, 250);
+    treeWidget()->setItemDelegate(new FieldTabDelegate(treeWidget()));
     connect(this, &ZOR_Dialog_XmlList::signal_List_Change, this,
             &ZOR_Dialog_Commands::signal_ListCommands_Change);
     translateForm();
@@ -221,6 +253,19 @@ void ZOR_Dialog_Commands::appendRecord(const QStringList& fields, bool isDefault
 {
     auto* command = new ZOR_Command(fields.value(0), fields.value(1));
     command->setDefault(isDefault);
+    if (isDefault) {
+        if (!bConfirmNamesRead) {
+            bool bOk = false;
+            const ZOR_XmlListFile file(QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
+                                       {QStringLiteral("name"), QStringLiteral("confirm")});
+            for (const QStringList& record : file.read(defaultFilePath(), bOk)) {
+                if (record.value(1) == QLatin1String("1"))
+                    confirmNames.insert(record.value(0));
+            }
+            bConfirmNamesRead = true;
+        }
+        command->setConfirm(confirmNames.contains(command->getName()));
+    }
     vCommands << command;
 }
 
@@ -228,4 +273,6 @@ void ZOR_Dialog_Commands::clearRecords()
 {
     qDeleteAll(vCommands);
     vCommands.clear();
+    confirmNames.clear();
+    bConfirmNamesRead = false;
 }

@@ -4,10 +4,14 @@
 // The console's saved commands: the shipped list plus the user's own, file
 // "/Localization/Temp/commands.xml", records COMMAND(name, cmnd). Every
 // change made from the console is written to the user's file at once.
+// The shipped file may mark a record confirm="1" (a reset of the terminal or
+// of its settings); the console asks before it sends such a command. The
+// user's file holds names and texts only.
 
 #include "commands/zor_command.h"
 #include "store/zor_dialog_xmllist.h"
 
+#include <QSet>
 #include <QVector>
 
 class ZOR_Dialog_Commands : public ZOR_Dialog_XmlList
@@ -63,6 +67,9 @@ private:
     void fillTree();
 
     QVector<ZOR_Command*> vCommands;
+    // Names of the shipped commands marked confirm="1", read with the list.
+    QSet<QString> confirmNames;
+    bool bConfirmNamesRead = false;
 };
 
 #endif

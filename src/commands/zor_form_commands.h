@@ -5,9 +5,12 @@
 // receiver of RAVEL terminals and for the SIM (balance, ICCID), and a log of
 // every block that goes out or comes in. Created once by the module object
 // and kept, hidden, after closing.
+//
+// The form keeps the console's operations and the state of its controls;
+// what is said to the terminal is ZOR_ConsoleProtocol's business, the log
+// with its find, filter and files is ZOR_Widget_Log's.
 
 #include <QByteArray>
-#include <QList>
 #include <QDialog>
 #include <QString>
 #include <QStringList>
@@ -17,6 +20,7 @@ class QTimer;
 class ZOR_CommandHistory;
 class ZOR_Dialog_Commands;
 class ZOR_Model_Log;
+class ZOR_Widget_Log;
 namespace Ui {
 class ZOR_Form_Commands;
 }
@@ -35,6 +39,7 @@ public:
 
     void deviceConnect();
     void deviceDisconnect();
+    bool isDeviceConnected() const { return bConnected; }
     void deviceReceive(QByteArray* data);
     void deviceReceive(const QString& text);
 
@@ -54,7 +59,15 @@ public:
     void setTypeCommandType(const QString& qsText);
     void saveCommandAsNew();
 
-    ZOR_Model_Log* logModel() const { return modelLog; }
+    // Sends the command line every nPeriodMs, nCount times in all (0: until
+    // stopped), the first at once.
+    void startRepeat(int nPeriodMs, int nCount);
+    void stopRepeat();
+    bool isRepeating() const;
+    int repeatSentCount() const { return nRepeatSent; }
+
+    ZOR_Model_Log* logModel() const;
+    ZOR_Widget_Log* logWidget() const;
     ZOR_CommandHistory* commandHistory() const { return lpHistory; }
     ZOR_Dialog_Commands* dialogCommands() const { return lpDialogCommands; }
 
@@ -70,36 +83,25 @@ private slots:
     void slot_ListCommands_Change();
     void slot_toggled_CheckBox_IccId_Sim_1(bool bChecked);
     void slot_toggled_CheckBox_IccId_Sim_2(bool bChecked);
+    void slot_toggled_CheckBox_Repeat(bool bChecked);
     void slot_finished_Form(int result);
 
 private:
+    void initFixedCommands();
     void sendCommand(const QByteArray& bytes);
     void sendFreeCommand();
+    void sendRepeated();
+    bool confirmSend(const QString& qsCommand);
     bool commandLineKey(int nKey);
     void sendCommandText(const QString& qsText);
-    void scrollLogLater();
-    void showNewLogRows();
-    void followLog();
-    void initLogView();
-    void updateDetail();
-    QList<int> selectedLogRows() const;
-    void copyLogRows();
-    void copyLogRowsHex();
-    void saveLogAs();
-    void showFindBar();
-    void hideFindBar();
-    void findInLog(bool bForward);
-    void applyLogFilter();
-    void slot_valueChanged_LogScrollBar(int value);
-    void shiftLogRows(int nRows);
-    void slot_clicked_ToolButton_NewRows();
     void updateIccIdButton();
+    void updateRepeatStatus();
+    void fillMacroButtons();
+    void setSendEnabled(bool bEnabled);
 
     // Fixed commands; an empty text means "send nothing".
     QString commandCoordSystem() const;
     QString commandSatSystems() const;
-    QString commandNmeaRate() const;
-    QString commandIccId() const;
 
     QString savedCommandText(const QString& qsName) const;
     QString savedCommandName(const QString& qsText) const;
@@ -107,25 +109,17 @@ private:
     void selectSavedCommand(const QString& qsName);
 
     Ui::ZOR_Form_Commands* ui;
-    ZOR_Model_Log* modelLog = nullptr;
     ZOR_Dialog_Commands* lpDialogCommands = nullptr;
     QAction* actionSave = nullptr;
     QAction* actionSaveAs = nullptr;
     QString qsLoadedCommand;
     QString qsWindowTitle;
-    QTimer* timerScroll = nullptr;
     ZOR_CommandHistory* lpHistory = nullptr;
-    QAction* actionCopy = nullptr;
-    QAction* actionCopyHex = nullptr;
-    QAction* actionFind = nullptr;
-    QAction* actionSaveLog = nullptr;
-    QAction* actionDetail = nullptr;
-    bool bFollowLog = true;
-    int nRowsSeen = 0;
-    // The log's scroll position while rows come or go above it; -1 else.
-    int nLogShiftFrom = -1;
-    int logFilterDirection = -1;
-    QString qsLogFilterText;
+    bool bConnected = false;
+    QTimer* timerRepeat = nullptr;
+    QString qsRepeatCommand;
+    int nRepeatCount = 0;
+    int nRepeatSent = 0;
 };
 
 #endif

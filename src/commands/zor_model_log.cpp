@@ -15,17 +15,17 @@
 namespace {
 
 struct ColumnInfo {
-    const char* qsHeader; // UTF-8
+    const char* qsHeaderKey;
     int nWidth;
     Qt::Alignment alignment;
 };
 
 const ColumnInfo kColumns[ZOR_Model_Log::ColumnCount] = {
-    {"Время", 130, Qt::AlignLeft | Qt::AlignVCenter},
-    {"IN/OUT", 60, Qt::AlignHCenter | Qt::AlignVCenter},
-    {"Размер (байт)", 100, Qt::AlignLeft | Qt::AlignVCenter},
-    {"Данные", 250, Qt::AlignLeft | Qt::AlignVCenter},
-    {"Данные (HEX)", 50, Qt::AlignLeft | Qt::AlignVCenter},
+    {"cons_050", 130, Qt::AlignLeft | Qt::AlignVCenter},
+    {"cons_051", 60, Qt::AlignHCenter | Qt::AlignVCenter},
+    {"cons_052", 100, Qt::AlignLeft | Qt::AlignVCenter},
+    {"cons_053", 250, Qt::AlignLeft | Qt::AlignVCenter},
+    {"cons_054", 50, Qt::AlignLeft | Qt::AlignVCenter},
 };
 
 const QString kTimeFormat = QStringLiteral("dd.MM.yyyy hh:mm:ss");
@@ -33,7 +33,6 @@ const QString kTimeFormatMs = QStringLiteral("dd.MM.yyyy hh:mm:ss.zzz");
 // A tooltip shows this much of a cell, this many characters a line.
 const int kToolTipChars = 1024;
 const int kToolTipLine = 64;
-const int kDetailLine = 64;
 const QChar kEllipsis(0x2026);
 // Chunks grow with the log, from a page for a short session up to a size
 // where one more chunk is a small part of the whole.
@@ -72,6 +71,20 @@ QString broken(const QString& qsText, int nLine)
         out += qsText.midRef(i, nLine);
     }
     return out;
+}
+
+// The bytes as text for reading: line ends break it, tabs and spaces stay,
+// other control bytes show as ".".
+QString readableText(const QByteArray& data)
+{
+    QString text = ZOR_Cp1251::decode(data);
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    for (QChar& c : text) {
+        if (c.unicode() < 32 && c != QLatin1Char('\n') && c != QLatin1Char('\t'))
+            c = QLatin1Char('.');
+    }
+    return text;
 }
 
 QString csvField(const QString& qsField)
@@ -314,7 +327,7 @@ QString ZOR_Model_Log::cellText(qint64 serial, int column, bool bWhole) const
     const Row& r = row(serial);
     switch (column) {
     case ColumnTime:
-        return QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormat);
+        return QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(bTimeWithMs ? kTimeFormatMs : kTimeFormat);
     case ColumnDirection:
         return directionText(kindOf(r));
     case ColumnSize:
@@ -405,7 +418,10 @@ QString ZOR_Model_Log::detailText(int row) const
     if (replyOf(r) >= 0)
         qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(replyOf(r));
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnData));
-    qsText += broken(visibleText(data), kDetailLine);
+    QString qsReadable = readableText(data);
+    while (qsReadable.endsWith(QLatin1Char('\n')))
+        qsReadable.chop(1); // the reply's line end; the dump below shows it
+    qsText += qsReadable;
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnHex));
     qsText += hexDump(data);
     return qsText;
@@ -541,7 +557,48 @@ int ZOR_Model_Log::initialWidth(int column)
 
 QString ZOR_Model_Log::headerText(int column)
 {
-    return column >= 0 && column < ColumnCount ? QString::fromUtf8(kColumns[column].qsHeader) : QString();
+    return column >= 0 && column < ColumnCount ? zorTr(QLatin1String(kColumns[column].qsHeaderKey)) : QString();
+}
+
+void ZOR_Model_Log::retranslate()
+{
+    emit headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
+    if (bDropRow)
+        emit dataChanged(index(0, 0), index(0, ColumnCount - 1));
+}
+
+void ZOR_Model_Log::setTimeWithMs(bool bOn)
+{
+    if (bOn == bTimeWithMs)
+        return;
+    bTimeWithMs = bOn;
+    if (rowCount() > 0)
+        emit dataChanged(index(0, ColumnTime), index(rowCount() - 1, ColumnTime), {Qt::DisplayRole});
+}
+
+void ZOR_Model_Log::setDirectionColours(const QColor& out, const QColor& in)
+{
+    colourOut = out;
+    colourIn = in;
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1), {Qt::ForegroundRole});
+}
+
+qint64 ZOR_Model_Log::rowId(int row) const
+{
+    const qint64 serial = serialAt(row);
+    return serial == kDropRow ? -1 : serial;
+}
+
+int ZOR_Model_Log::rowOfId(qint64 nId) const
+{
+    if (nId < nDropped || nId >= nDropped + qint64(rows.size()))
+        return -1;
+    const int nFirst = bDropRow ? 1 : 0;
+    if (!isFiltered())
+        return nFirst + int(nId - nDropped);
+    const auto it = std::lower_bound(shown.begin(), shown.end(), nId);
+    return it != shown.end() && *it == nId ? nFirst + int(it - shown.begin()) : -1;
 }
 
 int ZOR_Model_Log::rowCount(const QModelIndex& parent) const
@@ -577,6 +634,11 @@ QVariant ZOR_Model_Log::data(const QModelIndex& index, int role) const
         return rowFont;
     case Qt::TextAlignmentRole:
         return int(kColumns[index.column()].alignment);
+    case Qt::ForegroundRole: {
+        const int kind = serial == kDropRow ? int(KindOther) : kindOf(row(serial));
+        const QColor colour = kind == KindOut ? colourOut : kind == KindIn ? colourIn : QColor();
+        return colour.isValid() ? QVariant(colour) : QVariant();
+    }
     default:
         return QVariant();
     }

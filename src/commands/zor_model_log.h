@@ -22,6 +22,7 @@
 
 #include <QAbstractTableModel>
 #include <QByteArray>
+#include <QColor>
 #include <QFont>
 #include <QList>
 #include <deque>
@@ -60,7 +61,8 @@ public:
     // the row is no received block or nothing was sent before it.
     qint64 replyMs(int row) const;
     // The row as the details pane shows it: time, direction, size, reply
-    // time, the whole text and a hex dump with offsets.
+    // time, the whole text as text (line ends break it, other control bytes
+    // show as ".") and a hex dump with offsets.
     QString detailText(int row) const;
 
     // Shown rows whose data or hex text contains the needle (any case).
@@ -85,7 +87,21 @@ public:
     bool saveLog(const QString& qsPath, Format format, QString* errorString = nullptr) const;
 
     static int initialWidth(int column);
+    // In the program language; Russian: "Время", "IN/OUT", "Размер (байт)",
+    // "Данные", "Данные (HEX)".
     static QString headerText(int column);
+    // Tells the views that the headers and the texts of the program
+    // language changed.
+    void retranslate();
+    // Times on screen with milliseconds (exports always have them).
+    void setTimeWithMs(bool bOn);
+    bool isTimeWithMs() const { return bTimeWithMs; }
+    // Text colours of sent and received rows; invalid colours: the view's.
+    void setDirectionColours(const QColor& out, const QColor& in);
+    // A shown row's identity, which outlives filters (-1 for none), and the
+    // shown row of an identity (-1 when hidden or gone).
+    qint64 rowId(int row) const;
+    int rowOfId(qint64 nId) const;
     // "." for every byte below 33, the Windows-1251 character otherwise.
     static QString visibleText(const QByteArray& data);
     // 16 bytes a line: offset, hex bytes, printable form.
@@ -146,6 +162,9 @@ private:
     QString qsFilterText;
     qint64 nLastSentTime = -1;
     QFont rowFont;
+    bool bTimeWithMs = false;
+    QColor colourOut;
+    QColor colourIn;
 };
 
 #endif

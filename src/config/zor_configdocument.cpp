@@ -6,6 +6,7 @@
 #include "store/cserialize.h"
 #include "store/cxmltagv2.h"
 #include "store/cxmlworkdata.h"
+#include "store/zor_settingsnode.h"
 
 #include <QFileInfo>
 
@@ -101,11 +102,13 @@ void ZOR_ConfigDocument::newDocument()
         for (ZOR_Form_Config* lpForm : m_forms)
             lpForm->setDefaultParam();
     }
+    m_problems.clear();
+    m_bForeign = false;
     m_qsError.clear();
     setModified(false);
 }
 
-bool ZOR_ConfigDocument::load(const QString& qsFileName)
+bool ZOR_ConfigDocument::load(const QString& qsFileName, ForeignRoot foreign)
 {
     const QFileInfo info(qsFileName);
     if (!info.exists()) {
@@ -121,14 +124,103 @@ bool ZOR_ConfigDocument::load(const QString& qsFileName)
         m_qsError = doc->errorString().isEmpty() ? tr("%1: cannot be read").arg(qsFileName) : doc->errorString();
         return false;
     }
+    const CXmlTagV2* lpTop = doc->root();
+    const bool bEmpty = !lpTop;
+    m_bForeign = lpTop && lpTop->name() != QLatin1String(qsRootName);
+    if (m_bForeign && foreign == RefuseForeign) {
+        m_qsError = tr("%1: not a configuration (its top element is \"%2\", not \"%3\")")
+                        .arg(qsFileName, lpTop->name(), QLatin1String(qsRootName));
+        return false;
+    }
     {
         LoadingScope loading(m_nLoading);
         attach(std::move(doc), qsFileName);
+        m_problems.clear();
+        ZOR_ConfigProblems::Recording recording(&m_problems);
         readForms();
     }
+    checkLoaded(bEmpty);
     m_qsError.clear();
+    if (m_bForeign) {
+        // What the forms took from the foreign file becomes a new document.
+        auto fresh = std::make_unique<CSerialize>();
+        fresh->openData(QByteArray());
+        attach(std::move(fresh), QString());
+        m_bModified = false;
+        setModified(true);
+        return true;
+    }
     setModified(false);
     return true;
+}
+
+std::unique_ptr<CSerialize> ZOR_ConfigDocument::writeFresh()
+{
+    auto fresh = std::make_unique<CSerialize>();
+    fresh->openData(QByteArray());
+    CXMLWorkData root(fresh.get(), fresh->topNode(QString::fromLatin1(qsRootName), true));
+    writeFormsTo(&root);
+    return fresh;
+}
+
+bool ZOR_ConfigDocument::restore(const QByteArray& bytes)
+{
+    auto doc = std::make_unique<CSerialize>();
+    if (!doc->openData(bytes)) {
+        m_qsError = doc->errorString();
+        return false;
+    }
+    LoadingScope loading(m_nLoading);
+    attach(std::move(doc), m_qsFileName);
+    readForms();
+    return true;
+}
+
+QVector<ZOR_ConfigProblems::Read> ZOR_ConfigDocument::settingWidgets()
+{
+    CSerialize shown;
+    if (!shown.openData(render()))
+        return {};
+    ZOR_ConfigProblems reads;
+    {
+        LoadingScope loading(m_nLoading);
+        ZOR_ConfigProblems::Recording recording(&reads);
+        CXMLWorkData root(&shown, shown.topNode(QString::fromLatin1(qsRootName), true));
+        for (int pass = 0; pass < 2; ++pass)
+            for (int i = 0; i < m_forms.size(); ++i)
+                if (m_pages[i].bLoadLast == (pass == 1))
+                    readForm(i, &root);
+    }
+    return reads.reads();
+}
+
+QByteArray ZOR_ConfigDocument::renderDefaults()
+{
+    const QByteArray current = render();
+    QByteArray defaults;
+    {
+        LoadingScope loading(m_nLoading);
+        for (ZOR_Form_Config* lpForm : m_forms)
+            lpForm->setDefaultParam();
+        writeFresh()->renderChecked(defaults);
+    }
+    restore(current);
+    return defaults;
+}
+
+int ZOR_ConfigDocument::pageOf(const QWidget* lpWidget) const
+{
+    for (const QWidget* w = lpWidget; w; w = w->parentWidget())
+        for (int i = 0; i < m_forms.size(); ++i)
+            if (m_forms[i] == w)
+                return i;
+    return -1;
+}
+
+void ZOR_ConfigDocument::checkLoaded(bool bEmpty)
+{
+    const auto fresh = writeFresh();
+    m_problems.compare(bEmpty ? nullptr : m_doc->root(), fresh->root(), QString::fromLatin1(qsRootName));
 }
 
 void ZOR_ConfigDocument::readForms()
@@ -140,7 +232,18 @@ void ZOR_ConfigDocument::readForms()
     for (int pass = 0; pass < 2; ++pass)
         for (int i = 0; i < m_forms.size(); ++i)
             if (m_pages[i].bLoadLast == (pass == 1))
-                m_forms[i]->readFormParam(&root);
+                readForm(i, &root);
+}
+
+void ZOR_ConfigDocument::readForm(int nIndex, CXMLWorkData* lpRoot)
+{
+    if (!m_pages[nIndex].lpNode) {
+        m_forms[nIndex]->readFormParam(lpRoot);
+        return;
+    }
+    // A missing element leaves the defaults the form was just given.
+    if (auto node = ZOR_SettingsNode::openForRead(lpRoot, QLatin1String(m_pages[nIndex].lpNode)))
+        m_forms[nIndex]->readFormParam(node.get());
 }
 
 void ZOR_ConfigDocument::writeForms()
@@ -151,8 +254,19 @@ void ZOR_ConfigDocument::writeForms()
     }
     CXmlTagV2* lpTop = m_doc->root();
     CXMLWorkData root(m_doc.get(), lpTop ? lpTop : m_doc->topNode(QString::fromLatin1(qsRootName), true));
-    for (ZOR_Form_Config* lpForm : m_forms)
-        lpForm->writeFormParam(&root);
+    writeFormsTo(&root);
+}
+
+void ZOR_ConfigDocument::writeFormsTo(CXMLWorkData* lpRoot)
+{
+    for (int i = 0; i < m_forms.size(); ++i) {
+        if (!m_pages[i].lpNode) {
+            m_forms[i]->writeFormParam(lpRoot);
+            continue;
+        }
+        auto node = ZOR_SettingsNode::openForWrite(lpRoot, QLatin1String(m_pages[i].lpNode));
+        m_forms[i]->writeFormParam(node.get());
+    }
 }
 
 QByteArray ZOR_ConfigDocument::render()

@@ -13,10 +13,12 @@
 //   doc.save("cfg.xml");                // atomic; the old file stays whole on failure
 //
 // The document's top element is "CONFIG" (qsRootName); each form gets a
-// cursor on it and keeps its own nodes below it. Nodes no form knows are
-// kept as they are.
+// cursor on it and keeps its own nodes below it, or, when its page names an
+// element (lpNode), a cursor on that element. Nodes no form knows are kept
+// as they are.
 
 #include "config/zor_configpages.h"
+#include "config/zor_configproblems.h"
 #include "config/zor_terminalprofile.h"
 
 #include <QObject>
@@ -26,6 +28,7 @@
 #include <memory>
 
 class CSerialize;
+class CXMLWorkData;
 class QWidget;
 class ZOR_Form_Config;
 class ZOR_UserParamRegistry;
@@ -55,9 +58,33 @@ public:
 
     // Every form's defaults, no file.
     void newDocument();
+    enum ForeignRoot {
+        RefuseForeign,  // a top element other than CONFIG fails the load
+        ReadForeign     // the forms read it, into a new untitled document
+    };
     // Reads the file into every form. False (forms and the current document
-    // unchanged) when the file is missing or cannot be read or parsed.
-    bool load(const QString& qsFileName);
+    // unchanged) when the file is missing or cannot be read or parsed, or
+    // (RefuseForeign) is not a configuration: isForeign() then tells so.
+    // With ReadForeign the file never becomes the document's file, so no
+    // save can merge the configuration into a foreign document.
+    bool load(const QString& qsFileName, ForeignRoot foreign = RefuseForeign);
+    // The last load() met a top element other than CONFIG.
+    bool isForeign() const { return m_bForeign; }
+    // What the last load() did not keep as written, in document order.
+    const QVector<ZOR_ConfigProblems::Problem>& problems() const { return m_problems.list(); }
+    // Every form written into a new document, the rest of this one left out.
+    std::unique_ptr<CSerialize> writeFresh();
+    // Puts back a state render() gave (undo, redo): the forms read it, the
+    // file name stays. False when the bytes do not parse.
+    bool restore(const QByteArray& bytes);
+    // Every value a binding row shows, in page order: its node, attribute
+    // and widget. Found by reading what render() gives back into the forms.
+    QVector<ZOR_ConfigProblems::Read> settingWidgets();
+    // The bytes of every form's defaults; the forms show what they showed.
+    QByteArray renderDefaults();
+    // The page (index in the page list) a widget of some form is on; -1 when none.
+    int pageOf(const QWidget* lpWidget) const;
+    const QVector<ZOR_ConfigPage>& pages() const { return m_pages; }
     // Writes every form into the document and saves it to qsFileName (the
     // current file when empty). False when the save failed: the file on disk
     // is as it was.
@@ -80,6 +107,9 @@ signals:
 private:
     void writeForms();
     void readForms();
+    void checkLoaded(bool bEmpty);
+    void readForm(int nIndex, CXMLWorkData* lpRoot);
+    void writeFormsTo(CXMLWorkData* lpRoot);
     void attach(std::unique_ptr<CSerialize> doc, const QString& qsFileName);
 
     QVector<ZOR_Form_Config*> m_forms;
@@ -91,7 +121,9 @@ private:
     QString m_qsFileName;
     QString m_qsError;
     bool m_bModified = false;
+    bool m_bForeign = false;
     int m_nLoading = 0;
+    ZOR_ConfigProblems m_problems;
 };
 
 #endif

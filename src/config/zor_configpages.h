@@ -19,6 +19,10 @@ struct ZOR_ConfigPage
     // Forms that consume what other forms publish (the field-set form's
     // user parameters) are loaded after every other form.
     bool bLoadLast = false;
+    // The element below the document's top that the form is handed (opened
+    // without creating it to read, created and cleared to write); null: the
+    // form gets the top element itself and keeps its own nodes below it.
+    const char* lpNode = nullptr;
 };
 
 const QVector<ZOR_ConfigPage>& zorConfigPages();

@@ -13,7 +13,10 @@
 //   readFormParam(root)   load from the document; root is a cursor on the
 //                         PARENT element (the document's top element in the
 //                         window): the form opens its own nodes below it,
-//                         reading never creates a node
+//                         reading never creates a node. A form whose page
+//                         names its element (ZOR_ConfigPage::lpNode, the
+//                         Technoton S6 form) gets a cursor on that element
+//                         and keeps its values on it
 //   writeFormParam(root)  save below root: each node created (when absent)
 //                         and cleared before it is written
 //   deviceConnect() / deviceDisconnect() / setFormEnabled(bool)

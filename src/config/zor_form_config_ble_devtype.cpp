@@ -1,5 +1,6 @@
 #include "config/zor_form_config_ble_devtype.h"
 
+#include "module/zor_global.h"
 #include "module/zor_language.h"
 #include "store/zor_settingsnode.h"
 
@@ -81,6 +82,16 @@ void ZOR_Form_Config_Ble_DevType::buildPage(const Layout& layout)
         addRow(QStringLiteral("cfgble_002"), idx);
         m_main.caption("idx", idx, &m_mainIdx, QStringLiteral("1"));
         m_indexBoxes.append({idx, nullptr, layout.nIdxKind, &m_mainIdx, 0});
+    }
+    if (layout.nLightSensors > 0) {
+        m_lights.add(QStringLiteral("0"), QStringLiteral("cfgt17_049"));
+        for (int n = 1; n <= layout.nLightSensors; ++n)
+            m_lights.addComposed(QString::number(n), [n] {
+                return QStringLiteral("%1 %2%3").arg(zorTr(QStringLiteral("cfgt17_073")), glqsBtPreffix_LS).arg(n);
+            });
+        auto lights = new QComboBox(this);
+        addRow(QStringLiteral("cfgt17_073"), lights);
+        m_main.caption("ls", lights, &m_lights, QStringLiteral("0"));
     }
     if (layout.bThreshold) {
         auto row = new QWidget(this);

@@ -94,6 +94,7 @@ protected:
         const char* lpIdxKey = nullptr;
         int nIdxCount = 0;
         bool bIdxAligned = false;
+        int nLightSensors = 0;               // "ls": 0 none, n light sensor "LS<n>"
         bool bThreshold = false;             // "thld" and "thldOff"
         int nTsChannels = 0;                 // temperature channels in "TS%1"
     };
@@ -120,6 +121,7 @@ private:
     ZOR_CaptionList m_models;
     ZOR_CaptionList m_mainIdx;
     ZOR_CaptionList m_channelIdx;
+    ZOR_CaptionList m_lights;
     ZOR_FormBinding m_main;
     ZOR_FormBinding m_channels;
     QVector<IndexBox> m_indexBoxes;

@@ -9,6 +9,7 @@ ZOR_Form_Config_Ble_DevType_Temp::ZOR_Form_Config_Ble_DevType_Temp(QWidget* pare
     layout.nIdxKind = IdxTemp;
     layout.lpIdxKey = "cfgt17_043";
     layout.nIdxCount = 4;
+    layout.nLightSensors = 4;
     buildPage(layout);
 }
 

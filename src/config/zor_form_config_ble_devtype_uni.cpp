@@ -20,8 +20,19 @@ namespace {
 constexpr int kMaskLength = 32;
 constexpr int kUserParamStor = 1;
 
-// Sensor types 1..6 each keep their own index list.
-const char* const kIndexKinds[] = {"", "Uni", "FlsL", "FlsT", "FlsF", "TmpT", "TmpH"};
+// Sensor types 1..6 each keep their own index list, of as many indexes as
+// the terminal has values of that kind.
+struct IndexKind {
+    const char* lpName;
+    int nCount;
+};
+const IndexKind kIndexKinds[] = {{"", ZOR_Form_Config_Ble_DevType_Uni::nMaxIndex},
+                                 {"Uni", 8},
+                                 {"FlsL", 16},
+                                 {"FlsT", 16},
+                                 {"FlsF", 16},
+                                 {"TmpT", 4},
+                                 {"TmpH", 4}};
 
 // The axes share one caption: the text before the value marker, then the axis.
 QString axisCaption(const char* lpAxis)
@@ -56,7 +67,7 @@ ZOR_Form_Config_Ble_DevType_Uni::ZOR_Form_Config_Ble_DevType_Uni(QWidget* parent
                   .add(QStringLiteral("1"), QStringLiteral("abbr_048")))
     , m_byteOrders(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgt17_047"))
                        .add(QStringLiteral("1"), QStringLiteral("cfgt17_048")))
-    , m_indexes(ZOR_CaptionList::fromCount(nIndexes, QStringLiteral("%1"), 1))
+    , m_indexes(ZOR_CaptionList::fromCount(nMaxIndex, QStringLiteral("%1"), 1))
     , m_cond({{QString(), ZOR_RowBuilder::Label},
               {QStringLiteral("cfgble_012"), ZOR_RowBuilder::Check},
               {QStringLiteral("cfgble_013"), ZOR_RowBuilder::Integer, "group", QStringLiteral("0"), 0, 4},
@@ -183,7 +194,12 @@ void ZOR_Form_Config_Ble_DevType_Uni::rowSwitched(ZOR_RowBuilder& rows, int nRow
 
 QString ZOR_Form_Config_Ble_DevType_Uni::indexKindOf(int nStor)
 {
-    return nStor >= 1 && nStor <= 6 ? QLatin1String(kIndexKinds[nStor]) : QString();
+    return nStor >= 1 && nStor <= 6 ? QLatin1String(kIndexKinds[nStor].lpName) : QString();
+}
+
+int ZOR_Form_Config_Ble_DevType_Uni::indexCountOf(int nStor)
+{
+    return nStor >= 1 && nStor <= 6 ? kIndexKinds[nStor].nCount : nMaxIndex;
 }
 
 int ZOR_Form_Config_Ble_DevType_Uni::storOf(int nRow) const
@@ -205,41 +221,58 @@ QVector<int> ZOR_Form_Config_Ble_DevType_Uni::indexesOfKind(const QString& qsKin
     return used;
 }
 
+// Indexes of the kind of row nRow that the first nRows rows other than nRow
+// take now, and, since they cannot be chosen either, those past the kind's
+// count.
+QSet<int> ZOR_Form_Config_Ble_DevType_Uni::unavailableIndexes(int nRow, int nRows) const
+{
+    QSet<int> taken;
+    const int nStor = storOf(nRow);
+    for (int n = indexCountOf(nStor) + 1; n <= nMaxIndex; ++n)
+        taken.insert(n);
+    const QString qsKind = indexKindOf(nStor);
+    if (qsKind.isEmpty())
+        return taken;
+    for (int r = 0; r < qMin(nRows, m_prm.rowCount()); ++r)
+        if (r != nRow && isOn(m_prm, r) && indexKindOf(storOf(r)) == qsKind)
+            taken.insert(idxOf(r));
+    return taken;
+}
+
+// A row whose index the first nRows rows take, or past its kind's count,
+// moves to the first free one (it stays when every index of the kind is
+// taken).
+void ZOR_Form_Config_Ble_DevType_Uni::moveToFreeIndex(int nRow, int nRows)
+{
+    if (!isOn(m_prm, nRow))
+        return;
+    const QSet<int> unavailable = unavailableIndexes(nRow, nRows);
+    if (!unavailable.contains(idxOf(nRow)))
+        return;
+    for (int n = 1; n <= nMaxIndex; ++n) {
+        if (!unavailable.contains(n)) {
+            m_bAdjusting = true;
+            m_indexes.select(m_prm.widgetAs<QComboBox>(nRow, PrmIdx), QString::number(n));
+            m_bAdjusting = false;
+            return;
+        }
+    }
+}
+
 void ZOR_Form_Config_Ble_DevType_Uni::paramKindOrIndexChanged(int nRow)
 {
     if (m_prm.rowCount() < nParams || m_bAdjusting)
         return;
-    const QString qsKind = indexKindOf(storOf(nRow));
-    if (!m_bLoading && isOn(m_prm, nRow) && !qsKind.isEmpty()) {
-        QSet<int> taken;
-        for (int r = 0; r < nParams; ++r)
-            if (r != nRow && isOn(m_prm, r) && indexKindOf(storOf(r)) == qsKind)
-                taken.insert(idxOf(r));
-        if (taken.contains(idxOf(nRow))) {
-            for (int n = 1; n <= nIndexes; ++n) {
-                if (!taken.contains(n)) {
-                    m_bAdjusting = true;
-                    m_indexes.select(m_prm.widgetAs<QComboBox>(nRow, PrmIdx), QString::number(n));
-                    m_bAdjusting = false;
-                    break;
-                }
-            }
-        }
-    }
+    if (!m_bLoading)
+        moveToFreeIndex(nRow, nParams);
     refreshIndexes();
     publish(nRow);
 }
 
 void ZOR_Form_Config_Ble_DevType_Uni::refreshIndexes()
 {
-    for (int r = 0; r < m_prm.rowCount(); ++r) {
-        const QString qsKind = indexKindOf(storOf(r));
-        QSet<int> taken;
-        for (int o = 0; o < m_prm.rowCount(); ++o)
-            if (o != r && isOn(m_prm, o) && !qsKind.isEmpty() && indexKindOf(storOf(o)) == qsKind)
-                taken.insert(idxOf(o));
-        markTaken(m_prm.widgetAs<QComboBox>(r, PrmIdx), m_indexes, taken);
-    }
+    for (int r = 0; r < m_prm.rowCount(); ++r)
+        markTaken(m_prm.widgetAs<QComboBox>(r, PrmIdx), m_indexes, unavailableIndexes(r, nParams));
 }
 
 void ZOR_Form_Config_Ble_DevType_Uni::publish(int nRow)
@@ -249,8 +282,9 @@ void ZOR_Form_Config_Ble_DevType_Uni::publish(int nRow)
         return;
     userParamType entry;
     QString qsCaption;
-    if (isOn(m_prm, nRow) && storOf(nRow) == kUserParamStor) {
-        const QString qsCode = m_dataTypes.currentCode(m_prm.widgetAs<QComboBox>(nRow, PrmData));
+    const QString qsCode = m_dataTypes.currentCode(m_prm.widgetAs<QComboBox>(nRow, PrmData));
+    // A value without a data type has no size: there is nothing to offer yet.
+    if (isOn(m_prm, nRow) && storOf(nRow) == kUserParamStor && !qsCode.isEmpty()) {
         entry.qsPrefix = glqsBtPreffix_UP;
         entry.qsMess = QStringLiteral("U%1P%2, %3 %4")
                            .arg(m_nSlot)
@@ -264,13 +298,15 @@ void ZOR_Form_Config_Ble_DevType_Uni::publish(int nRow)
     userParamType& old = m_published[nRow];
     if (old.sameValue(entry) && old.nSize == entry.nSize)
         return;
-    const QString qsNode = ZOR_SettingsNode::name(QStringLiteral("U%1P").arg(m_nSlot), nRow + 1);
+    // Withdrawn under the node name it was published with: the slot number
+    // may have changed since.
     if (!old.qsPrefix.isEmpty())
-        emit signal_Device_UserParam_Del_Uni(old, qsNode, m_publishedCaption[nRow]);
+        emit signal_Device_UserParam_Del_Uni(old, m_publishedNode[nRow], m_publishedCaption[nRow]);
     old = entry;
     m_publishedCaption[nRow] = qsCaption;
+    m_publishedNode[nRow] = ZOR_SettingsNode::name(QStringLiteral("U%1P").arg(m_nSlot), nRow + 1);
     if (!entry.qsPrefix.isEmpty())
-        emit signal_Device_UserParam_Add_Uni(entry, qsNode, qsCaption);
+        emit signal_Device_UserParam_Add_Uni(entry, m_publishedNode[nRow], qsCaption);
 }
 
 QVector<userParamType> ZOR_Form_Config_Ble_DevType_Uni::publishedParams() const
@@ -337,6 +373,10 @@ void ZOR_Form_Config_Ble_DevType_Uni::readFormParam(CXMLWorkData* lpRoot)
         }
     }
     m_bLoading = false;
+    // A file may give two values of one kind the same index, or one past the
+    // kind's count: the later row moves, as it would when chosen by hand.
+    for (int r = 0; r < nParams; ++r)
+        moveToFreeIndex(r, r);
     refreshIndexes();
     for (int r = 0; r < nParams; ++r)
         publish(r);

@@ -15,20 +15,24 @@
 //
 // Sensor types ("stor") with an index of their own: 1 user value (Uni),
 // 2 fuel level (FlsL), 3 fuel temperature (FlsT), 4 the fuel sensor's third
-// value (FlsF), 5 temperature (TmpT), 6 humidity (TmpH); two values of one
-// type never share an index when set by hand (the second moves to the first
-// free one). Types 0 and 7..9 (the axes) keep any index. Indexes are 1..8.
+// value (FlsF), 5 temperature (TmpT), 6 humidity (TmpH), each from 1 up to
+// the count of its kind (indexCountOf: 8, 16, 16, 16, 4, 4). Two values of
+// one type never share an index, whether set by hand or loaded: the later
+// row moves to the first free index, and so does a loaded index past the
+// kind's count. Types 0 and 7..9 (the axes) keep any index of 1..16.
 //
-// A value of sensor type 1 is a user parameter: prefix "UP", the text
-// "U<slot>P<n>, <index> <caption of type 1>", the data-type code and its size.
-// It is withdrawn and published again whenever its row, index, data type or
-// the language changes.
+// A value of sensor type 1 with a data type is a user parameter: prefix
+// "UP", the text "U<slot>P<n>, <index> <caption of type 1>", the data-type
+// code and its size. It is withdrawn (under the node name it was published
+// with) and published again whenever its row, index, data type, the slot
+// number or the language changes.
 //
 // Bad input: a type byte that is not one or two hex digits loads as the
 // default (FF for conditions, 00 for values); "group" is clamped to 0..4,
 // "offset" to 0..255, "mux" to 0..65535, "div" to 1..65535, "shift" to
 // -32768..32767; "oper", "be", "stor", "idx" out of their lists and unknown
-// data-type codes load as the default (0, 0, 0, 1, empty).
+// data-type codes load as the default (0, 0, 0, 1, empty); "idx" past 16
+// loads as 1 and then moves as above.
 
 #include "config/zor_form_config_ble_devtype.h"
 #include "config/zor_rowbuilder.h"
@@ -39,7 +43,8 @@ class ZOR_Form_Config_Ble_DevType_Uni : public ZOR_Form_Config_Ble_DevType
 public:
     static constexpr int nConditions = 4;
     static constexpr int nParams = 8;
-    static constexpr int nIndexes = 8;
+    // The longest index list (fuel sensor values: 16).
+    static constexpr int nMaxIndex = 16;
 
     explicit ZOR_Form_Config_Ble_DevType_Uni(QWidget* parent = nullptr);
 
@@ -62,6 +67,10 @@ public:
     // Index-list name of a sensor type code ("Uni", "FlsL" ...); "" for the
     // types without a list.
     static QString indexKindOf(int nStor);
+    // How many indexes values of a sensor type may take (1..count): 8 user
+    // values, 16 of each fuel-sensor value, 4 temperatures, 4 humidities;
+    // nMaxIndex for the types without a list.
+    static int indexCountOf(int nStor);
     // Indexes the rows of one list take now, in row order.
     QVector<int> indexesOfKind(const QString& qsKind) const;
     // The user parameters the page publishes now.
@@ -77,6 +86,8 @@ private:
     void rowSwitched(ZOR_RowBuilder& rows, int nRow, bool bParam, bool bOn);
     void paramKindOrIndexChanged(int nRow);
     void refreshIndexes();
+    QSet<int> unavailableIndexes(int nRow, int nRows) const;
+    void moveToFreeIndex(int nRow, int nRows);
     void publish(int nRow);
     void withdrawAll();
     int storOf(int nRow) const;
@@ -92,6 +103,7 @@ private:
     ZOR_RowBuilder m_prm;
     QVector<userParamType> m_published = QVector<userParamType>(nParams);
     QVector<QString> m_publishedCaption = QVector<QString>(nParams);
+    QVector<QString> m_publishedNode = QVector<QString>(nParams);
     QVector<QPair<QWidget*, QString>> m_titles;
     bool m_bLoading = false;
     bool m_bAdjusting = false;

@@ -105,19 +105,18 @@ void ZOR_Form_Config_CAN_TechotonS6::setDefaultParam()
     slot_currentIndexChanged_DfmMode(ui->comboBox_DfmMode->currentIndex());
 }
 
-void ZOR_Form_Config_CAN_TechotonS6::readFormParam(CXMLWorkData* lpParent)
+void ZOR_Form_Config_CAN_TechotonS6::readFormParam(CXMLWorkData* lpNode)
 {
-    auto node = ZOR_SettingsNode::openForRead(lpParent, QLatin1String(qsNodeName));
-    const int nOutFs = node ? node->readInteger("outFS", nDefaultOutFs) : nDefaultOutFs;
+    const int nOutFs = lpNode ? lpNode->readInteger("outFS", nDefaultOutFs) : nDefaultOutFs;
     const QString qsOutFs = getDutE_Text4Number(nOutFs);
     changeOutFsTypeAll(qsOutFs.isEmpty() ? getDutE_Text4Number(nDefaultOutFs) : qsOutFs);
-    m_dfm.readNode(node.get(), QStringLiteral("S6DFM1"));
+    m_dfm.readNode(lpNode, QStringLiteral("S6DFM1"));
     // Address 0 must survive the read: it is what marks a sensor unused.
     for (int i = 0; i < nDutCount; ++i) {
         dutAddress(i)->setMinimum(0);
         dutAddress(i)->setSpecialValueText(QString());
     }
-    m_duts.readNodes(node.get(), QStringLiteral("S6DUT"));
+    m_duts.readNodes(lpNode, QStringLiteral("S6DUT"));
     for (int i = 0; i < nDutCount; ++i) {
         const int nAddress = dutAddress(i)->value();
         m_nLastAddress[i] = nAddress > 0 ? nAddress : i + 1;
@@ -126,13 +125,14 @@ void ZOR_Form_Config_CAN_TechotonS6::readFormParam(CXMLWorkData* lpParent)
     slot_currentIndexChanged_DfmMode(ui->comboBox_DfmMode->currentIndex());
 }
 
-void ZOR_Form_Config_CAN_TechotonS6::writeFormParam(CXMLWorkData* lpParent)
+void ZOR_Form_Config_CAN_TechotonS6::writeFormParam(CXMLWorkData* lpNode)
 {
-    auto node = ZOR_SettingsNode::openForWrite(lpParent, QLatin1String(qsNodeName));
-    node->writeInteger("outFS", outFs());
-    node->writeParameters();
-    m_dfm.writeNode(node.get(), QStringLiteral("S6DFM1"));
-    m_duts.writeNodes(node.get(), QStringLiteral("S6DUT"));
+    if (!lpNode)
+        return;
+    lpNode->writeInteger("outFS", outFs());
+    lpNode->writeParameters();
+    m_dfm.writeNode(lpNode, QStringLiteral("S6DFM1"));
+    m_duts.writeNodes(lpNode, QStringLiteral("S6DUT"));
 }
 
 int ZOR_Form_Config_CAN_TechotonS6::getDutE_Number4Text(const QString& qsText) const

@@ -2,7 +2,10 @@
 #define ZOR_FORM_CONFIG_CAN_TECHOTONS6_H
 
 // Technoton S6 bus devices: one fuel flow meter (DFM) and up to eight fuel
-// level sensors (DUT-E 1..8). Stored in the node "S6" below the parent:
+// level sensors (DUT-E 1..8). The form keeps its values on the element it is
+// handed: the attribute "outFS" and the children "S6DFM1", "S6DUT1" ...
+// "S6DUT8" directly under it. The configuration document hands it the
+// element "S6" (qsNodeName) below its top, so a saved file reads:
 //
 //   <S6 outFS="4095">
 //       <S6DFM1 mode="0" address1="11" address2="12" />
@@ -44,6 +47,7 @@ class ZOR_Form_Config_CAN_TechotonS6 : public ZOR_Form_Config
 public:
     static constexpr int nDutCount = 8;
     static constexpr int nDefaultOutFs = 4095;
+    // The element the configuration document opens for this form.
     static const char* const qsNodeName;    // "S6"
 
     explicit ZOR_Form_Config_CAN_TechotonS6(QWidget* parent = nullptr);
@@ -52,8 +56,10 @@ public:
     void initForm() override;
     void translateForm() override;
     void setDefaultParam() override;
-    void readFormParam(CXMLWorkData* lpParent) override;
-    void writeFormParam(CXMLWorkData* lpParent) override;
+    // lpNode: the form's own element (its attributes are written, its
+    // children created and cleared; other content stays).
+    void readFormParam(CXMLWorkData* lpNode) override;
+    void writeFormParam(CXMLWorkData* lpNode) override;
 
     // Output scale list: the number of a shown text (0 for a text not in the
     // list) and the text of a number ("" for a number not in the list).

@@ -33,6 +33,7 @@ ZOR_Form_Config_RS_Param_DDU::ZOR_Form_Config_RS_Param_DDU(QWidget* parent)
         .integer("infoPeriod", period, 30)
         .integer("address", address, 7);
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_DDU::modelChanged);
+    translateForm();
     setDefaultParam();
     watchEdits(this);
 }

@@ -45,6 +45,7 @@ ZOR_Form_Config_RS_Param_Flds::ZOR_Form_Config_RS_Param_Flds(QWidget* parent, in
         connect(m_rows.widgetAs<QComboBox>(i, FilterMode), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                 [this, i] { enableSensor(i); });
     }
+    translateForm();
     setDefaultParam();
     watchEdits(this);
 }

@@ -16,6 +16,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <cctype>
 #include <climits>
 
 const QString glqsMbPreffix = QStringLiteral("MB");
@@ -68,6 +69,40 @@ void sortItems(QComboBox* lpBox)
     lpBox->clear();
     lpBox->addItems(items);
     lpBox->setCurrentIndex(lpBox->findText(qsCurrent));
+}
+
+// A register address as stored: hexadecimal text, saturated to 0xffff however
+// many digits it has; text that is not hexadecimal is 0.
+int registerAddress(const QString& qsValue)
+{
+    QString qsDigits = qsValue.trimmed();
+    if (qsDigits.startsWith(QLatin1String("0x"), Qt::CaseInsensitive))
+        qsDigits.remove(0, 2);
+    if (qsDigits.isEmpty())
+        return 0;
+    for (const QChar c : qsDigits)
+        if (!std::isxdigit(static_cast<unsigned char>(c.toLatin1())))
+            return 0;
+    while (qsDigits.size() > 1 && qsDigits.startsWith(QLatin1Char('0')))
+        qsDigits.remove(0, 1);
+    if (qsDigits.size() > 4)
+        return kRegisterMax;
+    return qMin(int(qsDigits.toUInt(nullptr, 16)), kRegisterMax);
+}
+
+// A list whose codes are numbers: the stored value is read as an integer
+// ("03" and " 3" are 3), as the other numbers of a row are.
+void bindNumberCaption(ZOR_FormBinding& bind, const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
+                       int nDefault)
+{
+    bind.custom(lpAttr, lpBox, QString::number(nDefault),
+                [lpBox, lpList, nDefault] {
+                    const QString qsCode = lpList->currentCode(lpBox);
+                    return qsCode.isEmpty() ? QString::number(nDefault) : qsCode;
+                },
+                [lpBox, lpList, nDefault](const QString& qsValue) {
+                    lpList->selectOr(lpBox, QString::number(ZOR_FormBinding::intValue(qsValue)), QString::number(nDefault));
+                });
 }
 
 } // namespace
@@ -192,10 +227,6 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
                      cycle->setSingleStep(kCycleStep);
                  });
     rowGrid->setColumnStretch(RowSave + 1, 1);
-    // Long headers wrap, so that the columns are as narrow as their values.
-    for (int c = 0; c <= RowSave; ++c)
-        if (auto header = qobject_cast<QLabel*>(rowGrid->itemAtPosition(0, c)->widget()))
-            header->setWordWrap(true);
 
     m_lpEventsTitle = title();
     auto eventGrid = new QGridLayout;
@@ -216,18 +247,19 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
     m_published.resize(nRows);
     for (int i = 0; i < nRows; ++i) {
         QSpinBox* reg = spin(i, RowReg);
+        QComboBox* prm = combo(i, RowPrm);
         m_rowBind[i]
-            .caption("prm", combo(i, RowPrm), &ZOR_DataTypes::captionList(), ZOR_DataTypes::codes().first())
-            .integer("addr", spin(i, RowAddr), 1)
-            .custom("reg", reg, QStringLiteral("0"),
-                    [reg] { return QString::number(reg->value(), 16); },
-                    [reg](const QString& qsValue) {
-                        bool ok = false;
-                        const qulonglong n = qsValue.trimmed().toULongLong(&ok, 16);
-                        reg->setValue(!ok ? 0 : int(qMin<qulonglong>(n, kRegisterMax)));
+            .custom("prm", prm, ZOR_DataTypes::codes().first(),
+                    [prm] { return ZOR_DataTypes::captionList().currentCode(prm); },
+                    [prm](const QString& qsValue) {
+                        ZOR_DataTypes::captionList().selectOr(prm, qsValue, ZOR_DataTypes::codes().first());
                     })
-            .caption("cmd", combo(i, RowCmd), &registerTypeCaptions(), QStringLiteral("1"))
-            .caption("ord", combo(i, RowOrd), &byteOrderCaptions(), QStringLiteral("0"))
+            .integer("addr", spin(i, RowAddr), 1)
+            .custom("reg", reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
+                    [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
+        bindNumberCaption(m_rowBind[i], "cmd", combo(i, RowCmd), &registerTypeCaptions(), 1);
+        bindNumberCaption(m_rowBind[i], "ord", combo(i, RowOrd), &byteOrderCaptions(), 0);
+        m_rowBind[i]
             .integer("cycle", spin(i, RowCycle), 1000)
             .check("save", m_rows.widgetAs<QCheckBox>(i, RowSave), false);
         connectRow(i);

@@ -51,6 +51,7 @@ ZOR_Form_Config_RS_Param_Pcnt::ZOR_Form_Config_RS_Param_Pcnt(QWidget* parent)
         .integer("offTime", offTime, 1800)
         .integer("coordTime", coordTime, 10);
     connect(m_lpDoors, QOverload<int>::of(&QSpinBox::valueChanged), this, &ZOR_Form_Config_RS_Param_Pcnt::doorsChanged);
+    translateForm();
     setDefaultParam();
     watchEdits(this);
 }

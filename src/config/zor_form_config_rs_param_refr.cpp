@@ -38,6 +38,7 @@ ZOR_Form_Config_RS_Param_Refr::ZOR_Form_Config_RS_Param_Refr(QWidget* parent)
     m_bind.caption("type", m_lpType, &models(), QLatin1String(kModels[0].lpCode))
         .caption("period", m_lpPeriod, &m_periods, QStringLiteral("60"));
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Refr::updateRs_Settings);
+    translateForm();
     setDefaultParam();
     watchEdits(this);
 }

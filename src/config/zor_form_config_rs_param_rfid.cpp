@@ -42,6 +42,7 @@ ZOR_Form_Config_RS_Param_Rfid::ZOR_Form_Config_RS_Param_Rfid(QWidget* parent)
         .check("nearOnly", nearOnly, false)
         .integer("minLvl", minLvl, -128)
         .caption("mode", mode, &m_modes, QStringLiteral("0"));
+    translateForm();
     setDefaultParam();
     watchEdits(this);
 }

@@ -62,6 +62,7 @@ ZOR_Form_Config_RS_Param_Tach::ZOR_Form_Config_RS_Param_Tach(QWidget* parent)
         .check("noPing", noPing, false)
         .check("eventOff", eventOff, false);
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Tach::modelChanged);
+    translateForm();
     setDefaultParam();
     watchEdits(this);
 }

@@ -34,6 +34,7 @@ ZOR_Form_Config_RS_Param_Tpms::ZOR_Form_Config_RS_Param_Tpms(QWidget* parent)
     models().fill(m_lpType);
     m_bind.caption("type", m_lpType, &models(), QLatin1String(kModels[0].lpCode)).integer("holdTime", holdTime, 15);
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Tpms::updateRs_Settings);
+    translateForm();
     setDefaultParam();
     watchEdits(this);
 }

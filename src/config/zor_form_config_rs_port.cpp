@@ -22,8 +22,11 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMessageBox>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <memory>
 
 namespace {
 
@@ -63,6 +66,15 @@ const KindRow kKinds[] = {
 constexpr int kKindCodes = ZOR_Form_Config_RS_Port::KindHrps + 1;
 
 const QString kUserParamsNode = QStringLiteral("USRPRMS");
+
+// A port saves only the settings of its chosen device: the user agrees
+// before another device's settings stop going into the file.
+bool agreeToLeave(QWidget* lpParent, const QString& qsOld, const QString& qsNew)
+{
+    return QMessageBox::question(lpParent, zorTr(QStringLiteral("cfgrs_078")),
+                                 zorTr(QStringLiteral("cfgrs_079")).arg(qsOld, qsNew))
+           == QMessageBox::Yes;
+}
 
 } // namespace
 
@@ -124,7 +136,18 @@ ZOR_Form_Config_RS_Port::ZOR_Form_Config_RS_Port(QWidget* parent, Interface whic
         .caption("parity", m_lpParity, &m_parities, QStringLiteral("None"))
         .caption("stop", m_lpStop, &m_stops, QLatin1String(ZOR_Form_Config_RS_Param::qsStopBitDefault));
     translateForm();
-    connect(m_lpKind, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] { showKind(currentKind()); });
+    auto previous = std::make_shared<int>(0);
+    connect(m_lpKind, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, previous] {
+        *previous = m_nShown;
+        showKind(currentKind());
+    });
+    // Only the user's own choice asks (activated), never a load.
+    connect(m_lpKind, QOverload<int>::of(&QComboBox::activated), this, [this, previous] {
+        const int nOld = *previous;
+        if (nOld != KindNone && nOld != currentKind()
+            && !agreeToLeave(this, m_kinds.captionOf(QString::number(nOld)), m_lpKind->currentText()))
+            setCurrentKind(nOld);
+    });
     setDefaultParam();
     // The pages watch their own editors; only the port's controls here.
     for (QComboBox* lpBox : {m_lpKind, m_lpSpeed, m_lpParity, m_lpStop})

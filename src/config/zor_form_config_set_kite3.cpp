@@ -1,6 +1,7 @@
 #include "config/zor_form_config_set_kite3.h"
 #include "ui_zor_form_config_set_kite3.h"
 
+#include "config/zor_configproblems.h"
 #include "config/zor_form_config_set_kite3_tab_accel.h"
 #include "config/zor_form_config_set_kite3_tab_can.h"
 #include "config/zor_form_config_set_kite3_tab_ffs.h"
@@ -36,6 +37,23 @@ QString maskOf(CXMLWorkData* lpKite)
     const CXmlTagV2* lpTag = lpKite->getTag();
     const int i = lpTag ? lpTag->attributeIndex(QString::fromLatin1(kMaskAttr)) : -1;
     return i < 0 ? QString() : lpTag->attributes().at(i).value;
+}
+
+// Tells a check what the loaded mask became: cut or padded to 255 positions,
+// or a record the terminal would refuse.
+void noteMask(CXMLWorkData* lpKite, const QString& qsMask, const QString& qsKept, int nSize, QWidget* lpWidget)
+{
+    ZOR_ConfigProblems* lpProblems = ZOR_ConfigProblems::active();
+    if (!lpProblems || qsMask.isEmpty())
+        return;
+    QString qsReason;
+    if (nSize > ZOR_Form_Config_Set_Kite3::nMaxRecordSize)
+        qsReason = QStringLiteral("the record takes %1 bytes, over the terminal's limit of %2")
+                       .arg(nSize).arg(ZOR_Form_Config_Set_Kite3::nMaxRecordSize);
+    else if (qsMask != qsKept)
+        qsReason = QStringLiteral("not %1 positions of 0 and 1").arg(qsKept.size());
+    if (!qsReason.isEmpty())
+        lpProblems->note(lpKite->getTag(), QString::fromLatin1(kMaskAttr), qsMask, qsKept, qsReason, lpWidget);
 }
 
 } // namespace
@@ -224,6 +242,16 @@ void ZOR_Form_Config_Set_Kite3::readFormParam(CXMLWorkData* lpRoot)
         for (ZOR_Form_Config_Set_Kite3_Tab* lpTab : qAsConst(m_tabs))
             lpTab->readFormParam(lpProtocol.get());
     });
+    const auto lpKite = ZOR_SettingsNode::openForRead(lpProtocol.get(), QStringLiteral("KITE"));
+    ZOR_ConfigProblems* lpProblems = ZOR_ConfigProblems::active();
+    if (!lpKite || !lpProblems)
+        return;
+    // The version and the record size stand for the field set in a check,
+    // a search and the settings sheet.
+    ui->label_SizeCaption->setBuddy(ui->label_Size);
+    lpProblems->noteRead(lpKite->getTag(), QStringLiteral("format"), ui->comboBox_FlashFormat);
+    lpProblems->noteRead(lpKite->getTag(), QString::fromLatin1(kMaskAttr), ui->label_Size);
+    noteMask(lpKite.get(), maskOf(lpKite.get()), getStrFormat(), getProtocol_CurSize(), ui->label_Size);
 }
 
 void ZOR_Form_Config_Set_Kite3::writeFormParam(CXMLWorkData* lpRoot)

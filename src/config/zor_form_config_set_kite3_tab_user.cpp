@@ -1,5 +1,6 @@
 #include "config/zor_form_config_set_kite3_tab_user.h"
 
+#include "config/zor_configproblems.h"
 #include "config/zor_datatypes.h"
 #include "config/zor_form_config_rs_param_mdbs.h"
 #include "config/zor_userparamregistry.h"
@@ -377,13 +378,38 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         const auto lpNode = ZOR_SettingsNode::openForRead(lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
         if (!lpNode)
             continue;
+        // The mask decides which fields are present: a choice saved for a
+        // field the mask leaves out is not taken.
+        ZOR_ConfigProblems* lpProblems = ZOR_ConfigProblems::active();
+        if (!boxOf(slot.nField)->isChecked()) {
+            if (lpProblems)
+                lpProblems->note(lpNode->getTag(), QString(), QString(), QString(),
+                                 QStringLiteral("field %1 is not in the mask: the choice is dropped").arg(slot.nField));
+            continue;
+        }
         ZOR_UserParamEntry entry;
         lpNode->readString("prefix", QString(), entry.qsPrefix);
         lpNode->readString("mess", QString(), entry.qsMess);
         lpNode->readString("suffix", QString(), entry.qsSuffix);
+        // A value of another width would not fit the slot's field.
+        const int nWidth = ZOR_DataTypes::sizeOf(entry.qsSuffix);
+        if (nWidth != 0 && nWidth != slot.nWidth) {
+            if (lpProblems)
+                lpProblems->note(lpNode->getTag(), QString(), QString(), QString(),
+                                 QStringLiteral("a value of %1 bytes does not fit the %2-byte slot of field %3")
+                                     .arg(nWidth).arg(slot.nWidth).arg(slot.nField));
+            continue;
+        }
         entry.qsSuffix = shownSuffix(entry.qsPrefix, entry.qsSuffix);
-        if (!isNone(entry))
-            choose(slot, entry);
+        if (isNone(entry))
+            continue;
+        // The pages have published everything by now: a value no page
+        // offers in this width does not fit the slot.
+        if (lpProblems && rowOf(slot.nWidth, entry) < 0)
+            lpProblems->note(lpNode->getTag(), QStringLiteral("mess"), entry.qsMess, entry.qsMess,
+                             QStringLiteral("no page offers this value in %1 bytes (field %2)")
+                                 .arg(slot.nWidth).arg(slot.nField), slot.lpCombo);
+        choose(slot, entry);
     }
 }
 

@@ -20,7 +20,10 @@
 // in field order; the attributes are the value's three parts
 // (ZOR_UserParamEntry). A saved value that nobody offers (yet) stays chosen
 // and is listed as "not offered", so loading and saving keeps it; the same
-// happens when a page withdraws a value that a slot has chosen.
+// happens when a page withdraws a value that a slot has chosen. Loading
+// skips a saved value whose type code names another width than its slot's
+// ("2u" for a 1-byte slot), and one for a field the mask leaves out: the
+// mask, read first, decides which fields are present.
 //
 // The lists of one width share one model, so a value published or withdrawn
 // changes one list, not sixteen.

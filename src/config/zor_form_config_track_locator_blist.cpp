@@ -19,9 +19,19 @@ const char* const kDefaultNames[] = {"70mai", "galaxy", "iphone", "honor", "real
 // A network name is at most 32 bytes long.
 constexpr int kMaxNameLength = 32;
 
+// A name looks like a line of a list until it is edited: no frame, the
+// list's background, no text cursor; editing shows the text box.
+void showAsListLine(QLineEdit* lpEdit, bool bEditing)
+{
+    lpEdit->setReadOnly(!bEditing);
+    lpEdit->setFrame(bEditing);
+    lpEdit->setCursor(bEditing ? Qt::IBeamCursor : Qt::ArrowCursor);
+    lpEdit->setStyleSheet(bEditing ? QString() : QStringLiteral("QLineEdit { background: transparent; }"));
+}
+
 void beginEdit(QLineEdit* lpEdit)
 {
-    lpEdit->setReadOnly(false);
+    showAsListLine(lpEdit, true);
     lpEdit->selectAll();
     lpEdit->setFocus();
 }
@@ -50,9 +60,9 @@ void ZOR_Form_Config_Track_Locator_BList::initForm()
                      auto edit = static_cast<QLineEdit*>(widgets[1]);
                      edit->setMaxLength(kMaxNameLength);
                      edit->setMinimumWidth(220);
-                     edit->setReadOnly(true);
+                     showAsListLine(edit, false);
                      edit->installEventFilter(this);
-                     connect(edit, &QLineEdit::editingFinished, edit, [edit] { edit->setReadOnly(true); });
+                     connect(edit, &QLineEdit::editingFinished, edit, [edit] { showAsListLine(edit, false); });
                  });
 }
 

@@ -9,9 +9,14 @@
 #include "module/zor_language.h"
 #include "store/zor_settingsnode.h"
 
+#include <QPushButton>
+#include <QScreen>
+#include <QTime>
+
 namespace {
 
 constexpr int kGroupSecondsDefault = 30;
+constexpr int kSecondsPerDay = 86400;
 
 // The roaming values whose reading for SIM 1 follows the read mode.
 bool isRoamingValue(const QByteArray& attr)
@@ -39,23 +44,50 @@ void bindMinutes(ZOR_FormBinding& bind, const char* lpAttr, QSpinBox* lpSpin, in
                 [lpSpin](const QString& qsValue) { lpSpin->setValue(ZOR_FormBinding::intValue(qsValue) / 60); });
 }
 
-// Seconds shown as hours and minutes.
+// Seconds shown as hours and minutes of the time of day that many seconds
+// after midnight.
 void bindHoursMinutes(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpBox, QSpinBox* lpHours,
                       QSpinBox* lpMinutes, int nDefaultSeconds)
 {
     bind.custom(lpAttr, lpBox, QString::number(nDefaultSeconds),
                 [lpHours, lpMinutes] { return QString::number(lpHours->value() * 3600 + lpMinutes->value() * 60); },
                 [lpHours, lpMinutes](const QString& qsValue) {
-                    const int nMax = lpHours->maximum() * 3600 + lpMinutes->maximum() * 60;
-                    const int nSeconds = qBound(0, ZOR_FormBinding::intValue(qsValue), nMax);
-                    lpHours->setValue(nSeconds / 3600);
-                    lpMinutes->setValue(nSeconds % 3600 / 60);
+                    const QTime time = QTime(0, 0).addSecs(ZOR_FormBinding::intValue(qsValue) % kSecondsPerDay);
+                    lpHours->setValue(time.hour());
+                    lpMinutes->setValue(time.minute());
                 });
 }
 
 int stateOf(const ZOR_CaptionList& list, const QComboBox* lpBox)
 {
     return list.currentCode(lpBox).toInt();
+}
+
+} // namespace
+
+namespace {
+
+// An operator list opens at a size that shows its title and rows, beside
+// the page it belongs to, and inside the screen.
+void showBeside(QWidget* lpList, QWidget* lpPage)
+{
+    const QSize wanted = lpList->sizeHint().expandedTo(QSize(420, 360));
+    if (!lpList->isVisible())
+        lpList->resize(wanted.expandedTo(lpList->size()));
+    const QWidget* lpWindow = lpPage->window();
+    const QRect frame = lpWindow->frameGeometry();
+    QRect area = QRect(QPoint(0, 0), lpList->size());
+    if (const QScreen* lpScreen = lpWindow->screen())
+        area = lpScreen->availableGeometry();
+    QPoint at(frame.right() + 8, frame.top() + 40);
+    if (at.x() + lpList->width() > area.right())
+        at.setX(frame.center().x() - lpList->width() / 2);
+    at.setX(qBound(area.left(), at.x(), qMax(area.left(), area.right() - lpList->width())));
+    at.setY(qBound(area.top(), at.y(), qMax(area.top(), area.bottom() - lpList->height() - 40)));
+    lpList->move(at);
+    lpList->show();
+    lpList->raise();
+    lpList->activateWindow();
 }
 
 } // namespace
@@ -92,11 +124,7 @@ void ZOR_Form_Config_Transfer_SrvAlg::initForm()
         for (ZOR_Form_Config* lpList : {static_cast<ZOR_Form_Config*>(sim.lpBList),
                                         static_cast<ZOR_Form_Config*>(sim.lpWList)}) {
             QPushButton* lpButton = lpList == sim.lpBList ? sim.ui->btnBList : sim.ui->btnWList;
-            connect(lpButton, &QPushButton::clicked, lpList, [lpList] {
-                lpList->show();
-                lpList->raise();
-                lpList->activateWindow();
-            });
+            connect(lpButton, &QPushButton::clicked, lpList, [this, lpList] { showBeside(lpList, this); });
         }
         for (QComboBox* lpBox : {sim.ui->comboCnctH, sim.ui->comboCnctR})
             connect(lpBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
@@ -226,8 +254,9 @@ void ZOR_Form_Config_Transfer_SrvAlg::readFormParam(CXMLWorkData* lpParent)
     for (int i = 0; i < simCount(); ++i) {
         if (auto node = ZOR_SettingsNode::openForRead(lpParent, ZOR_SettingsNode::name("SIM", i + 1, "RULES")))
             readSim(i, node.get());
-        m_sims[i].lpBList->readFormParam(lpParent);
-        m_sims[i].lpWList->readFormParam(lpParent);
+        for (const auto& list : listNodes(i))
+            if (auto node = ZOR_SettingsNode::openForRead(lpParent, list.second))
+                list.first->readFormParam(node.get());
     }
     if (auto node = ZOR_SettingsNode::openForRead(lpParent, QStringLiteral("RULES")))
         m_rules.read(node.get());
@@ -240,11 +269,18 @@ void ZOR_Form_Config_Transfer_SrvAlg::writeFormParam(CXMLWorkData* lpParent)
 {
     for (int i = 0; i < simCount(); ++i) {
         m_sims[i].bind.writeNode(lpParent, ZOR_SettingsNode::name("SIM", i + 1, "RULES"));
-        m_sims[i].lpBList->writeFormParam(lpParent);
-        m_sims[i].lpWList->writeFormParam(lpParent);
+        for (const auto& list : listNodes(i))
+            list.first->writeFormParam(ZOR_SettingsNode::openForWrite(lpParent, list.second).get());
     }
     m_rules.writeNode(lpParent, QStringLiteral("RULES"));
     m_roam.writeNode(lpParent, QStringLiteral("ROAM"));
+}
+
+// The list dialogs of one SIM with the nodes the page opens for them.
+QVector<QPair<ZOR_Form_Config*, QString>> ZOR_Form_Config_Transfer_SrvAlg::listNodes(int nIndex) const
+{
+    const Sim& sim = m_sims[nIndex];
+    return {{sim.lpBList, sim.lpBList->nodeName()}, {sim.lpWList, sim.lpWList->nodeName()}};
 }
 
 void ZOR_Form_Config_Transfer_SrvAlg::applyProfile(const ZOR_TerminalProfile& profile)

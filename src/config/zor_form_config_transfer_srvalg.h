@@ -7,14 +7,17 @@
 //
 // Nodes below the parent element, in this order: "SIM1RULES", "SIM1BLIST",
 // "SIM1WLIST", then on a two-SIM terminal "SIM2RULES", "SIM2BLIST",
-// "SIM2WLIST", then "RULES" and "ROAM". A missing node is skipped. On a
+// "SIM2WLIST", then "RULES" and "ROAM". A missing node is skipped. The page
+// opens the list nodes and hands them to the list dialogs. On a
 // one-SIM terminal (the default) the SIM 2 nodes are neither read nor
 // written, so a document made for a two-SIM terminal keeps them as they are.
 //
 // Timers are stored in seconds. "ROAM" shows them in whole minutes (5400 is
-// 90 min; 90 shows 1 min and is saved as 60); the blocking timers and the
-// home connection period show hours (0..24) and minutes (0..59). Values out
-// of a box's range load clamped. "grpTimer" 0 means grouping is off.
+// 90 min; 90 shows 1 min and is saved as 60; out of the box's range loads
+// clamped); the blocking timers and the home connection period show hours
+// and minutes as the time of day that many seconds after midnight (5400 is
+// 01:30, 86400 is 00:00, 90000 is 01:00; a negative value counts back from
+// midnight). "grpTimer" 0 means grouping is off.
 //
 // Data states ("cnctH" 0..2, "cnctR" 0..4): 0 off, 1 always connected,
 // 2 connect periodically, 3 one message per period (roaming), 4 alarm
@@ -39,6 +42,9 @@
 #include "config/zor_captionlist.h"
 #include "config/zor_form_config.h"
 #include "config/zor_formbinding.h"
+
+#include <QPair>
+#include <QVector>
 
 #include <memory>
 
@@ -89,6 +95,7 @@ private:
     int simCount() const { return m_bTwoSim ? 2 : 1; }
     void bindSim(int nIndex);
     void readSim(int nIndex, CXMLWorkData* lpNode);
+    QVector<QPair<ZOR_Form_Config*, QString>> listNodes(int nIndex) const;
 
     std::unique_ptr<Ui::ZOR_Form_Config_Transfer_SrvAlg> ui;
     Sim m_sims[nSimMax];

@@ -4,6 +4,7 @@
 
 #include "module/zor_global.h"
 #include "module/zor_language.h"
+#include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
 
 ZOR_Form_Config_Transfer_SrvAlg_BList::ZOR_Form_Config_Transfer_SrvAlg_BList(QWidget* parent)
@@ -48,17 +49,18 @@ QString ZOR_Form_Config_Transfer_SrvAlg_BList::nodeName() const
     return ZOR_SettingsNode::name(QStringLiteral("SIM"), m_nSim, QStringLiteral("BLIST"));
 }
 
-void ZOR_Form_Config_Transfer_SrvAlg_BList::readFormParam(CXMLWorkData* lpParent)
+void ZOR_Form_Config_Transfer_SrvAlg_BList::readFormParam(CXMLWorkData* lpNode)
 {
-    if (auto node = ZOR_SettingsNode::openForRead(lpParent, nodeName()))
-        m_rows.read(node.get());
+    if (lpNode)
+        m_rows.read(lpNode);
 }
 
-void ZOR_Form_Config_Transfer_SrvAlg_BList::writeFormParam(CXMLWorkData* lpParent)
+void ZOR_Form_Config_Transfer_SrvAlg_BList::writeFormParam(CXMLWorkData* lpNode)
 {
-    auto node = ZOR_SettingsNode::openForWrite(lpParent, nodeName());
-    m_rows.write(node.get());
-    node->writeParameters();
+    if (!lpNode)
+        return;
+    m_rows.write(lpNode);
+    lpNode->writeParameters();
 }
 
 ZOR_Form_Config_Transfer_SrvAlg_BList::~ZOR_Form_Config_Transfer_SrvAlg_BList() = default;

@@ -6,8 +6,8 @@
 // A dialog window of the transfer page; it edits in place (the page's
 // document is what is saved or discarded), so it has only a close button.
 //
-// readFormParam / writeFormParam get the cursor on the page's parent
-// element and open the list's own node below it; setSimNumber picks the node.
+// readFormParam / writeFormParam get a cursor on the list's own node;
+// setSimNumber picks the node's name (nodeName) for the page that opens it.
 
 #include "config/zor_form_config.h"
 #include "config/zor_operatorcoderows.h"
@@ -28,8 +28,10 @@ public:
     void initForm() override;
     void translateForm() override;
     void setDefaultParam() override;
-    void readFormParam(CXMLWorkData* lpParent) override;
-    void writeFormParam(CXMLWorkData* lpParent) override;
+    // lpNode: the list's own node ("SIM1BLIST"), which the transfer page opens
+    // (to read without creating it, to write created and cleared).
+    void readFormParam(CXMLWorkData* lpNode) override;
+    void writeFormParam(CXMLWorkData* lpNode) override;
 
     // 1 or 2: the node ("SIM1BLIST", "SIM2BLIST") and the window title.
     void setSimNumber(int nSim);

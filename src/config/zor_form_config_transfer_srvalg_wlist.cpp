@@ -4,6 +4,7 @@
 
 #include "module/zor_global.h"
 #include "module/zor_language.h"
+#include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
 
 ZOR_Form_Config_Transfer_SrvAlg_WList::ZOR_Form_Config_Transfer_SrvAlg_WList(QWidget* parent)
@@ -57,20 +58,21 @@ QString ZOR_Form_Config_Transfer_SrvAlg_WList::nodeName() const
     return ZOR_SettingsNode::name(QStringLiteral("SIM"), m_nSim, QStringLiteral("WLIST"));
 }
 
-void ZOR_Form_Config_Transfer_SrvAlg_WList::readFormParam(CXMLWorkData* lpParent)
+void ZOR_Form_Config_Transfer_SrvAlg_WList::readFormParam(CXMLWorkData* lpNode)
 {
-    if (auto node = ZOR_SettingsNode::openForRead(lpParent, nodeName())) {
-        m_bind.read(node.get());
-        m_rows.read(node.get());
-    }
+    if (!lpNode)
+        return;
+    m_bind.read(lpNode);
+    m_rows.read(lpNode);
 }
 
-void ZOR_Form_Config_Transfer_SrvAlg_WList::writeFormParam(CXMLWorkData* lpParent)
+void ZOR_Form_Config_Transfer_SrvAlg_WList::writeFormParam(CXMLWorkData* lpNode)
 {
-    auto node = ZOR_SettingsNode::openForWrite(lpParent, nodeName());
-    m_bind.write(node.get());
-    m_rows.write(node.get());
-    node->writeParameters();
+    if (!lpNode)
+        return;
+    m_bind.write(lpNode);
+    m_rows.write(lpNode);
+    lpNode->writeParameters();
 }
 
 void ZOR_Form_Config_Transfer_SrvAlg_WList::slot_pressed_Btn_Up()

@@ -28,8 +28,10 @@ public:
     void initForm() override;
     void translateForm() override;
     void setDefaultParam() override;
-    void readFormParam(CXMLWorkData* lpParent) override;
-    void writeFormParam(CXMLWorkData* lpParent) override;
+    // lpNode: the list's own node ("SIM1WLIST"), which the transfer page opens
+    // (to read without creating it, to write created and cleared).
+    void readFormParam(CXMLWorkData* lpNode) override;
+    void writeFormParam(CXMLWorkData* lpNode) override;
 
     void setSimNumber(int nSim);
     QString nodeName() const;

@@ -1,5 +1,6 @@
 #include "config/zor_formbinding.h"
 
+#include "config/zor_configproblems.h"
 #include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
 
@@ -192,11 +193,14 @@ void ZOR_FormBinding::setEnabled(bool bEnabled)
 
 void ZOR_FormBinding::read(CXMLWorkData* lpNode)
 {
+    ZOR_ConfigProblems* lpProblems = lpNode ? ZOR_ConfigProblems::active() : nullptr;
     for (const Row& row : m_rows) {
         QString qsValue;
         if (lpNode)
             lpNode->readString(row.attr.constData(), QString(), qsValue);
         showValue(row, qsValue);
+        if (lpProblems)
+            lpProblems->noteRow(lpNode->getTag(), row.attr, row, qsValue);
     }
 }
 

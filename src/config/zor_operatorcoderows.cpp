@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSpinBox>
 
 ZOR_OperatorCodeRows::ZOR_OperatorCodeRows(QObject* parent)
@@ -22,6 +23,13 @@ void ZOR_OperatorCodeRows::build(QGridLayout* lpGrid)
                      spin->setSpecialValueText(QStringLiteral(" "));
                      spin->setMinimumWidth(90);
                      spin->installEventFilter(this);
+                     // A row whose text the user deleted is an empty row at
+                     // once; the spin box alone would go back to the old code.
+                     if (auto edit = spin->findChild<QLineEdit*>())
+                         connect(edit, &QLineEdit::textEdited, spin, [spin](const QString& qsText) {
+                             if (qsText.trimmed().isEmpty())
+                                 spin->setValue(0);
+                         });
                  });
     // Keeps the number beside its code however wide the dialog is.
     if (lpGrid)

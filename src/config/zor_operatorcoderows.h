@@ -4,7 +4,8 @@
 // The 20 numbered rows of operator codes that both operator lists show
 // ("№", "Код оператора"), kept as "oc1" ... "oc20" in the list's node.
 // A code is the mobile country code followed by the network code as one
-// decimal number (25001); 0 is an empty row and shows blank. The row whose
+// decimal number (25001); 0 is an empty row and shows blank, and a row whose
+// text the user deletes becomes 0. The row whose
 // code box last had the focus is the selected row (its number in bold):
 // the white list moves it to change the priority.
 

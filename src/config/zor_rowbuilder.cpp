@@ -1,5 +1,6 @@
 #include "config/zor_rowbuilder.h"
 
+#include "config/zor_configproblems.h"
 #include "module/zor_language.h"
 #include "store/cxmlworkdata.h"
 #include "store/zor_settingsnode.h"
@@ -139,6 +140,7 @@ void ZOR_RowBuilder::writeNodes(CXMLWorkData* lpParent, const QString& qsWord, c
 
 void ZOR_RowBuilder::readAttributes(CXMLWorkData* lpNode)
 {
+    ZOR_ConfigProblems* lpProblems = lpNode ? ZOR_ConfigProblems::active() : nullptr;
     for (int r = 0; r < m_rows.size(); ++r) {
         for (ZOR_FormBinding::Row row : m_rows[r].bind.rows()) {
             QString qsValue;
@@ -146,6 +148,8 @@ void ZOR_RowBuilder::readAttributes(CXMLWorkData* lpNode)
             if (lpNode)
                 lpNode->readString(row.attr.constData(), QString(), qsValue);
             ZOR_FormBinding::showValue(row, qsValue);
+            if (lpProblems)
+                lpProblems->noteRow(lpNode->getTag(), row.attr, row, qsValue);
         }
     }
 }

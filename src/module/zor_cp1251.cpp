@@ -89,9 +89,11 @@ void ZOR_Cp1251::encodeAppend(const QChar* text, int length, QByteArray& out)
 {
     const int start = out.size();
     out.resize(start + length);
-    char* dst = out.data() + start;
+    char* const begin = out.data() + start;
+    char* dst = begin;
     for (int i = 0; i < length; ++i)
-        dst[i] = encodeChar(text[i]);
+        *dst++ = encodeAt(text, i, length);
+    out.resize(start + int(dst - begin));
 }
 
 QByteArray ZOR_Cp1251::encode(const QString& text)

@@ -162,11 +162,12 @@ bool COneParameter::sameName(const QString& qsName, const char* lpName)
     if (!lpName)
         return false;
     // As strncmp on the record copyName would make, without making it.
-    const int n = qMin(qsName.size(), int(nMaxTextLength));
+    const int size = qsName.size();
     const QChar* p = qsName.constData();
-    for (int i = 0; i < n; ++i) {
-        const char c = ZOR_Cp1251::encodeChar(p[i]);
-        if (c != lpName[i])
+    int n = 0;
+    for (int i = 0; i < size && n < nMaxTextLength; ++i, ++n) {
+        const char c = ZOR_Cp1251::encodeAt(p, i, size);
+        if (c != lpName[n])
             return false;
         if (!c)
             return true;
@@ -176,9 +177,10 @@ bool COneParameter::sameName(const QString& qsName, const char* lpName)
 
 void COneParameter::copyName(char* lpDst, const QString& qsName)
 {
-    const int n = qMin(qsName.size(), int(nMaxTextLength));
+    const int size = qsName.size();
     const QChar* p = qsName.constData();
-    for (int i = 0; i < n; ++i)
-        lpDst[i] = ZOR_Cp1251::encodeChar(p[i]);
+    int n = 0;
+    for (int i = 0; i < size && n < nMaxTextLength; ++i)
+        lpDst[n++] = ZOR_Cp1251::encodeAt(p, i, size);
     lpDst[n] = '\0';
 }

@@ -101,6 +101,8 @@ bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QStr
         tag = new CXmlTagV2(name);
         m_top.append(tag);
     }
+    if (m_lpLocator)
+        tag->setLine(m_lpLocator->lineNumber());
     const int n = atts.count();
     if (n > 0) {
         tag->attributesRef().reserve(n);

@@ -34,6 +34,7 @@ public:
     bool endElement(const QString& namespaceURI, const QString& localName,
                     const QString& qName) override;
     bool characters(const QString& ch) override;
+    void setDocumentLocator(QXmlLocator* lpLocator) override { m_lpLocator = lpLocator; }
     bool startDTD(const QString& name, const QString& publicId, const QString& systemId) override;
     bool comment(const QString& ch) override;
     bool processingInstruction(const QString& target, const QString& data) override;
@@ -55,6 +56,7 @@ private:
     CFxXmListlTag& m_top;
     int m_nDropped = 0;
     CXmlTagV2* m_current = nullptr;
+    QXmlLocator* m_lpLocator = nullptr;
     int m_nDepth = 0;
     bool m_bSawElement = false;
     QString m_qsError;

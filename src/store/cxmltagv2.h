@@ -37,6 +37,10 @@ public:
     int kind() const { return m_nKind; }
     void setKind(int nKind) { m_nKind = nKind; }
     CXmlTagV2* parent() const { return m_parent; }
+    // The line of the start tag in the file it was read from (from 1); 0 for
+    // a tag made in memory.
+    int line() const { return m_nLine; }
+    void setLine(int nLine) { m_nLine = nLine; }
 
     const QVector<CXmlAttribute>& attributes() const { return m_attributes; }
     QVector<CXmlAttribute>& attributesRef() { return m_attributes; }
@@ -61,6 +65,7 @@ private:
     QString m_qsName;
     QString m_qsValue;
     int m_nKind;
+    int m_nLine = 0;
     bool m_bDetached = false;
     CXmlTagV2* m_parent;
     QVector<CXmlAttribute> m_attributes;

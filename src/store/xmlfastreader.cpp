@@ -58,6 +58,7 @@ public:
         , m_end(body.constData() + body.size())
         , m_utf8(enc.codec != nullptr)
         , m_top(top)
+        , m_lineAt(m_p)
     {
     }
     bool run();
@@ -89,11 +90,22 @@ private:
     bool endTag();
     QString text(const char* bytes, int n, bool ascii) const;
     const QString& internName(const char* start, int length);
+    // The line m_p is on, counted on from where the last call left off.
+    int line()
+    {
+        for (const char* nl; (nl = static_cast<const char*>(std::memchr(m_lineAt, '\n', size_t(m_p - m_lineAt))));) {
+            ++m_line;
+            m_lineAt = nl + 1;
+        }
+        return m_line;
+    }
 
     const char* m_p;
     const char* const m_end;
     const bool m_utf8;
     CFxXmListlTag& m_top;
+    const char* m_lineAt;
+    int m_line = 1;
     std::vector<Open> m_stack;
     std::vector<Attribute> m_attributes;
     QHash<QByteArray, QString> m_names;
@@ -299,6 +311,7 @@ bool Reader::content()
 
 bool Reader::startTag()
 {
+    const int nLine = line();
     ++m_p;  // "<"
     const char* tagName = nullptr;
     int tagLength = 0;
@@ -346,6 +359,7 @@ bool Reader::startTag()
     } else {
         tag = m_stack.back().tag->addTagNode(qsName);
     }
+    tag->setLine(nLine);
     if (!m_attributes.empty()) {
         QVector<CXmlAttribute>& list = tag->attributesRef();
         list.reserve(int(m_attributes.size()));

@@ -199,7 +199,7 @@ private:
 void Writer::appendWide(const QChar* p, int& i, int n, char*& dst)
 {
     if (!m_enc.codec) {
-        *dst++ = ZOR_Cp1251::encodeChar(p[i]);
+        *dst++ = ZOR_Cp1251::encodeAt(p, i, n);
         return;
     }
     if (m_utf8) {

@@ -7,7 +7,9 @@
 #include <ctime>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <iterator>
 #include <limits>
 #include <cstring>
@@ -367,7 +369,7 @@ void appendHugeFloat(Sink& out, float f, int decimals)
     out.append(p, int(end - p));
     if (decimals) {
         out.append('.');
-        out.append("000", decimals);
+        out.append("000", qBound(0, decimals, 3));
     }
 }
 
@@ -528,39 +530,164 @@ qint64 readInteger(const Column& c, const unsigned char* p)
 
 namespace {
 
-void appendTo(Sink& out, const Column& c, const unsigned char* p)
+// How a text says "no value".
+enum Missing : quint8 {
+    Missing_None,
+    Missing_NotAvailable,  // the raw value `noData` shows "n/a"
+    Missing_Empty,         // the raw value `noData` shows nothing
+    Missing_Negative,      // a negative float shows "n/a"
+};
+
+// One row per text form. The common forms (`special` false) are all one
+// shape: the number is value x mul / div, shown with `decimals` decimals
+// (rounded half away from zero), then a blank and the unit when there is
+// one. The special forms are texts of their own (times, coordinates,
+// captions by value); for them the row gives only the unit and the kind
+// of quantity, and formText / specialNumber below do the rest.
+struct Form
+{
+    TextForm form;
+    bool special;
+    qint32 mul;
+    qint32 div;
+    quint8 decimals;
+    Missing missing;
+    qint32 noData;
+    const char* unitKey;   // caption key of the unit, or null
+    const char* unitText;  // the unit as it stands, when there is no key
+    Quantity quantity;
+};
+
+constexpr Form kForms[] = {
+    // form                 special mul  div dec missing               noData  unitKey      unitText
+    {Text_Dec,              false, 1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_SimNo,            true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_DateTime,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Time},
+    {Text_TimeDate,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Time},
+    {Text_Coord4,           true,  1,  600000, 0, Missing_None,       0,      nullptr,     "°", Quantity_Degrees},
+    {Text_Coord7,           true,  1,  600000000, 0, Missing_None,    0,      nullptr,     "°", Quantity_Degrees},
+    {Text_Decimetres,       true,  1,  10,   0, Missing_None,         0,      nullptr,     "m", Quantity_Number},
+    {Text_Gsm,              true,  1,  1,    0, Missing_None,         99,     nullptr,     "%", Quantity_Number},
+    {Text_Temp,             false, 1,  1,    0, Missing_Empty,        -128,   "abbr_017",  nullptr, Quantity_Number},
+    {Text_CelsiusDec,       false, 1,  1,    0, Missing_None,         0,      "abbr_017",  nullptr, Quantity_Number},
+    {Text_CanLevel,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_CanLevelPercent,  true,  1,  1,    0, Missing_None,         0,      nullptr,     "%", Quantity_Number},
+    {Text_CanLevelLitres,   true,  1,  10,   1, Missing_None,         0,      "abbr_026",  nullptr, Quantity_Number},
+    {Text_CanTimeTO,        false, 5,  1,    0, Missing_NotAvailable, 0xFFFF, "abbr_023",  nullptr, Quantity_Number},
+    {Text_CanSpeed,         false, 1,  1,    0, Missing_NotAvailable, 255,    "abbr_024",  nullptr, Quantity_Number},
+    {Text_KmhF1,            false, 1,  1,    1, Missing_None,         0,      "abbr_024",  nullptr, Quantity_Number},
+    {Text_KmF2,             false, 1,  1,    2, Missing_None,         0,      "abbr_023",  nullptr, Quantity_Number},
+    {Text_KmF2NoNeg,        false, 1,  1,    2, Missing_Negative,     0,      "abbr_023",  nullptr, Quantity_Number},
+    {Text_LitresF2,         false, 1,  1,    2, Missing_Negative,     0,      "abbr_026",  nullptr, Quantity_Number},
+    {Text_F2,               false, 1,  1,    2, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_Volts,            false, 1,  1,    3, Missing_None,         0,      "abbr_012",  nullptr, Quantity_Number},
+    {Text_VoltsDec,         false, 1,  1,    0, Missing_None,         0,      "abbr_012",  nullptr, Quantity_Number},
+    {Text_Amps,             false, 1,  1,    0, Missing_None,         0,      "abbr_027",  nullptr, Quantity_Number},
+    {Text_Hours,            false, 100, 3600, 2, Missing_None,        0,      "abbr_001",  nullptr, Quantity_Number},
+    {Text_Hours100,         false, 1,  1,    2, Missing_None,         0,      "abbr_001",  nullptr, Quantity_Number},
+    {Text_Tonnes,           false, 1,  1,    0, Missing_None,         0,      "abbr_009",  nullptr, Quantity_Number},
+    {Text_Percent,          false, 1,  1,    0, Missing_None,         0,      nullptr,     "%", Quantity_Number},
+    {Text_Tenths,           false, 1,  1,    1, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_Hundredths,       false, 1,  1,    2, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_Milli3,           false, 1,  1,    3, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_Milli3NoData,     false, 1,  1,    3, Missing_NotAvailable, -32768, nullptr,     nullptr, Quantity_Number},
+    {Text_AccelLinear,      false, 1,  1,    3, Missing_NotAvailable, -32768, "tmikte_072", nullptr, Quantity_Number},
+    {Text_AccelDelta,       false, 1,  1,    2, Missing_None,         0,      "tmikte_071", nullptr, Quantity_Number},
+    {Text_Quarters,         false, 25, 1,    2, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_Roll,             false, 15, 1,    1, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_PreciseTemp,      false, 5,  1,    2, Missing_NotAvailable, -32768, "abbr_017",  nullptr, Quantity_Number},
+    {Text_Humidity,         false, 5,  1,    1, Missing_None,         0,      "abbr_008",  nullptr, Quantity_Number},
+    {Text_Celsius100,       false, 1,  1,    2, Missing_None,         0,      "abbr_017",  nullptr, Quantity_Number},
+    {Text_Rpm,              false, 1,  1,    0, Missing_None,         0,      "abbr_018",  nullptr, Quantity_Number},
+    {Text_Dbm,              false, 1,  1,    0, Missing_None,         0,      nullptr,     "dBm", Quantity_Number},
+    {Text_TyreTemp,         false, 1,  1,    0, Missing_NotAvailable, -127,   nullptr,     nullptr, Quantity_Number},
+    {Text_MiliSec,          true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
+    {Text_Hex,              true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_OnOff,            true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Flag},
+    {Text_TahoMode,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_DispState,        true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_FfsMode,          true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_FfsPower,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_RefrEngineMode,   true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_ThermoKing,       true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_CanEvent,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+};
+
+constexpr bool formsInOrder()
+{
+    for (int i = 0; i < TextFormCount; ++i)
+        if (kForms[i].form != i)
+            return false;
+    return sizeof(kForms) / sizeof(kForms[0]) == TextFormCount;
+}
+static_assert(formsInOrder(), "one row per text form, in the order of TextForm");
+
+const Form& formOf(const Column& c)
+{
+    return kForms[c.text < TextFormCount ? c.text : Text_Dec];
+}
+
+// The common forms: number, then the unit.
+void appendScaled(Sink& out, const Column& c, const Form& f, const unsigned char* p)
 {
     if (c.type == Type_F32) {
-        const float f = readWire<float>(p + c.offset);
-        switch (c.text) {
-        case Text_KmhF1: appendFloat(out, f, 1); appendUnit(out, "abbr_024"); return;
-        case Text_KmF2NoNeg:
-        case Text_LitresF2:
-            if (f < 0) {
-                out.append(kNotAvailable);
-                return;
-            }
-            appendFloat(out, f, 2);
-            appendUnit(out, c.text == Text_LitresF2 ? "abbr_026" : "abbr_023");
+        const float v = readWire<float>(p + c.offset);
+        if (f.missing == Missing_Negative && v < 0) {
+            out.append(kNotAvailable);
             return;
-        case Text_KmF2: appendFloat(out, f, 2); appendUnit(out, "abbr_023"); return;
-        default: appendFloat(out, f, 2); return;
         }
-    }
-    const qint64 v = readValue(c, p);
-    switch (c.text) {
-    case Text_Dec:
-    case Text_KmhF1:
-    case Text_KmF2:
-    case Text_KmF2NoNeg:
-    case Text_LitresF2:
-    case Text_F2:
-    case TextFormCount:
+        appendFloat(out, v, f.decimals);
+    } else {
+        const qint64 v = readValue(c, p);
+        if (f.missing != Missing_None && v == f.noData) {
+            if (f.missing == Missing_NotAvailable)
+                out.append(kNotAvailable);
+            return;
+        }
         if (c.type == Type_U64 && !c.bits)
             appendUnsigned(out, quint64(v));
         else
-            appendFixed(out, v, 0);
+            appendFixed(out, scale(v, f.mul, f.div), f.decimals);
+    }
+    if (f.unitKey)
+        appendUnit(out, f.unitKey);
+    else if (f.unitText) {
+        out.append(' ');
+        out.append(f.unitText);
+    }
+}
+
+void appendCanLevel(Sink& out, TextForm form, qint64 v)
+{
+    const qint64 level = v & 0x7FFF;
+    if (level == 0x7FFF) {
+        out.append(kNotAvailable);
         return;
+    }
+    const bool percent = (v & 0x8000) != 0;
+    if (percent && form != Text_CanLevelLitres) {
+        appendFixed(out, level, 0);
+        out.append(" %");
+    } else if (!percent && form != Text_CanLevelPercent) {
+        appendFixed(out, level, 1);
+        appendUnit(out, "abbr_026");
+    }
+}
+
+void appendHex(Sink& out, qint64 v)
+{
+    char* p = out.room(10);
+    p[0] = '0';
+    p[1] = 'x';
+    for (int i = 0; i < 8; ++i)
+        p[2 + i] = "0123456789ABCDEF"[(quint32(v) >> (28 - 4 * i)) & 0xF];
+    out.advance(10);
+}
+
+// The special forms: each a text of its own.
+void appendSpecial(Sink& out, const Column& c, qint64 v)
+{
+    switch (c.text) {
     case Text_SimNo: appendFixed(out, v + 1, 0); return;
     case Text_DateTime: appendLocalTime(out, quint32(v), true); return;
     case Text_TimeDate: appendLocalTime(out, quint32(v), false); return;
@@ -573,100 +700,11 @@ void appendTo(Sink& out, const Column& c, const unsigned char* p)
         else
             appendFixed(out, v * 322 / 100, 0);
         return;
-    case Text_Temp:
-        if (v == -128)
-            return;
-        appendFixed(out, v, 0);
-        appendUnit(out, "abbr_017");
-        return;
-    case Text_CelsiusDec: appendFixed(out, v, 0); appendUnit(out, "abbr_017"); return;
     case Text_CanLevel:
     case Text_CanLevelPercent:
-    case Text_CanLevelLitres: {
-        const qint64 level = v & 0x7FFF;
-        if (level == 0x7FFF) {
-            out.append(kNotAvailable);
-            return;
-        }
-        const bool percent = (v & 0x8000) != 0;
-        if (percent && c.text != Text_CanLevelLitres) {
-            appendFixed(out, level, 0);
-            out.append(" %");
-        } else if (!percent && c.text != Text_CanLevelPercent) {
-            appendFixed(out, level, 1);
-            appendUnit(out, "abbr_026");
-        }
-        return;
-    }
-    case Text_CanTimeTO:
-        if (v == 0xFFFF) {
-            out.append(kNotAvailable);
-            return;
-        }
-        appendFixed(out, v * 5, 0);
-        appendUnit(out, "abbr_023");
-        return;
-    case Text_CanSpeed:
-        if (v == 255) {
-            out.append(kNotAvailable);
-            return;
-        }
-        appendFixed(out, v, 0);
-        appendUnit(out, "abbr_024");
-        return;
-    case Text_Volts: appendFixed(out, v, 3); appendUnit(out, "abbr_012"); return;
-    case Text_VoltsDec: appendFixed(out, v, 0); appendUnit(out, "abbr_012"); return;
-    case Text_Amps: appendFixed(out, v, 0); appendUnit(out, "abbr_027"); return;
-    case Text_Hours: appendFixed(out, scale(v, 100, 3600), 2); appendUnit(out, "abbr_001"); return;
-    case Text_Hours100: appendFixed(out, v, 2); appendUnit(out, "abbr_001"); return;
-    case Text_Tonnes: appendFixed(out, v, 0); appendUnit(out, "abbr_009"); return;
-    case Text_Percent: appendFixed(out, v, 0); out.append(" %"); return;
-    case Text_Tenths: appendFixed(out, v, 1); return;
-    case Text_Hundredths: appendFixed(out, v, 2); return;
-    case Text_Milli3: appendFixed(out, v, 3); return;
-    case Text_Milli3NoData:
-    case Text_AccelLinear:
-        if (v == -32768) {
-            out.append(kNotAvailable);
-            return;
-        }
-        appendFixed(out, v, 3);
-        if (c.text == Text_AccelLinear)
-            appendUnit(out, "tmikte_072");
-        return;
-    case Text_AccelDelta: appendFixed(out, v, 2); appendUnit(out, "tmikte_071"); return;
-    case Text_Quarters: appendFixed(out, v * 25, 2); return;
-    case Text_Roll: appendFixed(out, v * 15, 1); return;
-    case Text_PreciseTemp:
-        if (v == -32768) {
-            out.append(kNotAvailable);
-            return;
-        }
-        appendFixed(out, v * 5, 2);
-        appendUnit(out, "abbr_017");
-        return;
-    case Text_Humidity: appendFixed(out, v * 5, 1); appendUnit(out, "abbr_008"); return;
-    case Text_Celsius100: appendFixed(out, v, 2); appendUnit(out, "abbr_017"); return;
-    case Text_Rpm: appendFixed(out, v, 0); appendUnit(out, "abbr_018"); return;
-    case Text_Dbm: appendFixed(out, v, 0); out.append(" dBm"); return;
-    case Text_TyreTemp:
-        if (v == qint8(0x81)) {
-            out.append(kNotAvailable);
-            return;
-        }
-        appendFixed(out, v, 0);
-        return;
+    case Text_CanLevelLitres: appendCanLevel(out, c.text, v); return;
     case Text_MiliSec: out.append('.'); appendFixed(out, v, 0); return;
-    case Text_Hex:
-    {
-        char* p = out.room(10);
-        p[0] = '0';
-        p[1] = 'x';
-        for (int i = 0; i < 8; ++i)
-            p[2 + i] = "0123456789ABCDEF"[(quint32(v) >> (28 - 4 * i)) & 0xF];
-        out.advance(10);
-        return;
-    }
+    case Text_Hex: appendHex(out, v); return;
     case Text_OnOff: out.append(caption(v ? "wrd_001" : "wrd_002")); return;
     case Text_TahoMode: {
         static const char* const keys[] = {"tmikte_044", "tmikte_045", "tmikte_047", "tmikte_048"};
@@ -686,10 +724,114 @@ void appendTo(Sink& out, const Column& c, const unsigned char* p)
             appendFixed(out, v, 0);
         return;
     }
+    default: appendFixed(out, v, 0); return;
+    }
+}
+
+void appendTo(Sink& out, const Column& c, const unsigned char* p)
+{
+    const Form& f = formOf(c);
+    if (f.special)
+        appendSpecial(out, c, readValue(c, p));
+    else
+        appendScaled(out, c, f, p);
+}
+
+const double kNoValue = std::numeric_limits<double>::quiet_NaN();
+
+double specialNumber(const Column& c, const Form& f, qint64 v)
+{
+    switch (c.text) {
+    case Text_SimNo: return double(v + 1);
+    case Text_Gsm: return v == f.noData ? kNoValue : double(v * 322 / 100);
+    case Text_CanLevel:
+    case Text_CanLevelPercent:
+    case Text_CanLevelLitres: {
+        const qint64 level = v & 0x7FFF;
+        const bool percent = (v & 0x8000) != 0;
+        if (level == 0x7FFF || (percent && c.text == Text_CanLevelLitres)
+            || (!percent && c.text == Text_CanLevelPercent))
+            return kNoValue;
+        return percent ? double(level) : double(level) / 10.0;
+    }
+    case Text_OnOff: return v ? 1.0 : 0.0;
+    default: return double(v) / double(f.div);
     }
 }
 
 } // namespace
+
+double number(const Column& c, const unsigned char* p)
+{
+    const Form& f = formOf(c);
+    if (c.type == Type_F32) {
+        const float v = readWire<float>(p + c.offset);
+        return f.missing == Missing_Negative && v < 0 ? kNoValue : double(v);
+    }
+    const qint64 v = readValue(c, p);
+    if (f.special)
+        return specialNumber(c, f, v);
+    if (f.missing != Missing_None && v == f.noData)
+        return kNoValue;
+    if (c.type == Type_U64 && !c.bits)
+        return double(quint64(v));
+    static const double kPow[] = {1.0, 10.0, 100.0, 1000.0};
+    return double(v) * f.mul / (double(f.div) * kPow[f.decimals]);
+}
+
+Quantity quantity(const Column& c)
+{
+    if (c.bits == 1 && c.text == Text_Dec)
+        return Quantity_Flag;
+    return formOf(c).quantity;
+}
+
+const char* unitKey(const Column& c)
+{
+    return formOf(c).unitKey;
+}
+
+QString unitText(const Column& c)
+{
+    const Form& f = formOf(c);
+    if (f.unitKey) {
+        refreshCaptions();
+        return QString::fromUtf8(caption(f.unitKey));
+    }
+    return f.unitText ? QString::fromUtf8(f.unitText) : QString();
+}
+
+void appendNumberText(QByteArray& out, const Column& c, const unsigned char* p)
+{
+    const double v = number(c, p);
+    if (std::isnan(v))
+        return;
+    const Quantity q = quantity(c);
+    if (q == Quantity_Time) {
+        const time_t t = time_t(v);
+        struct tm tm;
+        if (gmtime_r(&t, &tm)) {
+            char iso[32];
+            const int n = std::snprintf(iso, sizeof iso, "%04d-%02d-%02dT%02d:%02d:%02dZ", tm.tm_year + 1900,
+                                        tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
+            out.append(iso, n);
+            return;
+        }
+    }
+    char buf[64];
+    std::to_chars_result r;
+    const float asFloat = float(v);
+    if (v == std::trunc(v) && std::fabs(v) < 1e15)  // most cells: flags, counters, codes
+        r = std::to_chars(buf, buf + sizeof buf, qint64(v));
+    else if (c.type == Type_F32 && double(asFloat) == v)
+        r = std::to_chars(buf, buf + sizeof buf, asFloat, std::chars_format::fixed);
+    else
+        r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::fixed);
+    if (r.ec == std::errc())
+        out.append(buf, int(r.ptr - buf));
+    else
+        out.append(QByteArray::number(v, 'g', 17));
+}
 
 void appendText(QByteArray& out, const Column& c, const unsigned char* p)
 {

@@ -269,6 +269,35 @@ void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastFie
 // writer of test records and by texts that need the number.
 qint64 readInteger(const Column& c, const unsigned char* p);
 
+// Values as numbers. Every column has a numeric value in the unit its text
+// uses, taken from the same text form that makes the text: volts for
+// millivolt fields shown as volts, hours for engine seconds shown as hours,
+// decimal degrees for coordinates, UTC seconds since 1970 for times, 0/1
+// for flags, the code itself for values shown by caption. Not rounded to
+// the decimals of the text.
+enum Quantity : quint8 {
+    Quantity_Number,   // a measured or counted value
+    Quantity_Flag,     // 0 or 1
+    Quantity_Code,     // a state or mode shown by caption
+    Quantity_Time,     // UTC seconds since 1970-01-01
+    Quantity_Degrees,  // decimal degrees (latitude, longitude)
+};
+
+// The value of column c of a present field whose bytes start at p (as for
+// text()); NaN where the text says there is no value ("n/a", empty text).
+double number(const Column& c, const unsigned char* p);
+Quantity quantity(const Column& c);
+// The unit as a caption key ("abbr_024"), null when the unit is not a key.
+const char* unitKey(const Column& c);
+// The unit as the texts show it, in the current language ("km/h", "%",
+// "°"); empty for none.
+QString unitText(const Column& c);
+// The value as a cell of a CSV for analysis (UTF-8): "." decimals and no
+// digit grouping, times as ISO 8601 UTC ("2024-05-01T06:30:00Z"), floats
+// of the wire with the digits that tell them apart; nothing when there is
+// no value.
+void appendNumberText(QByteArray& out, const Column& c, const unsigned char* p);
+
 } // namespace ZorTmi
 
 #endif

@@ -36,8 +36,8 @@ d += '    <SIM2RULES cnctH="0" cnctR="4" callH="1" callR="0" smsH="0" smsR="1" l
 d += '    <SIM2BLIST %s />\n' % ocs(b2)
 d += '    <SIM2WLIST dw="0" check="1" %s />\n' % ocs(w2)
 d += ('    <RULES pingTimer="3600" telAddPing="1" noPriorMsg="0" noCur="1" grpTimer="0" useCmd="0"'
-      ' cnctTimer="89940" coercCnct="1" blockTimer="5400" />\n')
-d += '    <ROAM cnctTimer="0" moveTimer="599940" stopTimer="60" blockTimer="86400" />\n'
+      ' cnctTimer="86340" coercCnct="1" blockTimer="5400" />\n')
+d += '    <ROAM cnctTimer="0" moveTimer="599940" stopTimer="60" blockTimer="82800" />\n'
 d += ('    <WIFIBLIST bm1="" bm2="Office AP" bm3="iphone" bm4="" bm5="" bm6="" bm7="" bm8="" bm9="" bm10=""'
       ' bm11="car-7" bm12="" />\n')
 d += '</CONFIG>\n'
