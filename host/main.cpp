@@ -21,49 +21,47 @@
 
 namespace {
 
-struct Options {
-    QCommandLineOption library{QStringLiteral("library"), QStringLiteral("Module library to load."),
-                               QStringLiteral("path")};
+struct Options
+{
+    QCommandLineOption library{
+        QStringLiteral("library"), QStringLiteral("Module library to load."), QStringLiteral("path")};
     QCommandLineOption connectTo{QStringLiteral("connect"),
-                                 QStringLiteral("Terminal link: simulator, simulator:CHUNK[:DELAY_MS] "
-                                                "(replies in pieces) or serial:PORT[:BAUD]."),
-                                 QStringLiteral("link"), QStringLiteral("simulator")};
+        QStringLiteral("Terminal link: simulator, simulator:CHUNK[:DELAY_MS] "
+                       "(replies in pieces) or serial:PORT[:BAUD]."),
+        QStringLiteral("link"), QStringLiteral("simulator")};
     QCommandLineOption language{QStringLiteral("language"), QStringLiteral("Language of the module: ru or en."),
-                                QStringLiteral("lang"), QStringLiteral("ru")};
-    QCommandLineOption dialect{QStringLiteral("dialect"), QStringLiteral("GNSS command dialect of the terminal (0, 1)."),
-                               QStringLiteral("n"), QStringLiteral("0")};
+        QStringLiteral("lang"), QStringLiteral("ru")};
+    QCommandLineOption dialect{QStringLiteral("dialect"),
+        QStringLiteral("GNSS command dialect of the terminal (0, 1)."), QStringLiteral("n"), QStringLiteral("0")};
     QCommandLineOption ussd{QStringLiteral("ussd"), QStringLiteral("USSD request of the SIM balance."),
-                            QStringLiteral("request"), QStringLiteral("*100#")};
+        QStringLiteral("request"), QStringLiteral("*100#")};
     QCommandLineOption gap{QStringLiteral("gap"),
-                           QStringLiteral("Quiet time in ms after which received bytes without a line end "
-                                          "go to the module as one reply."),
-                           QStringLiteral("ms"), QString::number(ZOR_ReplyAssembler::nDefaultIdleGapMs)};
+        QStringLiteral("Quiet time in ms after which received bytes without a line end "
+                       "go to the module as one reply."),
+        QStringLiteral("ms"), QString::number(ZOR_ReplyAssembler::nDefaultIdleGapMs)};
     QCommandLineOption ravel{QStringLiteral("ravel"), QStringLiteral("Configurator mode 5 (the RAVEL layout).")};
-    QCommandLineOption demo{QStringLiteral("demo"),
-                            QStringLiteral("Run the scripted demo, print the console log and exit.")};
+    QCommandLineOption demo{
+        QStringLiteral("demo"), QStringLiteral("Run the scripted demo, print the console log and exit.")};
     QCommandLineOption screenshot{QStringLiteral("screenshot"),
-                                  QStringLiteral("Run the demo and save a picture of the host with the console."),
-                                  QStringLiteral("file")};
+        QStringLiteral("Run the demo and save a picture of the host with the console."), QStringLiteral("file")};
     QCommandLineOption screenshotConfig{QStringLiteral("screenshot-config"),
-                                        QStringLiteral("Save a picture of the configuration window on a new document."),
-                                        QStringLiteral("file")};
-    QCommandLineOption telemetry{QStringLiteral("telemetry"), QStringLiteral("Open a telemetry archive in the telemetry window."),
-                                 QStringLiteral("archive")};
+        QStringLiteral("Save a picture of the configuration window on a new document."), QStringLiteral("file")};
+    QCommandLineOption telemetry{QStringLiteral("telemetry"),
+        QStringLiteral("Open a telemetry archive in the telemetry window."), QStringLiteral("archive")};
     QCommandLineOption chart{QStringLiteral("chart"),
-                             QStringLiteral("Values to chart in the telemetry window, e.g. Speed,RS485_1 (with --telemetry)."),
-                             QStringLiteral("names")};
+        QStringLiteral("Values to chart in the telemetry window, e.g. Speed,RS485_1 (with --telemetry)."),
+        QStringLiteral("names")};
     QCommandLineOption config{QStringLiteral("config"),
-                              QStringLiteral("Open a configuration in the configuration window."), QStringLiteral("file")};
+        QStringLiteral("Open a configuration in the configuration window."), QStringLiteral("file")};
     QCommandLineOption screenshotTelemetry{QStringLiteral("screenshot-telemetry"),
-                                           QStringLiteral("Save a picture of the telemetry window (with --telemetry)."),
-                                           QStringLiteral("file")};
+        QStringLiteral("Save a picture of the telemetry window (with --telemetry)."), QStringLiteral("file")};
 
     void addTo(QCommandLineParser& parser) const
     {
         parser.setApplicationDescription(QStringLiteral("Reference host of the ZOR_Commands module."));
         parser.addHelpOption();
-        parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig, telemetry,
-                           chart, screenshotTelemetry, config});
+        parser.addOptions({library, connectTo, language, dialect, ussd, gap, ravel, demo, screenshot, screenshotConfig,
+            telemetry, chart, screenshotTelemetry, config});
     }
 };
 
@@ -117,11 +115,11 @@ int main(int argc, char** argv)
     if (bScripted) {
         // Nobody is there to press a button: what the module would ask or
         // tell (a file that could not be saved) goes to stderr instead.
-        ZOR_Dialog_XmlList::setAnswerer([](QMessageBox::Icon, const QString& qsTitle, const QString& qsText,
-                                           const QStringList&) {
-            std::fprintf(stderr, "zor-host: %s %s\n", qPrintable(qsTitle), qPrintable(qsText));
-            return 0;
-        });
+        ZOR_Dialog_XmlList::setAnswerer(
+            [](QMessageBox::Icon, const QString& qsTitle, const QString& qsText, const QStringList&) {
+                std::fprintf(stderr, "zor-host: %s %s\n", qPrintable(qsTitle), qPrintable(qsText));
+                return 0;
+            });
     }
     app.setProperty("zor_programLanguage", parser.value(options.language));
     ZOR_HostModule module;
@@ -131,7 +129,7 @@ int main(int argc, char** argv)
     const QString qsLibrary = parser.value(options.library);
     if (isSecondCopy(qsLibrary)) {
         std::fprintf(stderr, "zor-host: %s is a second copy of the module, which is loaded from %s already\n",
-                     qPrintable(qsLibrary), qPrintable(linkedModulePath()));
+            qPrintable(qsLibrary), qPrintable(linkedModulePath()));
         return 1;
     }
     if (!module.load(qsLibrary, parser.isSet(options.ravel) ? 5 : 0)) {

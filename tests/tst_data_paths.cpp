@@ -103,7 +103,7 @@ void TestDataPaths::historyFaultsAreToldAndNothingIsOverwritten()
     }
     QCOMPARE(sandbox.asked.size(), 1); // once, not after every command
     QVERIFY2(sandbox.asked.first().contains(told + QDir::toNativeSeparators(sandbox.path(QString()))),
-             qPrintable(sandbox.asked.first()));
+        qPrintable(sandbox.asked.first()));
     QCOMPARE(QFileInfo(qsBlocker).isDir(), asFolder);
     if (!asFolder)
         QCOMPARE(sandbox.read(blocker), QByteArray("keep"));

@@ -34,9 +34,10 @@ constexpr int kThresholdLimit = 2147483647;
 
 // Modbus numbering: the register kind (the read function) selects a block of
 // numbers, the address is the offset in the block.
-struct RegisterBlock {
+struct RegisterBlock
+{
     int nCmd;
-    int nFirst;     // number of address 0
+    int nFirst; // number of address 0
 };
 const RegisterBlock kBlocks[] = {{1, 1}, {2, 10001}, {4, 30001}, {3, 40001}};
 constexpr int kBlockLength = 9999;
@@ -90,16 +91,15 @@ int registerAddress(const QString& qsValue)
     return qMin(int(qsDigits.toUInt(nullptr, 16)), kRegisterMax);
 }
 
-
 } // namespace
 
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Mdbs::registerTypeCaptions()
 {
     static const ZOR_CaptionList list = ZOR_CaptionList()
-        .addText(QStringLiteral("1"), QStringLiteral("DO (0x01)"))
-        .addText(QStringLiteral("2"), QStringLiteral("DI (0x02)"))
-        .addText(QStringLiteral("3"), QStringLiteral("AO (0x03)"))
-        .addText(QStringLiteral("4"), QStringLiteral("AI (0x04)"));
+                                            .addText(QStringLiteral("1"), QStringLiteral("DO (0x01)"))
+                                            .addText(QStringLiteral("2"), QStringLiteral("DI (0x02)"))
+                                            .addText(QStringLiteral("3"), QStringLiteral("AO (0x03)"))
+                                            .addText(QStringLiteral("4"), QStringLiteral("AI (0x04)"));
     return list;
 }
 
@@ -121,9 +121,9 @@ const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Mdbs::byteOrderCaptions()
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Mdbs::conditionCaptions()
 {
     static const ZOR_CaptionList list = ZOR_CaptionList()
-        .add(QStringLiteral("1"), QStringLiteral("cfgt6_105"))
-        .add(QStringLiteral("2"), QStringLiteral("cfgt6_106"))
-        .add(QStringLiteral("3"), QStringLiteral("cfgt6_107"));
+                                            .add(QStringLiteral("1"), QStringLiteral("cfgt6_105"))
+                                            .add(QStringLiteral("2"), QStringLiteral("cfgt6_106"))
+                                            .add(QStringLiteral("3"), QStringLiteral("cfgt6_107"));
     return list;
 }
 
@@ -149,24 +149,23 @@ bool ZOR_Form_Config_RS_Param_Mdbs::registerFromNumber(int nNumber, int* lpAddre
 
 ZOR_Form_Config_RS_Param_Mdbs::ZOR_Form_Config_RS_Param_Mdbs(QWidget* parent)
     : ZOR_Form_Config_RS_Param(parent)
-    , m_rows({{QString(), ZOR_RowBuilder::Label},
-              {QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check},
-              {QStringLiteral("cfgt6_109"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 255},
-              {QStringLiteral("cfgt6_110"), ZOR_RowBuilder::Integer, nullptr, QString(), 0, kRegisterMax},
-              {QStringLiteral("cfgt6_111"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 49999},
-              {QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0, &registerTypeCaptions()},
-              {QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0, &ZOR_DataTypes::captionList()},
-              {QStringLiteral("cfgt6_114"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0, &byteOrderCaptions()},
-              {QStringLiteral("cfgt6_115"), ZOR_RowBuilder::Integer, nullptr, QString(), 500, 60000},
-              {QStringLiteral("cfgt6_116"), ZOR_RowBuilder::Check}})
-    , m_events({{QString(), ZOR_RowBuilder::Label},
-                {QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check},
-                {QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index},
-                {QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index},
-                {QStringLiteral("cfgt6_121"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-                {QStringLiteral("cfgt6_122"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-                {QStringLiteral("cfgt6_123"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-                {QStringLiteral("cfgt6_124"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit}})
+    , m_rows({{QString(), ZOR_RowBuilder::Label}, {QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check},
+          {QStringLiteral("cfgt6_109"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 255},
+          {QStringLiteral("cfgt6_110"), ZOR_RowBuilder::Integer, nullptr, QString(), 0, kRegisterMax},
+          {QStringLiteral("cfgt6_111"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 49999},
+          {QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0, &registerTypeCaptions()},
+          {QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0,
+              &ZOR_DataTypes::captionList()},
+          {QStringLiteral("cfgt6_114"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0, &byteOrderCaptions()},
+          {QStringLiteral("cfgt6_115"), ZOR_RowBuilder::Integer, nullptr, QString(), 500, 60000},
+          {QStringLiteral("cfgt6_116"), ZOR_RowBuilder::Check}})
+    , m_events({{QString(), ZOR_RowBuilder::Label}, {QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check},
+          {QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index}, {QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index},
+          {QStringLiteral("cfgt6_121"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
+          {QStringLiteral("cfgt6_122"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
+          {QStringLiteral("cfgt6_123"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
+          {QStringLiteral("cfgt6_124"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit,
+              kThresholdLimit}})
 {
     buildRows();
     setDefaultParam();
@@ -204,14 +203,15 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
     m_lpRowsTitle = title();
     auto rowGrid = new QGridLayout;
     box->addLayout(rowGrid);
-    m_rows.build(rowGrid, nRows, [](int n) { return QString::number(n); }, 1,
-                 [](int nIndex, QVector<QWidget*>& widgets) {
-                     if (nIndex >= nRowsWithAddress255)
-                         static_cast<QSpinBox*>(widgets[RowAddr])->setMaximum(254);
-                     static_cast<QSpinBox*>(widgets[RowReg])->setDisplayIntegerBase(16);
-                     auto cycle = static_cast<QSpinBox*>(widgets[RowCycle]);
-                     cycle->setSingleStep(kCycleStep);
-                 });
+    m_rows.build(
+        rowGrid, nRows, [](int n) { return QString::number(n); }, 1,
+        [](int nIndex, QVector<QWidget*>& widgets) {
+            if (nIndex >= nRowsWithAddress255)
+                static_cast<QSpinBox*>(widgets[RowAddr])->setMaximum(254);
+            static_cast<QSpinBox*>(widgets[RowReg])->setDisplayIntegerBase(16);
+            auto cycle = static_cast<QSpinBox*>(widgets[RowCycle]);
+            cycle->setSingleStep(kCycleStep);
+        });
     rowGrid->setColumnStretch(RowSave + 1, 1);
 
     m_lpEventsTitle = title();
@@ -235,14 +235,16 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
         QSpinBox* reg = spin(i, RowReg);
         QComboBox* prm = combo(i, RowPrm);
         m_rowBind[i]
-            .custom("prm", prm, ZOR_DataTypes::codes().first(),
-                    [prm] { return ZOR_DataTypes::captionList().currentCode(prm); },
-                    [prm](const QString& qsValue) {
-                        ZOR_DataTypes::captionList().selectOr(prm, qsValue, ZOR_DataTypes::codes().first());
-                    })
+            .custom(
+                "prm", prm, ZOR_DataTypes::codes().first(),
+                [prm] { return ZOR_DataTypes::captionList().currentCode(prm); },
+                [prm](const QString& qsValue) {
+                    ZOR_DataTypes::captionList().selectOr(prm, qsValue, ZOR_DataTypes::codes().first());
+                })
             .integer("addr", spin(i, RowAddr), 1)
-            .custom("reg", reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
-                    [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
+            .custom(
+                "reg", reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
+                [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
         m_rowBind[i]
             .numberCaption("cmd", combo(i, RowCmd), &registerTypeCaptions(), 1, 1)
             .numberCaption("ord", combo(i, RowOrd), &byteOrderCaptions(), 0, 0)
@@ -266,27 +268,27 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
 void ZOR_Form_Config_RS_Param_Mdbs::connectRow(int nIndex)
 {
     connect(m_rows.widgetAs<QCheckBox>(nIndex, RowOn), &QCheckBox::toggled, this,
-            [this, nIndex](bool bOn) { rowSwitched(nIndex, bOn); });
+        [this, nIndex](bool bOn) { rowSwitched(nIndex, bOn); });
     connect(spin(nIndex, RowAddr), QOverload<int>::of(&QSpinBox::valueChanged), this,
-            [this, nIndex] { rowAddressChanged(nIndex); });
+        [this, nIndex] { rowAddressChanged(nIndex); });
     connect(spin(nIndex, RowReg), QOverload<int>::of(&QSpinBox::valueChanged), this, [this, nIndex] {
         updateNumber(nIndex);
         rowAddressChanged(nIndex);
     });
     connect(combo(nIndex, RowCmd), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this, nIndex] { updateNumber(nIndex); });
+        [this, nIndex] { updateNumber(nIndex); });
     connect(spin(nIndex, RowNumber), QOverload<int>::of(&QSpinBox::valueChanged), this,
-            [this, nIndex] { numberChanged(nIndex); });
+        [this, nIndex] { numberChanged(nIndex); });
     connect(combo(nIndex, RowPrm), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this, nIndex] { rowDataTypeChanged(nIndex); });
+        [this, nIndex] { rowDataTypeChanged(nIndex); });
 }
 
 void ZOR_Form_Config_RS_Param_Mdbs::connectEvent(int nIndex)
 {
     connect(m_events.widgetAs<QCheckBox>(nIndex, EvOn), &QCheckBox::toggled, this,
-            [this, nIndex](bool bOn) { eventSwitched(nIndex, bOn); });
+        [this, nIndex](bool bOn) { eventSwitched(nIndex, bOn); });
     connect(eventCombo(nIndex, EvCond), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this, nIndex] { enableEventFields(nIndex); });
+        [this, nIndex] { enableEventFields(nIndex); });
 }
 
 QSpinBox* ZOR_Form_Config_RS_Param_Mdbs::spin(int nIndex, int nColumn) const
@@ -390,8 +392,8 @@ void ZOR_Form_Config_RS_Param_Mdbs::updateNumber(int nIndex)
 {
     if (m_bSyncing)
         return;
-    const int nNumber = registerNumber(spin(nIndex, RowReg)->value(),
-                                       registerTypeCaptions().currentCode(combo(nIndex, RowCmd)).toInt());
+    const int nNumber = registerNumber(
+        spin(nIndex, RowReg)->value(), registerTypeCaptions().currentCode(combo(nIndex, RowCmd)).toInt());
     m_bSyncing = true;
     spin(nIndex, RowNumber)->setValue(nNumber);
     m_bSyncing = false;
@@ -423,7 +425,7 @@ QString ZOR_Form_Config_RS_Param_Mdbs::composeLabel(int nIndex) const
 {
     return QStringLiteral("%1%2, %3 %4, %5 %6")
         .arg(glqsMbPreffix, QString::number(nIndex + 1), QString(), QString::number(spin(nIndex, RowAddr)->value()),
-             QString(), QString::number(spin(nIndex, RowReg)->value(), 16));
+            QString(), QString::number(spin(nIndex, RowReg)->value(), 16));
 }
 
 QString ZOR_Form_Config_RS_Param_Mdbs::dataCaption(int nIndex) const

@@ -132,7 +132,7 @@ void ZOR_Form_Config_Set_Kite3_Tab::wire(int nItem)
         connect(item.lpBox, &QCheckBox::toggled, this, [this, nItem] { slot_ItemChanged(nItem); });
     else
         connect(item.lpCount, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-                [this, nItem] { slot_ItemChanged(nItem); });
+            [this, nItem] { slot_ItemChanged(nItem); });
     if (item.nDefault > 0)
         showCount(m_items[nItem], item.nDefault);
 }

@@ -83,9 +83,7 @@ void ZOR_RowBuilder::build(QGridLayout* lpGrid, int nRows, RowCaption caption, i
                 w = box;
                 break;
             }
-            default:
-                w = new QLabel(parent);
-                break;
+            default: w = new QLabel(parent); break;
             }
             row.widgets.append(w);
             if (lpGrid)

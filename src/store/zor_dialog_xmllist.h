@@ -29,8 +29,9 @@ namespace Ui {
 class ZOR_Dialog_XmlList;
 }
 
-struct ZOR_XmlListField {
-    QString qsAttribute;  // attribute name in the file
+struct ZOR_XmlListField
+{
+    QString qsAttribute; // attribute name in the file
     QString qsCaptionKey; // language key of the column caption
 };
 
@@ -42,9 +43,8 @@ public:
     // A user's file larger than this is not read (and so kept aside).
     static constexpr qint64 nMaxFileBytes = ZOR_XmlListFile::nMaxFileBytes;
 
-    ZOR_Dialog_XmlList(const QString& qsFileSubPath, const QString& qsRootElement,
-                       const QString& qsRecordElement, const QVector<ZOR_XmlListField>& fields,
-                       QWidget* parent = nullptr);
+    ZOR_Dialog_XmlList(const QString& qsFileSubPath, const QString& qsRootElement, const QString& qsRecordElement,
+        const QVector<ZOR_XmlListField>& fields, QWidget* parent = nullptr);
     ~ZOR_Dialog_XmlList() override;
 
     // Clears the records and the tree and reads the default file, then the
@@ -85,17 +85,15 @@ public:
     // handling) goes through ask(): the buttons are given as texts and the
     // index of the pressed one is returned (-1 when closed otherwise). Tests
     // install an answerer so that nothing modal ever waits for a hand.
-    using Answerer = std::function<int(QMessageBox::Icon, const QString& qsTitle,
-                                       const QString& qsText, const QStringList& buttons)>;
-    static int ask(QWidget* parent, QMessageBox::Icon icon, const QString& qsTitle,
-                   const QString& qsText, const QStringList& buttons);
+    using Answerer = std::function<int(
+        QMessageBox::Icon, const QString& qsTitle, const QString& qsText, const QStringList& buttons)>;
+    static int ask(QWidget* parent, QMessageBox::Icon icon, const QString& qsTitle, const QString& qsText,
+        const QStringList& buttons);
     static void setAnswerer(const Answerer& answerer);
     // The same for a line of text: false when cancelled, else qsValue holds
     // the text entered (it comes in as the proposal).
-    using TextAnswerer = std::function<bool(const QString& qsTitle, const QString& qsLabel,
-                                            QString& qsValue)>;
-    static bool askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel,
-                        QString& qsValue);
+    using TextAnswerer = std::function<bool(const QString& qsTitle, const QString& qsLabel, QString& qsValue)>;
+    static bool askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel, QString& qsValue);
     static void setTextAnswerer(const TextAnswerer& answerer);
 
 public slots:
@@ -132,7 +130,8 @@ protected:
 
     // Language keys of the window title and the buttons; a subclass with
     // texts of its own sets them before translateForm() runs.
-    struct CaptionKeys {
+    struct CaptionKeys
+    {
         const char* lpTitle = "lst_001";
         const char* lpSave = "lst_002";
         const char* lpCancel = "lst_003";
