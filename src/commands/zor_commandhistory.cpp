@@ -8,7 +8,7 @@
 #include <QSaveFile>
 
 ZOR_CommandHistory::ZOR_CommandHistory(int nMaxEntries)
-    : nMax(qMax(1, nMaxEntries))
+    : m_nMax(qMax(1, nMaxEntries))
 {
 }
 
@@ -18,21 +18,21 @@ void ZOR_CommandHistory::add(const QString& qsCommand)
     // A line end would split the entry in the file.
     if (qsCommand.isEmpty() || qsCommand.contains(QLatin1Char('\n')) || qsCommand.contains(QLatin1Char('\r')))
         return;
-    lsEntries.removeAll(qsCommand);
-    lsEntries << qsCommand;
-    while (lsEntries.size() > nMax)
-        lsEntries.removeFirst();
+    m_lsEntries.removeAll(qsCommand);
+    m_lsEntries << qsCommand;
+    while (m_lsEntries.size() > m_nMax)
+        m_lsEntries.removeFirst();
 }
 
 bool ZOR_CommandHistory::older(const QString& qsEditedNow, QString& qsOut)
 {
-    if (nPosition == 0 || lsEntries.isEmpty())
+    if (nPosition == 0 || m_lsEntries.isEmpty())
         return false;
     if (nPosition < 0) {
-        qsEdited = qsEditedNow;
-        nPosition = lsEntries.size();
+        m_qsEdited = qsEditedNow;
+        nPosition = m_lsEntries.size();
     }
-    qsOut = lsEntries.at(--nPosition);
+    qsOut = m_lsEntries.at(--nPosition);
     return true;
 }
 
@@ -40,11 +40,11 @@ bool ZOR_CommandHistory::newer(QString& qsOut)
 {
     if (nPosition < 0)
         return false;
-    if (++nPosition >= lsEntries.size()) {
+    if (++nPosition >= m_lsEntries.size()) {
         nPosition = -1;
-        qsOut = qsEdited;
+        qsOut = m_qsEdited;
     } else {
-        qsOut = lsEntries.at(nPosition);
+        qsOut = m_lsEntries.at(nPosition);
     }
     return true;
 }
@@ -54,7 +54,7 @@ bool ZOR_CommandHistory::restore(QString& qsOut)
     if (nPosition < 0)
         return false;
     nPosition = -1;
-    qsOut = qsEdited;
+    qsOut = m_qsEdited;
     return true;
 }
 
@@ -66,12 +66,12 @@ QString ZOR_CommandHistory::defaultPath()
 bool ZOR_CommandHistory::load(const QString& qsPath)
 {
     stopBrowsing();
-    lsEntries.clear();
+    m_lsEntries.clear();
     QFile file(qsPath);
     if (!file.exists())
         return true;
     if (!file.open(QIODevice::ReadOnly)) {
-        qsError = file.errorString();
+        m_qsError = file.errorString();
         return false;
     }
     for (const QByteArray& line : file.readAll().split('\n')) {
@@ -87,15 +87,15 @@ bool ZOR_CommandHistory::save(const QString& qsPath)
     QDir().mkpath(QFileInfo(qsPath).absolutePath());
     QSaveFile file(qsPath);
     if (!file.open(QIODevice::WriteOnly)) {
-        qsError = file.errorString();
+        m_qsError = file.errorString();
         return false;
     }
     QByteArray content;
-    for (const QString& qsEntry : lsEntries)
+    for (const QString& qsEntry : m_lsEntries)
         content += qsEntry.toUtf8() + '\n';
     file.write(content);
     if (!file.commit()) {
-        qsError = file.errorString();
+        m_qsError = file.errorString();
         return false;
     }
     return true;

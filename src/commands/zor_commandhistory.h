@@ -17,7 +17,7 @@ public:
     // A sent command becomes the newest entry (an equal older one moves up)
     // and browsing starts again from the edited line.
     void add(const QString& qsCommand);
-    QStringList entries() const { return lsEntries; }
+    QStringList entries() const { return m_lsEntries; }
 
     // Up: the next older entry; qsEdited is the line as it stands, kept the
     // first time. False when there is nothing older.
@@ -31,16 +31,16 @@ public:
 
     bool load(const QString& qsPath);
     bool save(const QString& qsPath);
-    QString errorString() const { return qsError; }
+    QString errorString() const { return m_qsError; }
     // <appUserDataDirectory()>/Localization/Temp/commands_history.txt
     static QString defaultPath();
 
 private:
-    QStringList lsEntries;
-    int nMax;
+    QStringList m_lsEntries;
+    int m_nMax;
     int nPosition = -1; // index into lsEntries while browsing
-    QString qsEdited;
-    QString qsError;
+    QString m_qsEdited;
+    QString m_qsError;
 };
 
 #endif

@@ -20,49 +20,49 @@ QString ZOR_ConsoleLogFile::rotatedName(const QString& qsPath, int n)
 bool ZOR_ConsoleLogFile::start(const QString& qsFile)
 {
     stop();
-    qsPath = qsFile;
-    qsError.clear();
+    m_qsPath = qsFile;
+    m_qsError.clear();
     // The log writer tells nothing of a file it cannot open: try it first.
-    QFile probe(qsPath);
+    QFile probe(m_qsPath);
     if (!probe.open(QIODevice::WriteOnly | QIODevice::Append)) {
-        qsError = probe.errorString();
+        m_qsError = probe.errorString();
         return false;
     }
     const bool bOld = probe.size() > 0;
     probe.close();
     if (bOld && !rotate())
         return false;
-    if (!lpFile)
-        lpFile.reset(new ZOR_LogBinFile(qsPath));
+    if (!m_lpFile)
+        m_lpFile.reset(new ZOR_LogBinFile(m_qsPath));
     return true;
 }
 
 void ZOR_ConsoleLogFile::stop()
 {
-    lpFile.reset();
+    m_lpFile.reset();
 }
 
 // The current file becomes <file>.1 and a new one is begun.
 bool ZOR_ConsoleLogFile::rotate()
 {
-    lpFile.reset();
-    QFile::remove(rotatedName(qsPath, nKeptFiles));
-    for (int n = nKeptFiles - 1; n >= 1; --n) {
-        if (QFile::exists(rotatedName(qsPath, n)))
-            QFile::rename(rotatedName(qsPath, n), rotatedName(qsPath, n + 1));
+    m_lpFile.reset();
+    QFile::remove(rotatedName(m_qsPath, m_nKeptFiles));
+    for (int n = m_nKeptFiles - 1; n >= 1; --n) {
+        if (QFile::exists(rotatedName(m_qsPath, n)))
+            QFile::rename(rotatedName(m_qsPath, n), rotatedName(m_qsPath, n + 1));
     }
-    QFile current(qsPath);
-    if (!current.rename(rotatedName(qsPath, 1))) {
-        qsError = current.errorString();
+    QFile current(m_qsPath);
+    if (!current.rename(rotatedName(m_qsPath, 1))) {
+        m_qsError = current.errorString();
         return false;
     }
-    lpFile.reset(new ZOR_LogBinFile(qsPath));
+    m_lpFile.reset(new ZOR_LogBinFile(m_qsPath));
     return true;
 }
 
 void ZOR_ConsoleLogFile::append(int direction, const QByteArray& data)
 {
-    if (!lpFile)
+    if (!m_lpFile)
         return;
     QString qsEntry;
     if (direction == 0 || direction == 1) {
@@ -80,7 +80,7 @@ void ZOR_ConsoleLogFile::append(int direction, const QByteArray& data)
             qsEntry += static_cast<unsigned char>(c) >= 32 && static_cast<unsigned char>(c) < 127 ? QLatin1Char(c)
                                                                                                   : QLatin1Char('.');
     }
-    lpFile->setLogStr(qsEntry);
-    if (QFileInfo(qsPath).size() >= nMaxBytes && !rotate())
-        lpFile.reset();
+    m_lpFile->setLogStr(qsEntry);
+    if (QFileInfo(m_qsPath).size() >= m_nMaxBytes && !rotate())
+        m_lpFile.reset();
 }

@@ -31,14 +31,14 @@ public:
     // False with errorString() when the file cannot be written.
     bool start(const QString& qsPath);
     void stop();
-    bool isActive() const { return bool(lpFile); }
-    QString fileName() const { return qsPath; }
-    QString errorString() const { return qsError; }
+    bool isActive() const { return bool(m_lpFile); }
+    QString fileName() const { return m_qsPath; }
+    QString errorString() const { return m_qsError; }
 
-    void setMaxBytes(qint64 nBytes) { nMaxBytes = qMax<qint64>(1, nBytes); }
-    qint64 maxBytes() const { return nMaxBytes; }
-    void setKeptFiles(int nFiles) { nKeptFiles = qMax(1, nFiles); }
-    int keptFiles() const { return nKeptFiles; }
+    void setMaxBytes(qint64 nBytes) { m_nMaxBytes = qMax<qint64>(1, nBytes); }
+    qint64 maxBytes() const { return m_nMaxBytes; }
+    void setKeptFiles(int nFiles) { m_nKeptFiles = qMax(1, nFiles); }
+    int keptFiles() const { return m_nKeptFiles; }
 
     // direction: 0 sent, 1 received, anything else a row of text.
     void append(int direction, const QByteArray& data);
@@ -48,11 +48,11 @@ public:
 private:
     bool rotate();
 
-    std::unique_ptr<ZOR_LogBinFile> lpFile;
-    QString qsPath;
-    QString qsError;
-    qint64 nMaxBytes = nDefaultMaxBytes;
-    int nKeptFiles = nDefaultKeptFiles;
+    std::unique_ptr<ZOR_LogBinFile> m_lpFile;
+    QString m_qsPath;
+    QString m_qsError;
+    qint64 m_nMaxBytes = nDefaultMaxBytes;
+    int m_nKeptFiles = nDefaultKeptFiles;
 };
 
 #endif

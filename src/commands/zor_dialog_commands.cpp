@@ -71,19 +71,19 @@ ZOR_Dialog_Commands::ZOR_Dialog_Commands(QWidget* parent)
 
 ZOR_Dialog_Commands::~ZOR_Dialog_Commands()
 {
-    qDeleteAll(vCommands);
+    qDeleteAll(m_vCommands);
 }
 
 void ZOR_Dialog_Commands::getListCommandsName(QStringList& list) const
 {
     list << zorTr(QStringLiteral("mdln_041"));
-    for (const ZOR_Command* command : vCommands)
+    for (const ZOR_Command* command : m_vCommands)
         list << command->getName();
 }
 
 ZOR_Command* ZOR_Dialog_Commands::getCommand4Name(const QString& qsName) const
 {
-    for (ZOR_Command* command : vCommands) {
+    for (ZOR_Command* command : m_vCommands) {
         if (command->getName() == qsName)
             return command;
     }
@@ -92,7 +92,7 @@ ZOR_Command* ZOR_Dialog_Commands::getCommand4Name(const QString& qsName) const
 
 ZOR_Command* ZOR_Dialog_Commands::getCommand4Command(const QString& qsCommand) const
 {
-    for (ZOR_Command* command : vCommands) {
+    for (ZOR_Command* command : m_vCommands) {
         if (command->getCommand() == qsCommand)
             return command;
     }
@@ -107,7 +107,7 @@ bool ZOR_Dialog_Commands::isUniqueName(const QString& qsName) const
 int ZOR_Dialog_Commands::getTitleCount(const QString& qsPrefix) const
 {
     int nLargest = 0;
-    for (const ZOR_Command* command : vCommands) {
+    for (const ZOR_Command* command : m_vCommands) {
         const QString qsName = command->getName();
         if (!qsName.startsWith(qsPrefix))
             continue;
@@ -135,7 +135,7 @@ QString ZOR_Dialog_Commands::getNameNewCommand() const
 
 bool ZOR_Dialog_Commands::setNewCommand(const QString& qsName, const QString& qsCommand)
 {
-    vCommands << new ZOR_Command(qsName, qsCommand);
+    m_vCommands << new ZOR_Command(qsName, qsCommand);
     return commitChange();
 }
 
@@ -147,7 +147,7 @@ bool ZOR_Dialog_Commands::updateCommand(const QString& qsName, const QString& qs
     if (command)
         command->setCommand(qsCommand);
     else
-        vCommands << new ZOR_Command(qsName, qsCommand);
+        m_vCommands << new ZOR_Command(qsName, qsCommand);
     return commitChange();
 }
 
@@ -209,7 +209,7 @@ bool ZOR_Dialog_Commands::commitChange()
 bool ZOR_Dialog_Commands::writeFileList()
 {
     QList<QStringList> records;
-    for (const ZOR_Command* command : vCommands) {
+    for (const ZOR_Command* command : m_vCommands) {
         if (!command->isDefault())
             records << QStringList{command->getName(), command->getCommand()};
     }
@@ -219,7 +219,7 @@ bool ZOR_Dialog_Commands::writeFileList()
 void ZOR_Dialog_Commands::fillTree()
 {
     clearTree();
-    for (const ZOR_Command* command : vCommands)
+    for (const ZOR_Command* command : m_vCommands)
         addTreeRow({command->getName(), command->getCommand()}, command->isDefault());
 }
 
@@ -249,25 +249,25 @@ void ZOR_Dialog_Commands::appendRecord(const QStringList& fields, bool isDefault
     auto* command = new ZOR_Command(fields.value(0), fields.value(1));
     command->setDefault(isDefault);
     if (isDefault) {
-        if (!bConfirmNamesRead) {
+        if (!m_bConfirmNamesRead) {
             bool bOk = false;
             const ZOR_XmlListFile file(QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
                 {QStringLiteral("name"), QStringLiteral("confirm")});
             for (const QStringList& record : file.read(defaultFilePath(), bOk)) {
                 if (record.value(1) == QLatin1String("1"))
-                    confirmNames.insert(record.value(0));
+                    m_confirmNames.insert(record.value(0));
             }
-            bConfirmNamesRead = true;
+            m_bConfirmNamesRead = true;
         }
-        command->setConfirm(confirmNames.contains(command->getName()));
+        command->setConfirm(m_confirmNames.contains(command->getName()));
     }
-    vCommands << command;
+    m_vCommands << command;
 }
 
 void ZOR_Dialog_Commands::clearRecords()
 {
-    qDeleteAll(vCommands);
-    vCommands.clear();
-    confirmNames.clear();
-    bConfirmNamesRead = false;
+    qDeleteAll(m_vCommands);
+    m_vCommands.clear();
+    m_confirmNames.clear();
+    m_bConfirmNamesRead = false;
 }

@@ -47,7 +47,7 @@ public:
     // command's name sends the user back to choose another.
     QString saveCommandAs(QWidget* parent, const QString& qsCommand);
 
-    const QVector<ZOR_Command*>& commands() const { return vCommands; }
+    const QVector<ZOR_Command*>& commands() const { return m_vCommands; }
 
 signals:
     void signal_ListCommands_Change();
@@ -65,10 +65,10 @@ private:
     bool commitChange();
     void fillTree();
 
-    QVector<ZOR_Command*> vCommands;
+    QVector<ZOR_Command*> m_vCommands;
     // Names of the shipped commands marked confirm="1", read with the list.
-    QSet<QString> confirmNames;
-    bool bConfirmNamesRead = false;
+    QSet<QString> m_confirmNames;
+    bool m_bConfirmNamesRead = false;
 };
 
 #endif

@@ -38,7 +38,7 @@ ZOR_Form_Commands::ZOR_Form_Commands(QWidget* parent)
 
 ZOR_Form_Commands::~ZOR_Form_Commands()
 {
-    delete lpHistory;
+    delete m_lpHistory;
     delete ui;
 }
 
@@ -69,11 +69,11 @@ void ZOR_Form_Commands::initForm()
 
     ui->toolButton_ListCommands_Edit->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/edit.png")));
     ui->toolButton_ListCommands_Add->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/add.png")));
-    actionSave = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save.png")), QString(), this);
-    actionSaveAs = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save_as.png")), QString(), this);
+    m_actionSave = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save.png")), QString(), this);
+    m_actionSaveAs = new QAction(QIcon(QStringLiteral(":/Pic/Resources/Image/save_as.png")), QString(), this);
     auto* menu = new QMenu(this);
-    menu->addAction(actionSave);
-    menu->addAction(actionSaveAs);
+    menu->addAction(m_actionSave);
+    menu->addAction(m_actionSaveAs);
     ui->toolButton_ListCommands_Add->setMenu(menu);
 
     initFixedCommands();
@@ -87,16 +87,16 @@ void ZOR_Form_Commands::initForm()
         button->setDefault(false);
     }
     connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any, &QAbstractButton::click);
-    lpHistory = new ZOR_CommandHistory;
-    if (!lpHistory->load(ZOR_CommandHistory::defaultPath())) {
+    m_lpHistory = new ZOR_CommandHistory;
+    if (!m_lpHistory->load(ZOR_CommandHistory::defaultPath())) {
         // A history that is there but cannot be read is not written over.
-        bHistoryKept = false;
-        tellPathFault(QStringLiteral("path_002"), ZOR_CommandHistory::defaultPath(), lpHistory->errorString());
+        m_bHistoryKept = false;
+        tellPathFault(QStringLiteral("path_002"), ZOR_CommandHistory::defaultPath(), m_lpHistory->errorString());
     }
     ui->lineEdit_Cmd_Any->installEventFilter(this);
 
-    timerRepeat = new QTimer(this);
-    connect(timerRepeat, &QTimer::timeout, this, &ZOR_Form_Commands::sendRepeated);
+    m_timerRepeat = new QTimer(this);
+    connect(m_timerRepeat, &QTimer::timeout, this, &ZOR_Form_Commands::sendRepeated);
     connect(ui->checkBox_Repeat, &QAbstractButton::toggled, this, &ZOR_Form_Commands::slot_toggled_CheckBox_Repeat);
     ui->spinBox_RepeatCount->setSpecialValueText(QStringLiteral("∞"));
 
@@ -108,12 +108,12 @@ void ZOR_Form_Commands::initForm()
     connect(ui->comboBox_ListCommands, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
         &ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands);
     connect(ui->lineEdit_Cmd_Any, &QLineEdit::textChanged, this, &ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any);
-    connect(actionSave, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_Save);
-    connect(actionSaveAs, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_SaveAs);
+    connect(m_actionSave, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_Save);
+    connect(m_actionSaveAs, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_SaveAs);
     connect(ui->toolButton_ListCommands_Edit, &QAbstractButton::clicked, this,
         &ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit);
-    lpDialogCommands = new ZOR_Dialog_Commands(this);
-    connect(lpDialogCommands, &ZOR_Dialog_Commands::signal_ListCommands_Change, this,
+    m_lpDialogCommands = new ZOR_Dialog_Commands(this);
+    connect(m_lpDialogCommands, &ZOR_Dialog_Commands::signal_ListCommands_Change, this,
         &ZOR_Form_Commands::slot_ListCommands_Change);
 
     connect(this, &QDialog::finished, this, &ZOR_Form_Commands::slot_finished_Form);
@@ -161,8 +161,8 @@ void ZOR_Form_Commands::initFixedCommands()
 void ZOR_Form_Commands::translateForm()
 {
     const bool bRavel = lpGlobalLib && lpGlobalLib->getConfiguratorMode() == kRavelMode;
-    qsWindowTitle = zorTr(QLatin1String(bRavel ? "mdln_002" : "mdln_001"));
-    setWindowTitle(qsWindowTitle);
+    m_qsWindowTitle = zorTr(QLatin1String(bRavel ? "mdln_002" : "mdln_001"));
+    setWindowTitle(m_qsWindowTitle);
 
     const std::pair<QAbstractButton*, const char*> buttons[] = {
         {ui->pushButton_Send_Cmd_Any, "cons_001"},
@@ -213,15 +213,15 @@ void ZOR_Form_Commands::translateForm()
     // The shipped list has a file per language; a change rereads it and
     // refills the combo box through the list-change signal, which empties
     // the command line: a line typed but not sent stays as it was.
-    if (lpDialogCommands) {
+    if (m_lpDialogCommands) {
         const QString qsLine = ui->lineEdit_Cmd_Any->text();
-        lpDialogCommands->translateForm();
-        lpDialogCommands->reloadIfLanguageChanged();
+        m_lpDialogCommands->translateForm();
+        m_lpDialogCommands->reloadIfLanguageChanged();
         if (ui->lineEdit_Cmd_Any->text() != qsLine)
             ui->lineEdit_Cmd_Any->setText(qsLine);
     }
-    actionSave->setText(zorTr(QLatin1String(ui->comboBox_ListCommands->currentIndex() > 0 ? "wrd_039" : "wrd_038")));
-    actionSaveAs->setText(zorTr(QStringLiteral("wrd_042")));
+    m_actionSave->setText(zorTr(QLatin1String(ui->comboBox_ListCommands->currentIndex() > 0 ? "wrd_039" : "wrd_038")));
+    m_actionSaveAs->setText(zorTr(QStringLiteral("wrd_042")));
 }
 
 // The send button and the RAVEL commands work only while a terminal is
@@ -229,7 +229,7 @@ void ZOR_Form_Commands::translateForm()
 // the macros stay usable; what they send then is logged as not sent.
 void ZOR_Form_Commands::setSendEnabled(bool bEnabled)
 {
-    bConnected = bEnabled;
+    m_bConnected = bEnabled;
     ui->pushButton_Send_Cmd_Any->setEnabled(bEnabled);
     ui->groupBox_Ravel->setEnabled(bEnabled);
     if (!bEnabled)
@@ -245,7 +245,7 @@ void ZOR_Form_Commands::sendCommand(const QByteArray& bytes)
     setData(ZOR_Model_Log::DirectionOut, bytes);
     if (lpGlobalLib)
         lpGlobalLib->sendMessageToDevice(bytes);
-    if (!bConnected || !lpGlobalLib) {
+    if (!m_bConnected || !lpGlobalLib) {
         setData(-1, QByteArrayLiteral("NOT SENT"));
         ui->widget_Log->showNotice(QStringLiteral("cons_055"));
     } else {
@@ -261,30 +261,30 @@ void ZOR_Form_Commands::sendFreeCommand()
     if (!confirmSend(qsLine))
         return;
     if (ui->checkBox_Repeat->isChecked() && !qsLine.isEmpty()) {
-        qsRepeatCommand = qsLine;
+        m_qsRepeatCommand = qsLine;
         startRepeat(ui->spinBox_RepeatPeriod->value(), ui->spinBox_RepeatCount->value());
     } else {
         sendCommand(getUniCommand(qsLine));
     }
     if (qsLine.isEmpty())
         return;
-    lpHistory->add(qsLine);
+    m_lpHistory->add(qsLine);
     saveHistory();
     ui->lineEdit_Cmd_Any->clear();
 }
 
 void ZOR_Form_Commands::saveHistory()
 {
-    if (!bHistoryKept)
+    if (!m_bHistoryKept)
         return;
     const QString qsPath = ZOR_CommandHistory::defaultPath();
-    if (lpHistory->save(qsPath)) {
-        bHistoryFailureTold = false;
-    } else if (!bHistoryFailureTold) {
+    if (m_lpHistory->save(qsPath)) {
+        m_bHistoryFailureTold = false;
+    } else if (!m_bHistoryFailureTold) {
         // Said once until a save works again, not after every command; the
         // history stays whole in memory meanwhile.
-        bHistoryFailureTold = true;
-        tellPathFault(QStringLiteral("path_001"), qsPath, lpHistory->errorString());
+        m_bHistoryFailureTold = true;
+        tellPathFault(QStringLiteral("path_001"), qsPath, m_lpHistory->errorString());
     }
 }
 
@@ -298,7 +298,7 @@ void ZOR_Form_Commands::tellPathFault(const QString& qsKey, const QString& qsPat
 // settings; those are sent only when the user says so.
 bool ZOR_Form_Commands::confirmSend(const QString& qsCommand)
 {
-    const ZOR_Command* command = lpDialogCommands->getCommand4Command(qsCommand);
+    const ZOR_Command* command = m_lpDialogCommands->getCommand4Command(qsCommand);
     if (!command || !command->needsConfirm())
         return true;
     const QString qsText = zorTr(QStringLiteral("cons_066")).arg(qsCommand, command->getName());
@@ -309,46 +309,46 @@ bool ZOR_Form_Commands::confirmSend(const QString& qsCommand)
 
 void ZOR_Form_Commands::startRepeat(int nPeriodMs, int nCount)
 {
-    if (qsRepeatCommand.isEmpty())
-        qsRepeatCommand = ui->lineEdit_Cmd_Any->text();
-    nRepeatCount = qMax(0, nCount);
-    nRepeatSent = 0;
-    timerRepeat->start(qMax(1, nPeriodMs));
+    if (m_qsRepeatCommand.isEmpty())
+        m_qsRepeatCommand = ui->lineEdit_Cmd_Any->text();
+    m_nRepeatCount = qMax(0, nCount);
+    m_nRepeatSent = 0;
+    m_timerRepeat->start(qMax(1, nPeriodMs));
     sendRepeated();
 }
 
 void ZOR_Form_Commands::stopRepeat()
 {
-    timerRepeat->stop();
-    qsRepeatCommand.clear();
+    m_timerRepeat->stop();
+    m_qsRepeatCommand.clear();
     updateRepeatStatus();
 }
 
 bool ZOR_Form_Commands::isRepeating() const
 {
-    return timerRepeat->isActive();
+    return m_timerRepeat->isActive();
 }
 
 void ZOR_Form_Commands::sendRepeated()
 {
-    sendCommand(getUniCommand(qsRepeatCommand));
-    ++nRepeatSent;
-    if (nRepeatCount > 0 && nRepeatSent >= nRepeatCount) {
-        timerRepeat->stop();
-        qsRepeatCommand.clear();
+    sendCommand(getUniCommand(m_qsRepeatCommand));
+    ++m_nRepeatSent;
+    if (m_nRepeatCount > 0 && m_nRepeatSent >= m_nRepeatCount) {
+        m_timerRepeat->stop();
+        m_qsRepeatCommand.clear();
     }
     updateRepeatStatus();
 }
 
 void ZOR_Form_Commands::updateRepeatStatus()
 {
-    if (nRepeatSent == 0) {
+    if (m_nRepeatSent == 0) {
         ui->label_RepeatStatus->clear();
         return;
     }
-    ui->label_RepeatStatus->setText(nRepeatCount > 0
-            ? zorTr(QStringLiteral("cons_059")).arg(nRepeatSent).arg(nRepeatCount)
-            : zorTr(QStringLiteral("cons_060")).arg(nRepeatSent));
+    ui->label_RepeatStatus->setText(m_nRepeatCount > 0
+            ? zorTr(QStringLiteral("cons_059")).arg(m_nRepeatSent).arg(m_nRepeatCount)
+            : zorTr(QStringLiteral("cons_060")).arg(m_nRepeatSent));
 }
 
 void ZOR_Form_Commands::slot_toggled_CheckBox_Repeat(bool bChecked)
@@ -363,7 +363,7 @@ void ZOR_Form_Commands::fillMacroButtons()
     QLayout* layout = ui->widget_Macros->layout();
     for (QToolButton* button : ui->widget_Macros->findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly))
         delete button;
-    for (const ZOR_Command* command : lpDialogCommands->commands()) {
+    for (const ZOR_Command* command : m_lpDialogCommands->commands()) {
         auto* button = new QToolButton(ui->widget_Macros);
         button->setText(command->getName());
         button->setToolTip(command->getCommand());
@@ -374,7 +374,7 @@ void ZOR_Form_Commands::fillMacroButtons()
         });
         layout->addWidget(button);
     }
-    ui->scrollArea_Macros->setVisible(!lpDialogCommands->commands().isEmpty());
+    ui->scrollArea_Macros->setVisible(!m_lpDialogCommands->commands().isEmpty());
     ui->scrollArea_Macros->setFixedHeight(
         ui->widget_Macros->sizeHint().height() + ui->scrollArea_Macros->horizontalScrollBar()->sizeHint().height());
 }
@@ -464,10 +464,10 @@ bool ZOR_Form_Commands::commandLineKey(int nKey)
     QString qsText;
     bool bShow = false;
     switch (nKey) {
-    case Qt::Key_Up: bShow = lpHistory->older(ui->lineEdit_Cmd_Any->text(), qsText); break;
-    case Qt::Key_Down: bShow = lpHistory->newer(qsText); break;
+    case Qt::Key_Up: bShow = m_lpHistory->older(ui->lineEdit_Cmd_Any->text(), qsText); break;
+    case Qt::Key_Down: bShow = m_lpHistory->newer(qsText); break;
     case Qt::Key_Escape:
-        if (lpHistory->restore(qsText))
+        if (m_lpHistory->restore(qsText))
             ui->lineEdit_Cmd_Any->setText(qsText);
         return true;
     default: return false;
@@ -575,17 +575,17 @@ void ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands(int index
 void ZOR_Form_Commands::setParamCommandType(const QString& qsName)
 {
     const bool bSaved = ui->comboBox_ListCommands->currentIndex() > 0;
-    actionSave->setText(zorTr(QLatin1String(bSaved ? "wrd_039" : "wrd_038")));
-    actionSaveAs->setEnabled(bSaved);
+    m_actionSave->setText(zorTr(QLatin1String(bSaved ? "wrd_039" : "wrd_038")));
+    m_actionSaveAs->setEnabled(bSaved);
     const QString qsText = bSaved ? savedCommandText(qsName) : QString();
-    qsLoadedCommand = qsText;
+    m_qsLoadedCommand = qsText;
     ui->lineEdit_Cmd_Any->setText(qsText);
     ui->toolButton_ListCommands_Add->setEnabled(false);
 }
 
 void ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any(const QString& text)
 {
-    ui->toolButton_ListCommands_Add->setEnabled(text != qsLoadedCommand);
+    ui->toolButton_ListCommands_Add->setEnabled(text != m_qsLoadedCommand);
 }
 
 void ZOR_Form_Commands::setTypeCommandType(const QString& qsText)
@@ -606,20 +606,20 @@ void ZOR_Form_Commands::setTypeCommandType(const QString& qsText)
 
 QString ZOR_Form_Commands::savedCommandText(const QString& qsName) const
 {
-    const ZOR_Command* command = lpDialogCommands->getCommand4Name(qsName);
+    const ZOR_Command* command = m_lpDialogCommands->getCommand4Name(qsName);
     return command ? command->getCommand() : QString();
 }
 
 QString ZOR_Form_Commands::savedCommandName(const QString& qsText) const
 {
-    const ZOR_Command* command = lpDialogCommands->getCommand4Command(qsText);
+    const ZOR_Command* command = m_lpDialogCommands->getCommand4Command(qsText);
     return command ? command->getName() : QString();
 }
 
 void ZOR_Form_Commands::slot_ListCommands_Change()
 {
     QStringList names;
-    lpDialogCommands->getListCommandsName(names);
+    m_lpDialogCommands->getListCommandsName(names);
     names.removeFirst(); // the free-command entry, which setListCommands adds itself
     setListCommands(names);
     fillMacroButtons();
@@ -648,8 +648,8 @@ void ZOR_Form_Commands::slot_triggered_Action_Save()
         saveCommandAsNew();
         return;
     }
-    selectSavedCommand(
-        lpDialogCommands->saveCommand(this, ui->comboBox_ListCommands->itemText(index), ui->lineEdit_Cmd_Any->text()));
+    selectSavedCommand(m_lpDialogCommands->saveCommand(
+        this, ui->comboBox_ListCommands->itemText(index), ui->lineEdit_Cmd_Any->text()));
 }
 
 void ZOR_Form_Commands::slot_triggered_Action_SaveAs()
@@ -659,10 +659,10 @@ void ZOR_Form_Commands::slot_triggered_Action_SaveAs()
 
 void ZOR_Form_Commands::saveCommandAsNew()
 {
-    selectSavedCommand(lpDialogCommands->saveCommandAs(this, ui->lineEdit_Cmd_Any->text()));
+    selectSavedCommand(m_lpDialogCommands->saveCommandAs(this, ui->lineEdit_Cmd_Any->text()));
 }
 
 void ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit()
 {
-    lpDialogCommands->showForm();
+    m_lpDialogCommands->showForm();
 }

@@ -35,11 +35,11 @@ public:
     void showForm();
     void initForm();
     void translateForm();
-    QString getWindowTitle() const { return qsWindowTitle; }
+    QString getWindowTitle() const { return m_qsWindowTitle; }
 
     void deviceConnect();
     void deviceDisconnect();
-    bool isDeviceConnected() const { return bConnected; }
+    bool isDeviceConnected() const { return m_bConnected; }
     void deviceReceive(QByteArray* data);
     void deviceReceive(const QString& text);
 
@@ -64,12 +64,12 @@ public:
     void startRepeat(int nPeriodMs, int nCount);
     void stopRepeat();
     bool isRepeating() const;
-    int repeatSentCount() const { return nRepeatSent; }
+    int repeatSentCount() const { return m_nRepeatSent; }
 
     ZOR_Model_Log* logModel() const;
     ZOR_Widget_Log* logWidget() const;
-    ZOR_CommandHistory* commandHistory() const { return lpHistory; }
-    ZOR_Dialog_Commands* dialogCommands() const { return lpDialogCommands; }
+    ZOR_CommandHistory* commandHistory() const { return m_lpHistory; }
+    ZOR_Dialog_Commands* dialogCommands() const { return m_lpDialogCommands; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -113,21 +113,21 @@ private:
     void selectSavedCommand(const QString& qsName);
 
     Ui::ZOR_Form_Commands* ui;
-    ZOR_Dialog_Commands* lpDialogCommands = nullptr;
-    QAction* actionSave = nullptr;
-    QAction* actionSaveAs = nullptr;
-    QString qsLoadedCommand;
-    QString qsWindowTitle;
-    ZOR_CommandHistory* lpHistory = nullptr;
+    ZOR_Dialog_Commands* m_lpDialogCommands = nullptr;
+    QAction* m_actionSave = nullptr;
+    QAction* m_actionSaveAs = nullptr;
+    QString m_qsLoadedCommand;
+    QString m_qsWindowTitle;
+    ZOR_CommandHistory* m_lpHistory = nullptr;
     // The history file could be read (false: it is left as it is); a failed
     // save was told.
-    bool bHistoryKept = true;
-    bool bHistoryFailureTold = false;
-    bool bConnected = false;
-    QTimer* timerRepeat = nullptr;
-    QString qsRepeatCommand;
-    int nRepeatCount = 0;
-    int nRepeatSent = 0;
+    bool m_bHistoryKept = true;
+    bool m_bHistoryFailureTold = false;
+    bool m_bConnected = false;
+    QTimer* m_timerRepeat = nullptr;
+    QString m_qsRepeatCommand;
+    int m_nRepeatCount = 0;
+    int m_nRepeatSent = 0;
 };
 
 #endif

@@ -99,17 +99,17 @@ QString csvField(const QString& qsField)
 
 ZOR_Model_Log::ZOR_Model_Log(QObject* parent)
     : QAbstractTableModel(parent)
-    , rowFont(QStringLiteral("Courier"))
+    , m_rowFont(QStringLiteral("Courier"))
 {
     // Where there is no Courier, a fixed-pitch face keeps the columns of
     // times and hex readable.
-    rowFont.setStyleHint(QFont::TypeWriter);
-    rowFont.setFixedPitch(true);
+    m_rowFont.setStyleHint(QFont::TypeWriter);
+    m_rowFont.setFixedPitch(true);
 }
 
 ZOR_Model_Log::~ZOR_Model_Log()
 {
-    for (const Chunk& chunk : chunks)
+    for (const Chunk& chunk : m_chunks)
         std::free(chunk.data);
 }
 
@@ -118,22 +118,22 @@ ZOR_Model_Log::~ZOR_Model_Log()
 // what it holds, so no chunk keeps a tail of unused capacity.
 char* ZOR_Model_Log::reserveBytes(int nSize, qint64 nTime)
 {
-    if (!chunks.empty() && chunks.back().nCapacity - chunks.back().nUsed >= nSize
-        && nTime - chunks.back().nBaseTime >= INT_MIN && nTime - chunks.back().nBaseTime <= INT_MAX)
-        return chunks.back().data + chunks.back().nUsed;
-    if (!chunks.empty() && chunks.back().nUsed < chunks.back().nCapacity) {
-        Chunk& last = chunks.back();
+    if (!m_chunks.empty() && m_chunks.back().nCapacity - m_chunks.back().nUsed >= nSize
+        && nTime - m_chunks.back().nBaseTime >= INT_MIN && nTime - m_chunks.back().nBaseTime <= INT_MAX)
+        return m_chunks.back().data + m_chunks.back().nUsed;
+    if (!m_chunks.empty() && m_chunks.back().nUsed < m_chunks.back().nCapacity) {
+        Chunk& last = m_chunks.back();
         if (char* shrunk = static_cast<char*>(std::realloc(last.data, size_t(qMax(last.nUsed, 1))))) {
             last.data = shrunk;
-            nHeldBytes -= last.nCapacity - last.nUsed;
+            m_nHeldBytes -= last.nCapacity - last.nUsed;
             last.nCapacity = last.nUsed;
         }
     }
-    const int nCapacity = qMax(nSize, int(qBound(qint64(kMinChunk), nHeldBytes / 8, qint64(kMaxChunk))));
+    const int nCapacity = qMax(nSize, int(qBound(qint64(kMinChunk), m_nHeldBytes / 8, qint64(kMaxChunk))));
     char* data = static_cast<char*>(std::malloc(size_t(nCapacity)));
     Q_CHECK_PTR(data);
-    chunks.push_back(Chunk{nDropped + qint64(rows.size()), nTime, data, 0, nCapacity});
-    nHeldBytes += nCapacity;
+    m_chunks.push_back(Chunk{m_nDropped + qint64(m_rows.size()), nTime, data, 0, nCapacity});
+    m_nHeldBytes += nCapacity;
     return data;
 }
 
@@ -141,38 +141,38 @@ void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsS
 {
     qint64 nReplyMs = -1;
     if (direction == DirectionOut)
-        nLastSentTime = nMSecsSinceEpoch;
-    else if (direction == DirectionIn && nLastSentTime >= 0)
-        nReplyMs = qBound(qint64(-1), nMSecsSinceEpoch - nLastSentTime, qint64(kMaxReplyMs));
+        m_nLastSentTime = nMSecsSinceEpoch;
+    else if (direction == DirectionIn && m_nLastSentTime >= 0)
+        nReplyMs = qBound(qint64(-1), nMSecsSinceEpoch - m_nLastSentTime, qint64(kMaxReplyMs));
     const quint8 kind = direction == DirectionOut ? KindOut : direction == DirectionIn ? KindIn : KindOther;
     char* to = reserveBytes(data.size(), nMSecsSinceEpoch);
     if (!data.isEmpty())
         memcpy(to, data.constData(), size_t(data.size()));
-    Chunk& chunk = chunks.back();
+    Chunk& chunk = m_chunks.back();
     const Row r{qint32(nMSecsSinceEpoch - chunk.nBaseTime), quint32(chunk.nUsed), quint32(nReplyMs + 1) << 2 | kind};
-    const int nFirst = bDropRow ? 1 : 0;
+    const int nFirst = m_bDropRow ? 1 : 0;
     if (!isFiltered()) {
-        const int shownRow = nFirst + int(rows.size());
+        const int shownRow = nFirst + int(m_rows.size());
         beginInsertRows(QModelIndex(), shownRow, shownRow);
-        rows.push_back(r);
+        m_rows.push_back(r);
         chunk.nUsed += data.size();
         endInsertRows();
     } else {
-        rows.push_back(r);
+        m_rows.push_back(r);
         chunk.nUsed += data.size();
-        const qint64 serial = nDropped + qint64(rows.size()) - 1;
+        const qint64 serial = m_nDropped + qint64(m_rows.size()) - 1;
         if (passes(serial)) {
-            const int shownRow = nFirst + int(shown.size());
+            const int shownRow = nFirst + int(m_shown.size());
             beginInsertRows(QModelIndex(), shownRow, shownRow);
-            shown.push_back(serial);
+            m_shown.push_back(serial);
             endInsertRows();
         }
     }
-    nBlockBytes += data.size();
-    if (qint64(rows.size()) > nMaxRows)
-        dropOldest(qint64(rows.size()) - nMaxRows + qMax(1, nMaxRows / 16));
-    if (nBlockBytes > nMaxBytes)
-        keepWithinBytes(nMaxBytes - nMaxBytes / 16);
+    m_nBlockBytes += data.size();
+    if (qint64(m_rows.size()) > m_nMaxRows)
+        dropOldest(qint64(m_rows.size()) - m_nMaxRows + qMax(1, m_nMaxRows / 16));
+    if (m_nBlockBytes > m_nMaxBytes)
+        keepWithinBytes(m_nMaxBytes - m_nMaxBytes / 16);
 }
 
 // Drops the oldest rows until the block data held is at most nTarget bytes
@@ -180,48 +180,49 @@ void ZOR_Model_Log::append(int direction, const QByteArray& data, qint64 nMSecsS
 void ZOR_Model_Log::keepWithinBytes(qint64 nTarget)
 {
     qint64 nRows = 0;
-    qint64 nBytes = nBlockBytes;
-    while (nBytes > nTarget && nRows + 1 < qint64(rows.size()))
-        nBytes -= rawBytes(nDropped + nRows++).size();
+    qint64 nBytes = m_nBlockBytes;
+    while (nBytes > nTarget && nRows + 1 < qint64(m_rows.size()))
+        nBytes -= rawBytes(m_nDropped + nRows++).size();
     dropOldest(nRows);
 }
 
 void ZOR_Model_Log::setMaxBytes(qint64 nBytes)
 {
-    nMaxBytes = qMax<qint64>(1, nBytes);
-    if (nBlockBytes > nMaxBytes)
-        keepWithinBytes(nMaxBytes);
+    m_nMaxBytes = qMax<qint64>(1, nBytes);
+    if (m_nBlockBytes > m_nMaxBytes)
+        keepWithinBytes(m_nMaxBytes);
 }
 
 // Dropping by the sixteenth of the cap keeps the cost of a drop, in the
 // model and in the views, a small constant per row appended.
 void ZOR_Model_Log::dropOldest(qint64 nRows)
 {
-    nRows = qMin(nRows, qint64(rows.size()));
+    nRows = qMin(nRows, qint64(m_rows.size()));
     if (nRows <= 0)
         return;
-    const qint64 nNewFirst = nDropped + nRows;
-    for (qint64 serial = nDropped; serial < nNewFirst; ++serial)
-        nBlockBytes -= rawBytes(serial).size();
-    const qint64 nShownGone = isFiltered() ? std::lower_bound(shown.begin(), shown.end(), nNewFirst) - shown.begin()
-                                           : nRows;
-    const int nFirst = bDropRow ? 1 : 0;
+    const qint64 nNewFirst = m_nDropped + nRows;
+    for (qint64 serial = m_nDropped; serial < nNewFirst; ++serial)
+        m_nBlockBytes -= rawBytes(serial).size();
+    const qint64 nShownGone = isFiltered()
+        ? std::lower_bound(m_shown.begin(), m_shown.end(), nNewFirst) - m_shown.begin()
+        : nRows;
+    const int nFirst = m_bDropRow ? 1 : 0;
     if (nShownGone > 0)
         beginRemoveRows(QModelIndex(), nFirst, nFirst + int(nShownGone) - 1);
-    rows.erase(rows.begin(), rows.begin() + nRows);
+    m_rows.erase(m_rows.begin(), m_rows.begin() + nRows);
     if (isFiltered())
-        shown.erase(shown.begin(), shown.begin() + nShownGone);
-    nDropped = nNewFirst;
-    while (chunks.size() > 1 && chunks[1].nFirstRow <= nDropped) {
-        nHeldBytes -= chunks.front().nCapacity;
-        std::free(chunks.front().data);
-        chunks.pop_front();
+        m_shown.erase(m_shown.begin(), m_shown.begin() + nShownGone);
+    m_nDropped = nNewFirst;
+    while (m_chunks.size() > 1 && m_chunks[1].nFirstRow <= m_nDropped) {
+        m_nHeldBytes -= m_chunks.front().nCapacity;
+        std::free(m_chunks.front().data);
+        m_chunks.pop_front();
     }
     if (nShownGone > 0)
         endRemoveRows();
-    if (!bDropRow) {
+    if (!m_bDropRow) {
         beginInsertRows(QModelIndex(), 0, 0);
-        bDropRow = true;
+        m_bDropRow = true;
         endInsertRows();
     } else {
         emit dataChanged(index(0, 0), index(0, ColumnCount - 1));
@@ -230,30 +231,30 @@ void ZOR_Model_Log::dropOldest(qint64 nRows)
 
 void ZOR_Model_Log::setMaxRows(int nRows)
 {
-    nMaxRows = qMax(1, nRows);
-    if (qint64(rows.size()) > nMaxRows)
-        dropOldest(qint64(rows.size()) - nMaxRows);
+    m_nMaxRows = qMax(1, nRows);
+    if (qint64(m_rows.size()) > m_nMaxRows)
+        dropOldest(qint64(m_rows.size()) - m_nMaxRows);
 }
 
 void ZOR_Model_Log::releaseStorage()
 {
-    for (const Chunk& chunk : chunks)
+    for (const Chunk& chunk : m_chunks)
         std::free(chunk.data);
-    std::deque<Chunk>().swap(chunks);
-    std::deque<Row>().swap(rows);
-    std::deque<qint64>().swap(shown);
+    std::deque<Chunk>().swap(m_chunks);
+    std::deque<Row>().swap(m_rows);
+    std::deque<qint64>().swap(m_shown);
 }
 
 void ZOR_Model_Log::clear()
 {
-    const qint64 nFreed = nHeldBytes + qint64(rows.size()) * qint64(sizeof(Row));
+    const qint64 nFreed = m_nHeldBytes + qint64(m_rows.size()) * qint64(sizeof(Row));
     beginResetModel();
     releaseStorage();
-    nHeldBytes = 0;
-    nBlockBytes = 0;
-    nDropped = 0;
-    bDropRow = false;
-    nLastSentTime = -1;
+    m_nHeldBytes = 0;
+    m_nBlockBytes = 0;
+    m_nDropped = 0;
+    m_bDropRow = false;
+    m_nLastSentTime = -1;
     endResetModel();
 #if defined(__GLIBC__)
     if (nFreed > kTrimAfterClear)
@@ -267,32 +268,32 @@ qint64 ZOR_Model_Log::serialAt(int shownRow) const
 {
     if (shownRow < 0)
         return -1;
-    if (bDropRow && shownRow-- == 0)
+    if (m_bDropRow && shownRow-- == 0)
         return kDropRow;
     if (isFiltered())
-        return size_t(shownRow) < shown.size() ? shown[size_t(shownRow)] : -1;
-    return size_t(shownRow) < rows.size() ? nDropped + shownRow : -1;
+        return size_t(shownRow) < m_shown.size() ? m_shown[size_t(shownRow)] : -1;
+    return size_t(shownRow) < m_rows.size() ? m_nDropped + shownRow : -1;
 }
 
 // The last chunk whose first row is at or before this one.
 size_t ZOR_Model_Log::chunkIndex(qint64 serial) const
 {
-    if (chunks.back().nFirstRow <= serial)
-        return chunks.size() - 1;
-    return size_t(std::upper_bound(
-                      chunks.begin(), chunks.end(), serial, [](qint64 s, const Chunk& c) { return s < c.nFirstRow; })
-               - chunks.begin())
+    if (m_chunks.back().nFirstRow <= serial)
+        return m_chunks.size() - 1;
+    return size_t(std::upper_bound(m_chunks.begin(), m_chunks.end(), serial,
+                      [](qint64 s, const Chunk& c) { return s < c.nFirstRow; })
+               - m_chunks.begin())
         - 1;
 }
 
 QByteArray ZOR_Model_Log::rawBytes(qint64 serial) const
 {
     const size_t nChunk = chunkIndex(serial);
-    const Chunk& chunk = chunks[nChunk];
+    const Chunk& chunk = m_chunks[nChunk];
     const quint32 nBegin = row(serial).nOffset;
     const qint64 nNext = serial + 1;
-    const bool bLastInChunk = nNext - nDropped >= qint64(rows.size())
-        || (nChunk + 1 < chunks.size() && nNext >= chunks[nChunk + 1].nFirstRow);
+    const bool bLastInChunk = nNext - m_nDropped >= qint64(m_rows.size())
+        || (nChunk + 1 < m_chunks.size() && nNext >= m_chunks[nChunk + 1].nFirstRow);
     const quint32 nEnd = bLastInChunk ? quint32(chunk.nUsed) : row(nNext).nOffset;
     if (nEnd == nBegin)
         return QByteArray();
@@ -304,8 +305,8 @@ QString ZOR_Model_Log::dropText() const
     // A translation that lost its "%1" still tells the count.
     const QString qsText = zorTr(QStringLiteral("cons_043"));
     if (qsText.contains(QLatin1String("%1")))
-        return qsText.arg(nDropped);
-    return qsText + QLatin1Char(' ') + QString::number(nDropped);
+        return qsText.arg(m_nDropped);
+    return qsText + QLatin1Char(' ') + QString::number(m_nDropped);
 }
 
 QString ZOR_Model_Log::visibleText(const QByteArray& data)
@@ -349,7 +350,7 @@ QString ZOR_Model_Log::cellText(qint64 serial, int column, bool bWhole) const
     const Row& r = row(serial);
     switch (column) {
     case ColumnTime:
-        return QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(bTimeWithMs ? kTimeFormatMs : kTimeFormat);
+        return QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(m_bTimeWithMs ? kTimeFormatMs : kTimeFormat);
     case ColumnDirection: return directionText(kindOf(r));
     case ColumnSize: return QString::number(rawBytes(serial).size());
     case ColumnData: {
@@ -473,26 +474,26 @@ int ZOR_Model_Log::findRow(const QString& qsNeedle, int from, bool bForward) con
 
 bool ZOR_Model_Log::passes(qint64 serial) const
 {
-    if (nFilterDirection >= 0 && kindOf(row(serial)) != nFilterDirection)
+    if (m_nFilterDirection >= 0 && kindOf(row(serial)) != m_nFilterDirection)
         return false;
-    if (qsFilterText.isEmpty())
+    if (m_qsFilterText.isEmpty())
         return true;
     const QByteArray data = rawBytes(serial);
-    return visibleText(data).contains(qsFilterText, Qt::CaseInsensitive)
-        || hexText(data).contains(qsFilterText, Qt::CaseInsensitive);
+    return visibleText(data).contains(m_qsFilterText, Qt::CaseInsensitive)
+        || hexText(data).contains(m_qsFilterText, Qt::CaseInsensitive);
 }
 
 void ZOR_Model_Log::setFilter(int nDirection, const QString& qsText)
 {
     beginResetModel();
-    nFilterDirection = nDirection == DirectionOut || nDirection == DirectionIn ? nDirection : -1;
-    qsFilterText = qsText;
-    std::deque<qint64>().swap(shown);
+    m_nFilterDirection = nDirection == DirectionOut || nDirection == DirectionIn ? nDirection : -1;
+    m_qsFilterText = qsText;
+    std::deque<qint64>().swap(m_shown);
     if (isFiltered()) {
-        const qint64 nEnd = nDropped + qint64(rows.size());
-        for (qint64 serial = nDropped; serial < nEnd; ++serial) {
+        const qint64 nEnd = m_nDropped + qint64(m_rows.size());
+        for (qint64 serial = m_nDropped; serial < nEnd; ++serial) {
             if (passes(serial))
-                shown.push_back(serial);
+                m_shown.push_back(serial);
         }
     }
     endResetModel();
@@ -534,13 +535,13 @@ QByteArray ZOR_Model_Log::exportLog(Format format) const
         for (int column = 0; column < ColumnCount; ++column)
             out += (column ? QStringLiteral(";") : QString()) + csvField(headerText(column));
         out += QLatin1String("\r\n");
-        if (bDropRow)
+        if (m_bDropRow)
             out += QLatin1String(";;;") + csvField(dropText()) + QLatin1String(";\r\n");
-    } else if (bDropRow) {
+    } else if (m_bDropRow) {
         out += dropText() + QLatin1Char('\n');
     }
-    const qint64 nEnd = nDropped + qint64(rows.size());
-    for (qint64 serial = nDropped; serial < nEnd; ++serial) {
+    const qint64 nEnd = m_nDropped + qint64(m_rows.size());
+    for (qint64 serial = m_nDropped; serial < nEnd; ++serial) {
         const Row& r = row(serial);
         const QByteArray data = rawBytes(serial);
         const QString qsTime = QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormatMs);
@@ -582,23 +583,23 @@ QString ZOR_Model_Log::headerText(int column)
 void ZOR_Model_Log::retranslate()
 {
     emit headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
-    if (bDropRow)
+    if (m_bDropRow)
         emit dataChanged(index(0, 0), index(0, ColumnCount - 1));
 }
 
 void ZOR_Model_Log::setTimeWithMs(bool bOn)
 {
-    if (bOn == bTimeWithMs)
+    if (bOn == m_bTimeWithMs)
         return;
-    bTimeWithMs = bOn;
+    m_bTimeWithMs = bOn;
     if (rowCount() > 0)
         emit dataChanged(index(0, ColumnTime), index(rowCount() - 1, ColumnTime), {Qt::DisplayRole});
 }
 
 void ZOR_Model_Log::setDirectionColours(const QColor& out, const QColor& in)
 {
-    colourOut = out;
-    colourIn = in;
+    m_colourOut = out;
+    m_colourIn = in;
     if (rowCount() > 0)
         emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1), {Qt::ForegroundRole});
 }
@@ -611,20 +612,20 @@ qint64 ZOR_Model_Log::rowId(int row) const
 
 int ZOR_Model_Log::rowOfId(qint64 nId) const
 {
-    if (nId < nDropped || nId >= nDropped + qint64(rows.size()))
+    if (nId < m_nDropped || nId >= m_nDropped + qint64(m_rows.size()))
         return -1;
-    const int nFirst = bDropRow ? 1 : 0;
+    const int nFirst = m_bDropRow ? 1 : 0;
     if (!isFiltered())
-        return nFirst + int(nId - nDropped);
-    const auto it = std::lower_bound(shown.begin(), shown.end(), nId);
-    return it != shown.end() && *it == nId ? nFirst + int(it - shown.begin()) : -1;
+        return nFirst + int(nId - m_nDropped);
+    const auto it = std::lower_bound(m_shown.begin(), m_shown.end(), nId);
+    return it != m_shown.end() && *it == nId ? nFirst + int(it - m_shown.begin()) : -1;
 }
 
 int ZOR_Model_Log::rowCount(const QModelIndex& parent) const
 {
     if (parent.isValid())
         return 0;
-    return (bDropRow ? 1 : 0) + int(isFiltered() ? shown.size() : rows.size());
+    return (m_bDropRow ? 1 : 0) + int(isFiltered() ? m_shown.size() : m_rows.size());
 }
 
 int ZOR_Model_Log::columnCount(const QModelIndex& parent) const
@@ -644,15 +645,15 @@ QVariant ZOR_Model_Log::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole: return toolTip(serial, index.column());
     case Qt::FontRole:
         if (serial == kDropRow) {
-            QFont italic = rowFont;
+            QFont italic = m_rowFont;
             italic.setItalic(true);
             return italic;
         }
-        return rowFont;
+        return m_rowFont;
     case Qt::TextAlignmentRole: return int(kColumns[index.column()].alignment);
     case Qt::ForegroundRole: {
         const int kind = serial == kDropRow ? int(KindOther) : kindOf(row(serial));
-        const QColor colour = kind == KindOut ? colourOut : kind == KindIn ? colourIn : QColor();
+        const QColor colour = kind == KindOut ? m_colourOut : kind == KindIn ? m_colourIn : QColor();
         return colour.isValid() ? QVariant(colour) : QVariant();
     }
     default: return QVariant();

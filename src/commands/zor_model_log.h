@@ -56,15 +56,15 @@ public:
     // Rows kept before the oldest are dropped; at least 1. Lowering it
     // below the rows held drops them at once.
     void setMaxRows(int nRows);
-    int maxRows() const { return nMaxRows; }
+    int maxRows() const { return m_nMaxRows; }
     // Bytes of block data kept before the oldest rows are dropped; at least
     // 1. Lowering it below the bytes held drops rows at once.
     void setMaxBytes(qint64 nBytes);
-    qint64 maxBytes() const { return nMaxBytes; }
+    qint64 maxBytes() const { return m_nMaxBytes; }
     // Bytes of block data in the rows held.
-    qint64 blockBytes() const { return nBlockBytes; }
+    qint64 blockBytes() const { return m_nBlockBytes; }
     // Rows dropped since the log was last cleared.
-    qint64 droppedRowCount() const { return nDropped; }
+    qint64 droppedRowCount() const { return m_nDropped; }
 
     // Whole cell texts of a shown row.
     QString text(int row, int column) const;
@@ -86,9 +86,9 @@ public:
     // Hides rows of another direction (-1: any) or without the text ("":
     // any). The view is reset.
     void setFilter(int nDirection, const QString& qsText);
-    bool isFiltered() const { return nFilterDirection >= 0 || !qsFilterText.isEmpty(); }
+    bool isFiltered() const { return m_nFilterDirection >= 0 || !m_qsFilterText.isEmpty(); }
     // Rows held, shown or not, without the dropped-rows row.
-    int totalRowCount() const { return int(rows.size()); }
+    int totalRowCount() const { return int(m_rows.size()); }
 
     // Rows as tab-separated cells, one line each ("\n"), for the clipboard.
     QString rowsAsTsv(const QList<int>& shownRows) const;
@@ -108,7 +108,7 @@ public:
     void retranslate();
     // Times on screen with milliseconds (exports always have them).
     void setTimeWithMs(bool bOn);
-    bool isTimeWithMs() const { return bTimeWithMs; }
+    bool isTimeWithMs() const { return m_bTimeWithMs; }
     // Text colours of sent and received rows; invalid colours: the view's.
     void setDirectionColours(const QColor& out, const QColor& in);
     // A shown row's identity, which outlives filters (-1 for none), and the
@@ -119,7 +119,7 @@ public:
     static QString visibleText(const QByteArray& data);
     // 16 bytes a line: offset, hex bytes, printable form.
     static QString hexDump(const QByteArray& data);
-    QFont font() const { return rowFont; }
+    QFont font() const { return m_rowFont; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -149,9 +149,9 @@ private:
     // first held row is number nDropped.
     static constexpr qint64 kDropRow = -2;
     qint64 serialAt(int shownRow) const;
-    const Row& row(qint64 serial) const { return rows[size_t(serial - nDropped)]; }
+    const Row& row(qint64 serial) const { return m_rows[size_t(serial - m_nDropped)]; }
     size_t chunkIndex(qint64 serial) const;
-    qint64 timeOf(qint64 serial) const { return chunks[chunkIndex(serial)].nBaseTime + row(serial).nTimeDelta; }
+    qint64 timeOf(qint64 serial) const { return m_chunks[chunkIndex(serial)].nBaseTime + row(serial).nTimeDelta; }
     static int kindOf(const Row& r) { return int(r.nReplyKind & 3); }
     static qint64 replyOf(const Row& r) { return qint64(r.nReplyKind >> 2) - 1; }
     // The row's bytes, borrowed from the chunk: valid until the log changes.
@@ -165,23 +165,23 @@ private:
     QString toolTip(qint64 serial, int column) const;
     QString dropText() const;
 
-    std::deque<Row> rows;
-    std::deque<Chunk> chunks;
+    std::deque<Row> m_rows;
+    std::deque<Chunk> m_chunks;
     // Serial numbers of the rows shown, while a filter is set.
-    std::deque<qint64> shown;
-    qint64 nDropped = 0;
-    qint64 nHeldBytes = 0;
-    bool bDropRow = false;
-    int nMaxRows = nDefaultMaxRows;
-    qint64 nMaxBytes = nDefaultMaxBytes;
-    qint64 nBlockBytes = 0;
-    int nFilterDirection = -1;
-    QString qsFilterText;
-    qint64 nLastSentTime = -1;
-    QFont rowFont;
-    bool bTimeWithMs = false;
-    QColor colourOut;
-    QColor colourIn;
+    std::deque<qint64> m_shown;
+    qint64 m_nDropped = 0;
+    qint64 m_nHeldBytes = 0;
+    bool m_bDropRow = false;
+    int m_nMaxRows = nDefaultMaxRows;
+    qint64 m_nMaxBytes = nDefaultMaxBytes;
+    qint64 m_nBlockBytes = 0;
+    int m_nFilterDirection = -1;
+    QString m_qsFilterText;
+    qint64 m_nLastSentTime = -1;
+    QFont m_rowFont;
+    bool m_bTimeWithMs = false;
+    QColor m_colourOut;
+    QColor m_colourIn;
 };
 
 #endif

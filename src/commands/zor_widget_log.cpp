@@ -83,12 +83,12 @@ ZOR_Widget_Log::ZOR_Widget_Log(QWidget* parent)
     , ui(new Ui::ZOR_Widget_Log)
 {
     ui->setupUi(this);
-    modelLog = new ZOR_Model_Log(this);
-    lpLogFile = new ZOR_ConsoleLogFile(this);
-    timerScroll = new QTimer(this);
-    timerScroll->setSingleShot(true);
-    timerScroll->setInterval(kLogRefreshMs);
-    connect(timerScroll, &QTimer::timeout, this, &ZOR_Widget_Log::showNewLogRows);
+    m_modelLog = new ZOR_Model_Log(this);
+    m_lpLogFile = new ZOR_ConsoleLogFile(this);
+    m_timerScroll = new QTimer(this);
+    m_timerScroll->setSingleShot(true);
+    m_timerScroll->setInterval(kLogRefreshMs);
+    connect(m_timerScroll, &QTimer::timeout, this, &ZOR_Widget_Log::showNewLogRows);
     initView();
     initActions();
     initFind();
@@ -115,15 +115,15 @@ QTableView* ZOR_Widget_Log::view() const
 void ZOR_Widget_Log::initView()
 {
     QTableView* view = ui->treeWidget;
-    view->setModel(modelLog);
-    lpDelegate = new MatchDelegate(view);
-    view->setItemDelegate(lpDelegate);
+    view->setModel(m_modelLog);
+    m_lpDelegate = new MatchDelegate(view);
+    view->setItemDelegate(m_lpDelegate);
     view->verticalHeader()->setVisible(false);
     // Per-item scrolling looks up the row position from the first row on
     // each layout, which makes a long log slower with every row.
     view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    const QFontMetrics rowMetrics(modelLog->font());
+    const QFontMetrics rowMetrics(m_modelLog->font());
     view->verticalHeader()->setDefaultSectionSize(qMax(view->fontMetrics().height(), rowMetrics.height()) + 4);
     view->horizontalHeader()->setTextElideMode(Qt::ElideNone);
     view->horizontalHeader()->setStretchLastSection(true);
@@ -131,29 +131,29 @@ void ZOR_Widget_Log::initView()
         view->verticalScrollBar(), &QScrollBar::valueChanged, this, &ZOR_Widget_Log::slot_valueChanged_LogScrollBar);
     ui->toolButton_NewRows->hide();
     connect(ui->toolButton_NewRows, &QAbstractButton::clicked, this, &ZOR_Widget_Log::slot_clicked_ToolButton_NewRows);
-    const auto keepLogPlace = [this] { nLogShiftFrom = ui->treeWidget->verticalScrollBar()->value(); };
-    connect(modelLog, &QAbstractItemModel::rowsAboutToBeRemoved, this, keepLogPlace);
-    connect(modelLog, &QAbstractItemModel::rowsRemoved, this,
+    const auto keepLogPlace = [this] { m_nLogShiftFrom = ui->treeWidget->verticalScrollBar()->value(); };
+    connect(m_modelLog, &QAbstractItemModel::rowsAboutToBeRemoved, this, keepLogPlace);
+    connect(m_modelLog, &QAbstractItemModel::rowsRemoved, this,
         [this](const QModelIndex&, int first, int last) { shiftLogRows(first - last - 1); });
-    connect(modelLog, &QAbstractItemModel::rowsAboutToBeInserted, this,
+    connect(m_modelLog, &QAbstractItemModel::rowsAboutToBeInserted, this,
         [this, keepLogPlace](const QModelIndex&, int first) {
-            if (first < modelLog->rowCount())
+            if (first < m_modelLog->rowCount())
                 keepLogPlace();
         });
-    connect(modelLog, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
-        if (nLogShiftFrom >= 0)
+    connect(m_modelLog, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
+        if (m_nLogShiftFrom >= 0)
             shiftLogRows(last - first + 1);
     });
-    connect(modelLog, &QAbstractItemModel::rowsRemoved, this, [this] { findCount = FindCount(); });
-    connect(modelLog, &QAbstractItemModel::modelReset, this, [this] {
+    connect(m_modelLog, &QAbstractItemModel::rowsRemoved, this, [this] { findCount = FindCount(); });
+    connect(m_modelLog, &QAbstractItemModel::modelReset, this, [this] {
         findCount = FindCount();
-        bFollowLog = true;
-        nRowsSeen = 0;
+        m_bFollowLog = true;
+        m_nRowsSeen = 0;
         ui->toolButton_NewRows->hide();
         updateDetail();
     });
 
-    ui->plainTextEdit_Detail->setFont(modelLog->font());
+    ui->plainTextEdit_Detail->setFont(m_modelLog->font());
     // The reply's text reads as text; the pane wraps it, the hex dump keeps its lines.
     ui->plainTextEdit_Detail->setLineWrapMode(QPlainTextEdit::WidgetWidth);
     ui->splitter_Log->setStretchFactor(0, 3);
@@ -166,7 +166,7 @@ void ZOR_Widget_Log::initView()
         QTimer::singleShot(0, this, [this] {
             if (ui->treeWidget->currentIndex().isValid())
                 ui->treeWidget->scrollTo(ui->treeWidget->currentIndex());
-            else if (bFollowLog)
+            else if (m_bFollowLog)
                 ui->treeWidget->scrollToBottom();
         });
     });
@@ -181,10 +181,10 @@ void ZOR_Widget_Log::fitColumns()
 {
     QTableView* view = ui->treeWidget;
     QHeaderView* header = view->horizontalHeader();
-    const QFontMetrics rowMetrics(modelLog->font());
+    const QFontMetrics rowMetrics(m_modelLog->font());
     const int nPadding = 2 * view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 12;
-    const QString qsTime = modelLog->isTimeWithMs() ? QStringLiteral("00.00.0000 00:00:00.000")
-                                                    : QStringLiteral("00.00.0000 00:00:00");
+    const QString qsTime = m_modelLog->isTimeWithMs() ? QStringLiteral("00.00.0000 00:00:00.000")
+                                                      : QStringLiteral("00.00.0000 00:00:00");
     for (int column = 0; column < ZOR_Model_Log::ColumnCount; ++column) {
         int nWidth = qMax(ZOR_Model_Log::initialWidth(column),
             header->fontMetrics().horizontalAdvance(ZOR_Model_Log::headerText(column)) + 2 * nPadding);
@@ -208,33 +208,33 @@ void ZOR_Widget_Log::initActions()
         connect(action, &QAction::triggered, this, slot);
         return action;
     };
-    actionCopy = addAction(view, Qt::WidgetWithChildrenShortcut, QKeySequence::Copy, &ZOR_Widget_Log::copyLogRows);
-    actionCopyHex = addAction(view, Qt::WidgetWithChildrenShortcut, QKeySequence(), &ZOR_Widget_Log::copyLogRowsHex);
+    m_actionCopy = addAction(view, Qt::WidgetWithChildrenShortcut, QKeySequence::Copy, &ZOR_Widget_Log::copyLogRows);
+    m_actionCopyHex = addAction(view, Qt::WidgetWithChildrenShortcut, QKeySequence(), &ZOR_Widget_Log::copyLogRowsHex);
     auto* separator = new QAction(this);
     separator->setSeparator(true);
     view->addAction(separator);
-    actionFind = addAction(this, Qt::WindowShortcut, QKeySequence::Find, &ZOR_Widget_Log::showFindBar);
-    view->addAction(actionFind);
-    actionSaveLog = addAction(this, Qt::WindowShortcut, QKeySequence::Save, &ZOR_Widget_Log::saveLogAs);
-    view->addAction(actionSaveLog);
-    actionDetail = new QAction(this);
-    actionDetail->setCheckable(true);
-    connect(actionDetail, &QAction::toggled, ui->toolButton_Detail, &QAbstractButton::setChecked);
-    connect(ui->toolButton_Detail, &QAbstractButton::toggled, actionDetail, &QAction::setChecked);
-    view->addAction(actionDetail);
+    m_actionFind = addAction(this, Qt::WindowShortcut, QKeySequence::Find, &ZOR_Widget_Log::showFindBar);
+    view->addAction(m_actionFind);
+    m_actionSaveLog = addAction(this, Qt::WindowShortcut, QKeySequence::Save, &ZOR_Widget_Log::saveLogAs);
+    view->addAction(m_actionSaveLog);
+    m_actionDetail = new QAction(this);
+    m_actionDetail->setCheckable(true);
+    connect(m_actionDetail, &QAction::toggled, ui->toolButton_Detail, &QAbstractButton::setChecked);
+    connect(ui->toolButton_Detail, &QAbstractButton::toggled, m_actionDetail, &QAction::setChecked);
+    view->addAction(m_actionDetail);
     ui->toolButton_SaveLog->setIcon(QIcon(QStringLiteral(":/Pic/Resources/Image/save.png")));
     connect(ui->toolButton_SaveLog, &QAbstractButton::clicked, this, &ZOR_Widget_Log::saveLogAs);
     connect(ui->toolButton_Find, &QAbstractButton::clicked, this, &ZOR_Widget_Log::showFindBar);
 
-    actionTimeMs = new QAction(this);
-    actionTimeMs->setCheckable(true);
-    connect(actionTimeMs, &QAction::toggled, this, &ZOR_Widget_Log::setTimeWithMs);
-    actionRecord = new QAction(this);
-    actionRecord->setCheckable(true);
-    connect(actionRecord, &QAction::toggled, this, &ZOR_Widget_Log::slot_toggled_Action_Record);
+    m_actionTimeMs = new QAction(this);
+    m_actionTimeMs->setCheckable(true);
+    connect(m_actionTimeMs, &QAction::toggled, this, &ZOR_Widget_Log::setTimeWithMs);
+    m_actionRecord = new QAction(this);
+    m_actionRecord->setCheckable(true);
+    connect(m_actionRecord, &QAction::toggled, this, &ZOR_Widget_Log::slot_toggled_Action_Record);
     auto* menu = new QMenu(this);
-    menu->addAction(actionTimeMs);
-    menu->addAction(actionRecord);
+    menu->addAction(m_actionTimeMs);
+    menu->addAction(m_actionRecord);
     ui->toolButton_Options->setMenu(menu);
     ui->toolButton_Options->setText(QStringLiteral("⚙"));
 }
@@ -249,7 +249,7 @@ void ZOR_Widget_Log::initFind()
     connect(ui->toolButton_FindClose, &QAbstractButton::clicked, this, &ZOR_Widget_Log::hideFindBar);
     connect(ui->lineEdit_Find, &QLineEdit::textChanged, this, [this](const QString& qsText) {
         ui->label_FindStatus->clear();
-        lpDelegate->qsNeedle = qsText;
+        m_lpDelegate->qsNeedle = qsText;
         ui->treeWidget->viewport()->update();
         if (ui->checkBox_Filter->isChecked())
             applyLogFilter();
@@ -262,21 +262,21 @@ void ZOR_Widget_Log::initFind()
 void ZOR_Widget_Log::translate()
 {
     const std::pair<QAction*, const char*> actions[] = {
-        {actionCopy, "cons_025"},
-        {actionCopyHex, "cons_026"},
-        {actionFind, "cons_028"},
-        {actionSaveLog, "cons_027"},
-        {actionDetail, "cons_029"},
-        {actionTimeMs, "cons_061"},
-        {actionRecord, "cons_062"},
+        {m_actionCopy, "cons_025"},
+        {m_actionCopyHex, "cons_026"},
+        {m_actionFind, "cons_028"},
+        {m_actionSaveLog, "cons_027"},
+        {m_actionDetail, "cons_029"},
+        {m_actionTimeMs, "cons_061"},
+        {m_actionRecord, "cons_062"},
     };
     for (const auto& action : actions)
         action.first->setText(zorTr(QLatin1String(action.second)));
     ui->label_Log->setText(zorTr(QStringLiteral("cons_018")));
     ui->toolButton_Clear->setToolTip(zorTr(QStringLiteral("cons_019")));
     ui->toolButton_Find->setText(zorTr(QStringLiteral("cons_028")));
-    ui->toolButton_Find->setToolTip(withShortcut(actionFind));
-    ui->toolButton_SaveLog->setToolTip(withShortcut(actionSaveLog));
+    ui->toolButton_Find->setToolTip(withShortcut(m_actionFind));
+    ui->toolButton_SaveLog->setToolTip(withShortcut(m_actionSaveLog));
     ui->toolButton_Detail->setText(zorTr(QStringLiteral("cons_029")));
     ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_065")));
     ui->toolButton_UndoClear->setText(
@@ -296,20 +296,20 @@ void ZOR_Widget_Log::translate()
         ui->comboBox_FilterDirection->addItem(QStringLiteral("OUT"), int(ZOR_Model_Log::DirectionOut));
         ui->comboBox_FilterDirection->setCurrentIndex(nIndex);
     }
-    modelLog->retranslate();
+    m_modelLog->retranslate();
     fitColumns();
     followLog();
     updateHiddenCount();
-    showNotice(qsNoticeKey, qsNoticeArg);
-    if (lpLogFile->isActive())
-        ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_064")).arg(lpLogFile->fileName()));
+    showNotice(m_qsNoticeKey, m_qsNoticeArg);
+    if (m_lpLogFile->isActive())
+        ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_064")).arg(m_lpLogFile->fileName()));
     updateDetail();
 }
 
 void ZOR_Widget_Log::showNotice(const QString& qsKey, const QString& qsArg)
 {
-    qsNoticeKey = qsKey;
-    qsNoticeArg = qsArg;
+    m_qsNoticeKey = qsKey;
+    m_qsNoticeArg = qsArg;
     QString qsText = qsKey.isEmpty() ? QString() : zorTr(qsKey);
     if (!qsArg.isEmpty())
         qsText = qsText.arg(qsArg);
@@ -331,14 +331,14 @@ void ZOR_Widget_Log::updateColours()
     const QColor out = palette().color(QPalette::Link);
     const bool bDarkBase = palette().color(QPalette::Base).lightness() < 128;
     const QColor in = QColor::fromHsl(130, 170, bDarkBase ? qMax(150, out.lightness()) : qMin(80, out.lightness()));
-    modelLog->setDirectionColours(out, in);
+    m_modelLog->setDirectionColours(out, in);
     ui->label_Notice->setStyleSheet(QStringLiteral("color: %1").arg(palette().color(QPalette::Link).name()));
 }
 
 void ZOR_Widget_Log::append(int direction, const QByteArray& data)
 {
-    modelLog->append(direction, data, QDateTime::currentMSecsSinceEpoch());
-    lpLogFile->append(direction, data);
+    m_modelLog->append(direction, data, QDateTime::currentMSecsSinceEpoch());
+    m_lpLogFile->append(direction, data);
     scrollLogLater();
 }
 
@@ -348,12 +348,12 @@ void ZOR_Widget_Log::append(int direction, const QByteArray& data)
 // more than the row itself (scrolling per row also grows with the log).
 void ZOR_Widget_Log::scrollLogLater()
 {
-    if (timerScroll->isActive()) {
+    if (m_timerScroll->isActive()) {
         ui->treeWidget->setUpdatesEnabled(false);
         return;
     }
     followLog();
-    timerScroll->start();
+    m_timerScroll->start();
 }
 
 void ZOR_Widget_Log::showNewLogRows()
@@ -362,7 +362,7 @@ void ZOR_Widget_Log::showNewLogRows()
         return;
     ui->treeWidget->setUpdatesEnabled(true);
     followLog();
-    timerScroll->start();
+    m_timerScroll->start();
 }
 
 // The view follows new rows only while it stands at the bottom; a user who
@@ -370,11 +370,11 @@ void ZOR_Widget_Log::showNewLogRows()
 void ZOR_Widget_Log::followLog()
 {
     updateHiddenCount();
-    if (bFollowLog) {
+    if (m_bFollowLog) {
         ui->treeWidget->scrollToBottom();
         return;
     }
-    const int nNew = modelLog->rowCount() - nRowsSeen;
+    const int nNew = m_modelLog->rowCount() - m_nRowsSeen;
     ui->toolButton_NewRows->setVisible(nNew > 0);
     if (nNew > 0)
         ui->toolButton_NewRows->setText(QStringLiteral("▼ ") + zorTr(QStringLiteral("cons_024")).arg(nNew));
@@ -382,25 +382,25 @@ void ZOR_Widget_Log::followLog()
 
 void ZOR_Widget_Log::updateHiddenCount()
 {
-    const bool bFiltered = modelLog->isFiltered();
+    const bool bFiltered = m_modelLog->isFiltered();
     ui->label_Hidden->setVisible(bFiltered);
     if (!bFiltered)
         return;
-    const int nShown = modelLog->rowCount() - (modelLog->droppedRowCount() > 0 ? 1 : 0);
-    ui->label_Hidden->setText(zorTr(QStringLiteral("cons_047")).arg(modelLog->totalRowCount() - nShown));
+    const int nShown = m_modelLog->rowCount() - (m_modelLog->droppedRowCount() > 0 ? 1 : 0);
+    ui->label_Hidden->setText(zorTr(QStringLiteral("cons_047")).arg(m_modelLog->totalRowCount() - nShown));
 }
 
 void ZOR_Widget_Log::slot_valueChanged_LogScrollBar(int value)
 {
-    if (nLogShiftFrom >= 0)
+    if (m_nLogShiftFrom >= 0)
         return; // rows come or go above: not the reader's doing
     const QScrollBar* bar = ui->treeWidget->verticalScrollBar();
     const bool bAtBottom = value >= bar->maximum();
-    if (bAtBottom == bFollowLog)
+    if (bAtBottom == m_bFollowLog)
         return;
-    bFollowLog = bAtBottom;
-    nRowsSeen = modelLog->rowCount();
-    if (bFollowLog)
+    m_bFollowLog = bAtBottom;
+    m_nRowsSeen = m_modelLog->rowCount();
+    if (m_bFollowLog)
         ui->toolButton_NewRows->hide();
 }
 
@@ -409,10 +409,10 @@ void ZOR_Widget_Log::slot_valueChanged_LogScrollBar(int value)
 // of new rows below stays right.
 void ZOR_Widget_Log::shiftLogRows(int nRows)
 {
-    const int nFrom = nLogShiftFrom;
-    nLogShiftFrom = -1;
-    nRowsSeen = qMax(0, nRowsSeen + nRows);
-    if (!bFollowLog && nFrom >= 0) {
+    const int nFrom = m_nLogShiftFrom;
+    m_nLogShiftFrom = -1;
+    m_nRowsSeen = qMax(0, m_nRowsSeen + nRows);
+    if (!m_bFollowLog && nFrom >= 0) {
         QTableView* view = ui->treeWidget;
         view->verticalScrollBar()->setValue(qMax(0, nFrom + nRows * view->verticalHeader()->defaultSectionSize()));
     }
@@ -421,7 +421,7 @@ void ZOR_Widget_Log::shiftLogRows(int nRows)
 void ZOR_Widget_Log::slot_clicked_ToolButton_NewRows()
 {
     ui->treeWidget->scrollToBottom();
-    bFollowLog = true;
+    m_bFollowLog = true;
     ui->toolButton_NewRows->hide();
 }
 
@@ -430,7 +430,7 @@ void ZOR_Widget_Log::updateDetail()
     if (!ui->plainTextEdit_Detail->isVisible())
         return;
     const QModelIndex current = ui->treeWidget->currentIndex();
-    ui->plainTextEdit_Detail->setPlainText(current.isValid() ? modelLog->detailText(current.row()) : QString());
+    ui->plainTextEdit_Detail->setPlainText(current.isValid() ? m_modelLog->detailText(current.row()) : QString());
 }
 
 QList<int> ZOR_Widget_Log::selectedLogRows() const
@@ -448,14 +448,14 @@ void ZOR_Widget_Log::copyLogRows()
 {
     const QList<int> rows = selectedLogRows();
     if (!rows.isEmpty())
-        QGuiApplication::clipboard()->setText(modelLog->rowsAsTsv(rows));
+        QGuiApplication::clipboard()->setText(m_modelLog->rowsAsTsv(rows));
 }
 
 void ZOR_Widget_Log::copyLogRowsHex()
 {
     const QList<int> rows = selectedLogRows();
     if (!rows.isEmpty())
-        QGuiApplication::clipboard()->setText(modelLog->rowsAsHex(rows));
+        QGuiApplication::clipboard()->setText(m_modelLog->rowsAsHex(rows));
 }
 
 void ZOR_Widget_Log::saveLogAs()
@@ -471,7 +471,7 @@ void ZOR_Widget_Log::saveLogAs()
     const bool bText = qsPath.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive)
         || (qsFilter == qsText && !qsPath.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive));
     QString qsError;
-    if (!modelLog->saveLog(qsPath, bText ? ZOR_Model_Log::Format::Text : ZOR_Model_Log::Format::Csv, &qsError))
+    if (!m_modelLog->saveLog(qsPath, bText ? ZOR_Model_Log::Format::Text : ZOR_Model_Log::Format::Csv, &qsError))
         QMessageBox::warning(this, window()->windowTitle(), zorTr(QStringLiteral("cons_037")).arg(qsPath, qsError));
 }
 
@@ -480,7 +480,7 @@ void ZOR_Widget_Log::showFindBar()
     ui->widget_Find->show();
     ui->lineEdit_Find->setFocus();
     ui->lineEdit_Find->selectAll();
-    lpDelegate->qsNeedle = ui->lineEdit_Find->text();
+    m_lpDelegate->qsNeedle = ui->lineEdit_Find->text();
     ui->treeWidget->viewport()->update();
 }
 
@@ -495,7 +495,7 @@ void ZOR_Widget_Log::hideFindBar()
         ui->comboBox_FilterDirection->setCurrentIndex(0);
     }
     applyLogFilter();
-    lpDelegate->qsNeedle.clear();
+    m_lpDelegate->qsNeedle.clear();
     ui->treeWidget->viewport()->update();
     ui->treeWidget->setFocus();
 }
@@ -505,20 +505,20 @@ void ZOR_Widget_Log::findInLog(bool bForward)
 {
     const QString qsNeedle = ui->lineEdit_Find->text();
     const QModelIndex current = ui->treeWidget->currentIndex();
-    const int from = current.isValid() ? current.row() : (bForward ? -1 : modelLog->rowCount());
-    const int row = modelLog->findRow(qsNeedle, from, bForward);
+    const int from = current.isValid() ? current.row() : (bForward ? -1 : m_modelLog->rowCount());
+    const int row = m_modelLog->findRow(qsNeedle, from, bForward);
     if (row < 0) {
         ui->label_FindStatus->setText(zorTr(QStringLiteral("cons_040")));
         return;
     }
-    const bool bWrapped = from >= 0 && from < modelLog->rowCount() && (bForward ? row <= from : row >= from);
+    const bool bWrapped = from >= 0 && from < m_modelLog->rowCount() && (bForward ? row <= from : row >= from);
     const int nMatches = countMatches(qsNeedle);
     const int nOrdinal = matchOrdinal(qsNeedle, from, row, bForward, bWrapped);
     QString qsStatus = zorTr(QStringLiteral("cons_044")).arg(nOrdinal).arg(nMatches);
     if (bWrapped)
         qsStatus += QStringLiteral(" — ") + zorTr(QLatin1String(bForward ? "cons_045" : "cons_046"));
     ui->label_FindStatus->setText(qsStatus);
-    const QModelIndex index = modelLog->index(row, ZOR_Model_Log::ColumnData);
+    const QModelIndex index = m_modelLog->index(row, ZOR_Model_Log::ColumnData);
     ui->treeWidget->selectionModel()->setCurrentIndex(
         index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     ui->treeWidget->scrollTo(index);
@@ -526,15 +526,15 @@ void ZOR_Widget_Log::findInLog(bool bForward)
 
 int ZOR_Widget_Log::countMatches(const QString& qsNeedle)
 {
-    if (findCount.qsNeedle != qsNeedle || findCount.nRowsCounted > modelLog->rowCount()) {
+    if (findCount.qsNeedle != qsNeedle || findCount.nRowsCounted > m_modelLog->rowCount()) {
         findCount = FindCount();
         findCount.qsNeedle = qsNeedle;
     }
-    for (int r = qMax(0, findCount.nRowsCounted); r < modelLog->rowCount(); ++r) {
-        if (modelLog->matches(r, qsNeedle))
+    for (int r = qMax(0, findCount.nRowsCounted); r < m_modelLog->rowCount(); ++r) {
+        if (m_modelLog->matches(r, qsNeedle))
             ++findCount.nMatches;
     }
-    findCount.nRowsCounted = modelLog->rowCount();
+    findCount.nRowsCounted = m_modelLog->rowCount();
     return findCount.nMatches;
 }
 
@@ -550,7 +550,7 @@ int ZOR_Widget_Log::matchOrdinal(const QString& qsNeedle, int nFrom, int nRow, b
             nOrdinal = findCount.nLastOrdinal + (bForward ? 1 : -1);
     } else {
         for (int r = 0; r <= nRow; ++r)
-            nOrdinal += modelLog->matches(r, qsNeedle) ? 1 : 0;
+            nOrdinal += m_modelLog->matches(r, qsNeedle) ? 1 : 0;
     }
     findCount.nLastRow = nRow;
     findCount.nLastOrdinal = nOrdinal;
@@ -563,21 +563,21 @@ void ZOR_Widget_Log::applyLogFilter()
         ? ui->comboBox_FilterDirection->currentData().toInt()
         : -1;
     const QString qsText = ui->checkBox_Filter->isChecked() ? ui->lineEdit_Find->text() : QString();
-    if (nDirection == logFilterDirection && qsText == qsLogFilterText)
+    if (nDirection == m_logFilterDirection && qsText == m_qsLogFilterText)
         return;
-    logFilterDirection = nDirection;
-    qsLogFilterText = qsText;
+    m_logFilterDirection = nDirection;
+    m_qsLogFilterText = qsText;
     const QModelIndex current = ui->treeWidget->currentIndex();
-    const qint64 nCurrentId = current.isValid() ? modelLog->rowId(current.row()) : -1;
+    const qint64 nCurrentId = current.isValid() ? m_modelLog->rowId(current.row()) : -1;
     const int nColumn = current.isValid() ? current.column() : ZOR_Model_Log::ColumnData;
-    modelLog->setFilter(nDirection, qsText);
+    m_modelLog->setFilter(nDirection, qsText);
     updateHiddenCount();
-    const int nRow = nCurrentId >= 0 ? modelLog->rowOfId(nCurrentId) : -1;
+    const int nRow = nCurrentId >= 0 ? m_modelLog->rowOfId(nCurrentId) : -1;
     if (nRow < 0) {
         ui->treeWidget->scrollToBottom();
         return;
     }
-    const QModelIndex index = modelLog->index(nRow, nColumn);
+    const QModelIndex index = m_modelLog->index(nRow, nColumn);
     ui->treeWidget->selectionModel()->setCurrentIndex(
         index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     ui->treeWidget->scrollTo(index, QAbstractItemView::PositionAtCenter);
@@ -586,42 +586,42 @@ void ZOR_Widget_Log::applyLogFilter()
 // Every row held, whatever the filter shows, oldest first.
 std::vector<ZOR_Widget_Log::SavedRow> ZOR_Widget_Log::takeAllRows()
 {
-    const int nDirection = logFilterDirection;
-    const QString qsText = qsLogFilterText;
-    if (modelLog->isFiltered())
-        modelLog->setFilter(-1, QString());
+    const int nDirection = m_logFilterDirection;
+    const QString qsText = m_qsLogFilterText;
+    if (m_modelLog->isFiltered())
+        m_modelLog->setFilter(-1, QString());
     std::vector<SavedRow> saved;
-    saved.reserve(size_t(modelLog->totalRowCount()));
-    for (int row = 0; row < modelLog->rowCount(); ++row) {
-        if (modelLog->rowId(row) < 0)
+    saved.reserve(size_t(m_modelLog->totalRowCount()));
+    for (int row = 0; row < m_modelLog->rowCount(); ++row) {
+        if (m_modelLog->rowId(row) < 0)
             continue;
-        const QString qsDirection = modelLog->text(row, ZOR_Model_Log::ColumnDirection);
+        const QString qsDirection = m_modelLog->text(row, ZOR_Model_Log::ColumnDirection);
         const int direction = qsDirection == QLatin1String("OUT") ? int(ZOR_Model_Log::DirectionOut)
             : qsDirection == QLatin1String("IN")                  ? int(ZOR_Model_Log::DirectionIn)
                                                                   : -1;
-        saved.push_back(SavedRow{direction, modelLog->time(row), modelLog->bytes(row)});
+        saved.push_back(SavedRow{direction, m_modelLog->time(row), m_modelLog->bytes(row)});
     }
-    modelLog->clear();
+    m_modelLog->clear();
     if (nDirection >= 0 || !qsText.isEmpty())
-        modelLog->setFilter(nDirection, qsText);
+        m_modelLog->setFilter(nDirection, qsText);
     return saved;
 }
 
 void ZOR_Widget_Log::clearLog()
 {
-    undoRows = takeAllRows();
-    ui->toolButton_UndoClear->setVisible(!undoRows.empty());
+    m_undoRows = takeAllRows();
+    ui->toolButton_UndoClear->setVisible(!m_undoRows.empty());
     updateHiddenCount();
 }
 
 void ZOR_Widget_Log::undoClear()
 {
-    std::vector<SavedRow> rows = std::move(undoRows);
-    undoRows.clear();
+    std::vector<SavedRow> rows = std::move(m_undoRows);
+    m_undoRows.clear();
     const std::vector<SavedRow> since = takeAllRows();
     for (const std::vector<SavedRow>* part : {static_cast<const std::vector<SavedRow>*>(&rows), &since}) {
         for (const SavedRow& row : *part)
-            modelLog->append(row.nDirection, row.data, row.nTime);
+            m_modelLog->append(row.nDirection, row.data, row.nTime);
     }
     ui->toolButton_UndoClear->hide();
     followLog();
@@ -629,25 +629,25 @@ void ZOR_Widget_Log::undoClear()
 
 void ZOR_Widget_Log::setTimeWithMs(bool bOn)
 {
-    if (actionTimeMs->isChecked() != bOn)
-        actionTimeMs->setChecked(bOn); // comes back here
-    modelLog->setTimeWithMs(bOn);
+    if (m_actionTimeMs->isChecked() != bOn)
+        m_actionTimeMs->setChecked(bOn); // comes back here
+    m_modelLog->setTimeWithMs(bOn);
     fitColumns();
 }
 
 bool ZOR_Widget_Log::recordTo(const QString& qsPath)
 {
     if (qsPath.isEmpty()) {
-        lpLogFile->stop();
+        m_lpLogFile->stop();
         ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_065")));
-    } else if (!lpLogFile->start(qsPath)) {
-        showNotice(QStringLiteral("cons_063"), lpLogFile->errorString());
+    } else if (!m_lpLogFile->start(qsPath)) {
+        showNotice(QStringLiteral("cons_063"), m_lpLogFile->errorString());
     } else {
         ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_064")).arg(qsPath));
     }
-    const QSignalBlocker block(actionRecord);
-    actionRecord->setChecked(lpLogFile->isActive());
-    return qsPath.isEmpty() || lpLogFile->isActive();
+    const QSignalBlocker block(m_actionRecord);
+    m_actionRecord->setChecked(m_lpLogFile->isActive());
+    return qsPath.isEmpty() || m_lpLogFile->isActive();
 }
 
 void ZOR_Widget_Log::slot_toggled_Action_Record(bool bOn)
@@ -658,8 +658,8 @@ void ZOR_Widget_Log::slot_toggled_Action_Record(bool bOn)
             QStringLiteral("console_%1.log").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd"))),
             zorTr(QStringLiteral("cons_069")), nullptr, QFileDialog::DontConfirmOverwrite);
         if (qsPath.isEmpty()) {
-            const QSignalBlocker block(actionRecord);
-            actionRecord->setChecked(false);
+            const QSignalBlocker block(m_actionRecord);
+            m_actionRecord->setChecked(false);
             return;
         }
     }

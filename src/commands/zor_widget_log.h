@@ -32,8 +32,8 @@ public:
     explicit ZOR_Widget_Log(QWidget* parent = nullptr);
     ~ZOR_Widget_Log() override;
 
-    ZOR_Model_Log* model() const { return modelLog; }
-    ZOR_ConsoleLogFile* logFile() const { return lpLogFile; }
+    ZOR_Model_Log* model() const { return m_modelLog; }
+    ZOR_ConsoleLogFile* logFile() const { return m_lpLogFile; }
     QTableView* view() const;
 
     // A row at the end of the log (and of the recorded file).
@@ -47,7 +47,7 @@ public:
     // since) until the next clear.
     void clearLog();
     void undoClear();
-    bool canUndoClear() const { return !undoRows.empty(); }
+    bool canUndoClear() const { return !m_undoRows.empty(); }
 
     void setTimeWithMs(bool bOn);
     // Starts (or, with "", stops) recording the exchange to this file.
@@ -94,27 +94,27 @@ private:
     int matchOrdinal(const QString& qsNeedle, int nFrom, int nRow, bool bForward, bool bWrapped);
 
     Ui::ZOR_Widget_Log* ui;
-    ZOR_Model_Log* modelLog = nullptr;
-    ZOR_ConsoleLogFile* lpLogFile = nullptr;
+    ZOR_Model_Log* m_modelLog = nullptr;
+    ZOR_ConsoleLogFile* m_lpLogFile = nullptr;
     class MatchDelegate;
-    MatchDelegate* lpDelegate = nullptr;
-    QTimer* timerScroll = nullptr;
-    QAction* actionCopy = nullptr;
-    QAction* actionCopyHex = nullptr;
-    QAction* actionFind = nullptr;
-    QAction* actionSaveLog = nullptr;
-    QAction* actionDetail = nullptr;
-    QAction* actionTimeMs = nullptr;
-    QAction* actionRecord = nullptr;
-    bool bFollowLog = true;
-    int nRowsSeen = 0;
+    MatchDelegate* m_lpDelegate = nullptr;
+    QTimer* m_timerScroll = nullptr;
+    QAction* m_actionCopy = nullptr;
+    QAction* m_actionCopyHex = nullptr;
+    QAction* m_actionFind = nullptr;
+    QAction* m_actionSaveLog = nullptr;
+    QAction* m_actionDetail = nullptr;
+    QAction* m_actionTimeMs = nullptr;
+    QAction* m_actionRecord = nullptr;
+    bool m_bFollowLog = true;
+    int m_nRowsSeen = 0;
     // The log's scroll position while rows come or go above it; -1 else.
-    int nLogShiftFrom = -1;
-    int logFilterDirection = -1;
-    QString qsLogFilterText;
-    std::vector<SavedRow> undoRows;
-    QString qsNoticeKey;
-    QString qsNoticeArg;
+    int m_nLogShiftFrom = -1;
+    int m_logFilterDirection = -1;
+    QString m_qsLogFilterText;
+    std::vector<SavedRow> m_undoRows;
+    QString m_qsNoticeKey;
+    QString m_qsNoticeArg;
     struct FindCount
     {
         QString qsNeedle;

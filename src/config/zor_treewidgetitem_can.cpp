@@ -2,14 +2,14 @@
 
 ZOR_TreeWidgetItem_CAN::ZOR_TreeWidgetItem_CAN(QTreeWidget* parent, int nNumber)
     : QTreeWidgetItem(parent, ItemType)
-    , nNum(nNumber)
+    , m_nNum(nNumber)
 {
     init();
 }
 
 ZOR_TreeWidgetItem_CAN::ZOR_TreeWidgetItem_CAN(QTreeWidgetItem* parent, int nNumber)
     : QTreeWidgetItem(parent, ItemType)
-    , nNum(nNumber)
+    , m_nNum(nNumber)
 {
     init();
     // The parent only now has a child: from here on its box follows its bits.

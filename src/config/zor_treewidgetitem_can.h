@@ -16,8 +16,8 @@ public:
     explicit ZOR_TreeWidgetItem_CAN(QTreeWidget* parent = nullptr, int nNum = 0);
     ZOR_TreeWidgetItem_CAN(QTreeWidgetItem* parent, int nNum);
 
-    int getNum() const { return nNum; }
-    void setNum(int nNumber) { nNum = nNumber; }
+    int getNum() const { return m_nNum; }
+    void setNum(int nNumber) { m_nNum = nNumber; }
 
     bool isChecked() const { return checkState(0) == Qt::Checked; }
     void setChecked(bool bChecked) { setCheckState(0, bChecked ? Qt::Checked : Qt::Unchecked); }
@@ -28,7 +28,7 @@ public:
 private:
     void init();
 
-    int nNum = 0;
+    int m_nNum = 0;
 };
 
 #endif

@@ -10,11 +10,11 @@ ZOR_UserParam_CAN::ZOR_UserParam_CAN(QObject* parent)
 void ZOR_UserParam_CAN::setParam(
     int nPosition, int nNumber, const QString& qsTypeText, const QString& qsCaptionKey, const QString& qsCaption)
 {
-    nId = nPosition;
-    nNum = nNumber;
-    qsType = qsTypeText;
-    qsKey = qsCaptionKey;
-    qsTitle = qsCaption;
+    m_nId = nPosition;
+    m_nNum = nNumber;
+    m_qsType = qsTypeText;
+    m_qsKey = qsCaptionKey;
+    m_qsTitle = qsCaption;
 }
 
 ZOR_UserParam_CAN_Bit* ZOR_UserParam_CAN::addParamBit(
@@ -22,7 +22,7 @@ ZOR_UserParam_CAN_Bit* ZOR_UserParam_CAN::addParamBit(
 {
     auto* bit = new ZOR_UserParam_CAN_Bit(this);
     bit->setParam(nNumber, qsCaptionKey, qsCaption);
-    lstBits.append(bit);
+    m_lstBits.append(bit);
     return bit;
 }
 

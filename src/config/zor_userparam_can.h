@@ -26,18 +26,18 @@ public:
     ZOR_UserParam_CAN_Bit* addParamBit(int nNum, const QString& qsKey, const QString& qsTitle);
 
     // Position in the list, from 1.
-    int getParam_Id() const { return nId; }
+    int getParam_Id() const { return m_nId; }
     // The number the terminal uses for the value.
-    int getParam_Num() const { return nNum; }
+    int getParam_Num() const { return m_nNum; }
     // The caption in the language current when the list was built.
-    QString getParamTitle() const { return qsTitle; }
+    QString getParamTitle() const { return m_qsTitle; }
     // The language key of the caption (of its first part when composed).
-    QString getParamKey() const { return qsKey; }
-    QString getStrNumberType() const { return qsType; }
+    QString getParamKey() const { return m_qsKey; }
+    QString getStrNumberType() const { return m_qsType; }
     // The type as a number, see numberType().
-    int getNumberType() const { return numberType(qsType); }
-    bool isBitSet() const { return qsType.endsWith(QLatin1Char('b')); }
-    const QVector<ZOR_UserParam_CAN_Bit*>& getListParamBit() const { return lstBits; }
+    int getNumberType() const { return numberType(m_qsType); }
+    bool isBitSet() const { return m_qsType.endsWith(QLatin1Char('b')); }
+    const QVector<ZOR_UserParam_CAN_Bit*>& getListParamBit() const { return m_lstBits; }
 
     // Number form of a type text: its position, from 1, in the shared list of
     // data-type codes (ZOR_DataTypes::codes(), "2u" is 5);
@@ -46,12 +46,12 @@ public:
     static QString strNumberType(int nType);
 
 private:
-    int nId = 0;
-    int nNum = 0;
-    QString qsType;
-    QString qsKey;
-    QString qsTitle;
-    QVector<ZOR_UserParam_CAN_Bit*> lstBits;
+    int m_nId = 0;
+    int m_nNum = 0;
+    QString m_qsType;
+    QString m_qsKey;
+    QString m_qsTitle;
+    QVector<ZOR_UserParam_CAN_Bit*> m_lstBits;
 };
 
 #endif

@@ -7,7 +7,7 @@ ZOR_UserParam_CAN_Bit::ZOR_UserParam_CAN_Bit(QObject* parent)
 
 void ZOR_UserParam_CAN_Bit::setParam(int nNumber, const QString& qsCaptionKey, const QString& qsCaption)
 {
-    nNum = nNumber;
-    qsKey = qsCaptionKey;
-    qsTitle = qsCaption;
+    m_nNum = nNumber;
+    m_qsKey = qsCaptionKey;
+    m_qsTitle = qsCaption;
 }

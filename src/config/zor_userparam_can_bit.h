@@ -16,16 +16,16 @@ public:
 
     void setParam(int nNum, const QString& qsKey, const QString& qsTitle);
 
-    int getParam_Num() const { return nNum; }
+    int getParam_Num() const { return m_nNum; }
     // The caption in the language current when the list was built.
-    QString getParamTitle() const { return qsTitle; }
+    QString getParamTitle() const { return m_qsTitle; }
     // The language key the caption was looked up by.
-    QString getParamKey() const { return qsKey; }
+    QString getParamKey() const { return m_qsKey; }
 
 private:
-    int nNum = 0;
-    QString qsKey;
-    QString qsTitle;
+    int m_nNum = 0;
+    QString m_qsKey;
+    QString m_qsTitle;
 };
 
 #endif

@@ -93,7 +93,7 @@ ZOR_UserParams::ZOR_UserParams(QObject* parent)
 
 ZOR_UserParams::~ZOR_UserParams()
 {
-    for (EntryList* list : {&lstSC, &lstBC, &lstAC, &lstCO, &lstAX, &lstRC, &lstCmd})
+    for (EntryList* list : {&m_lstSC, &m_lstBC, &m_lstAC, &m_lstCO, &m_lstAX, &m_lstRC, &m_lstCmd})
         qDeleteAll(*list);
 }
 
@@ -110,118 +110,118 @@ void ZOR_UserParams::translateClass()
 
 void ZOR_UserParams::createList_SC()
 {
-    buildList(lstSC, kRows_SC, this);
+    buildList(m_lstSC, kRows_SC, this);
 }
 void ZOR_UserParams::createList_BC()
 {
-    buildList(lstBC, kRows_BC, this);
+    buildList(m_lstBC, kRows_BC, this);
 }
 void ZOR_UserParams::createList_AC()
 {
-    buildList(lstAC, kRows_AC, this);
+    buildList(m_lstAC, kRows_AC, this);
 }
 void ZOR_UserParams::createList_CO()
 {
-    buildList(lstCO, kRows_CO, this);
+    buildList(m_lstCO, kRows_CO, this);
 }
 void ZOR_UserParams::createList_RC()
 {
-    buildList(lstRC, kRows_RC, this);
+    buildList(m_lstRC, kRows_RC, this);
 }
 void ZOR_UserParams::createList_Cmd()
 {
-    buildList(lstCmd, kRows_Cmd, this);
+    buildList(m_lstCmd, kRows_Cmd, this);
 }
 
 void ZOR_UserParams::createList_AX()
 {
-    qDeleteAll(lstAX);
-    lstAX.clear();
+    qDeleteAll(m_lstAX);
+    m_lstAX.clear();
     for (const AxRow& row : kRows_AX) {
         auto* entry = new ZOR_UserParam_CAN(this);
         entry->setParam(
-            lstAX.size() + 1, row.nNum, QLatin1String(row.lpType), QLatin1String(row.lpKey), composedTitle(row));
-        lstAX.append(entry);
+            m_lstAX.size() + 1, row.nNum, QLatin1String(row.lpType), QLatin1String(row.lpKey), composedTitle(row));
+        m_lstAX.append(entry);
     }
 }
 
 void ZOR_UserParams::getListParamsCAN_SC(EntryList& list) const
 {
-    list = lstSC;
+    list = m_lstSC;
 }
 void ZOR_UserParams::getListParamsCAN_BC(EntryList& list) const
 {
-    list = lstBC;
+    list = m_lstBC;
 }
 void ZOR_UserParams::getListParamsCAN_AC(EntryList& list) const
 {
-    list = lstAC;
+    list = m_lstAC;
 }
 void ZOR_UserParams::getListParams_CO(EntryList& list) const
 {
-    list = lstCO;
+    list = m_lstCO;
 }
 void ZOR_UserParams::getListParams_AX(EntryList& list) const
 {
-    list = lstAX;
+    list = m_lstAX;
 }
 void ZOR_UserParams::getListParams_RC(EntryList& list) const
 {
-    list = lstRC;
+    list = m_lstRC;
 }
 void ZOR_UserParams::getListParamsCAN_Cmd(EntryList& list) const
 {
-    list = lstCmd;
+    list = m_lstCmd;
 }
 
 void ZOR_UserParams::createList_SC_316()
 {
-    buildRenumber(mapSC_316, kRenumber_SC_316, kRows_SC);
+    buildRenumber(m_mapSC_316, kRenumber_SC_316, kRows_SC);
 }
 void ZOR_UserParams::createList_SC_320()
 {
-    buildRenumber(mapSC_320, kRenumber_SC_320, kRows_SC);
+    buildRenumber(m_mapSC_320, kRenumber_SC_320, kRows_SC);
 }
 void ZOR_UserParams::createList_AC_316()
 {
-    buildRenumber(mapAC_316, kRenumber_AC_316, kRows_AC);
+    buildRenumber(m_mapAC_316, kRenumber_AC_316, kRows_AC);
 }
 void ZOR_UserParams::createList_AC_320()
 {
-    buildRenumber(mapAC_320, kRenumber_AC_320, kRows_AC);
+    buildRenumber(m_mapAC_320, kRenumber_AC_320, kRows_AC);
 }
 void ZOR_UserParams::createList_Cmd_316()
 {
-    buildRenumber(mapCmd_316, kRenumber_Cmd_316, kRows_Cmd);
+    buildRenumber(m_mapCmd_316, kRenumber_Cmd_316, kRows_Cmd);
 }
 void ZOR_UserParams::createList_Cmd_320()
 {
-    buildRenumber(mapCmd_320, kRenumber_Cmd_320, kRows_Cmd);
+    buildRenumber(m_mapCmd_320, kRenumber_Cmd_320, kRows_Cmd);
 }
 
 void ZOR_UserParams::getListParamsCAN_SC_316(QMap<int, int>& map) const
 {
-    map = mapSC_316;
+    map = m_mapSC_316;
 }
 void ZOR_UserParams::getListParamsCAN_SC_320(QMap<int, int>& map) const
 {
-    map = mapSC_320;
+    map = m_mapSC_320;
 }
 void ZOR_UserParams::getListParamsCAN_AC_316(QMap<int, int>& map) const
 {
-    map = mapAC_316;
+    map = m_mapAC_316;
 }
 void ZOR_UserParams::getListParamsCAN_AC_320(QMap<int, int>& map) const
 {
-    map = mapAC_320;
+    map = m_mapAC_320;
 }
 void ZOR_UserParams::getListParamsCAN_Cmd_316(QMap<int, int>& map) const
 {
-    map = mapCmd_316;
+    map = m_mapCmd_316;
 }
 void ZOR_UserParams::getListParamsCAN_Cmd_320(QMap<int, int>& map) const
 {
-    map = mapCmd_320;
+    map = m_mapCmd_320;
 }
 
 QString ZOR_UserParams::getUserParamName(const QString& qsPart1, const QString& qsPart2, const QString& qsPart3)
@@ -261,17 +261,17 @@ bool ZOR_UserParams::splitUserParamName(const QString& qsName, QString* lpPrefix
 const EntryList* ZOR_UserParams::listForPrefix(const QString& qsPrefix) const
 {
     if (qsPrefix == glqsCanPreffix_SC)
-        return &lstSC;
+        return &m_lstSC;
     if (qsPrefix == glqsCanPreffix_BC)
-        return &lstBC;
+        return &m_lstBC;
     if (qsPrefix == glqsCanPreffix_AC)
-        return &lstAC;
+        return &m_lstAC;
     if (qsPrefix == glqsPcntPreffix_CO)
-        return &lstCO;
+        return &m_lstCO;
     if (qsPrefix == glqsRefrPreffix_RC)
-        return &lstRC;
+        return &m_lstRC;
     if (qsPrefix == glqsRefrPreffix_AX)
-        return &lstAX;
+        return &m_lstAX;
     return nullptr;
 }
 
@@ -343,16 +343,16 @@ int typeCode(const ZOR_UserParam_CAN* entry)
     }
 
 ZOR_LIST_LOOKUPS(
-    getTypeCAN_SC, getStrTypeCAN_SC, getStrProtocolUserCAN_SC, getNumberType_CAN_SC, lstSC, glqsCanPreffix_SC)
+    getTypeCAN_SC, getStrTypeCAN_SC, getStrProtocolUserCAN_SC, getNumberType_CAN_SC, m_lstSC, glqsCanPreffix_SC)
 ZOR_LIST_LOOKUPS(
-    getTypeCAN_BC, getStrTypeCAN_BC, getStrProtocolUserCAN_BC, getNumberType_CAN_BC, lstBC, glqsCanPreffix_BC)
+    getTypeCAN_BC, getStrTypeCAN_BC, getStrProtocolUserCAN_BC, getNumberType_CAN_BC, m_lstBC, glqsCanPreffix_BC)
 ZOR_LIST_LOOKUPS(
-    getTypeCAN_AC, getStrTypeCAN_AC, getStrProtocolUserCAN_AC, getNumberType_CAN_AC, lstAC, glqsCanPreffix_AC)
-ZOR_LIST_LOOKUPS(
-    getTypeACond_CO, getStrTypeACond_CO, getStrProtocolUserACond_CO, getNumberType_ACond_CO, lstCO, glqsPcntPreffix_CO)
-ZOR_LIST_LOOKUPS(getType_AX, getStrType_AX, getStrProtocolUser_AX, getNumberType_AX, lstAX, glqsRefrPreffix_AX)
-ZOR_LIST_LOOKUPS(
-    getTypeACond_RC, getStrTypeACond_RC, getStrProtocolUserACond_RC, getNumberType_ACond_RC, lstRC, glqsRefrPreffix_RC)
+    getTypeCAN_AC, getStrTypeCAN_AC, getStrProtocolUserCAN_AC, getNumberType_CAN_AC, m_lstAC, glqsCanPreffix_AC)
+ZOR_LIST_LOOKUPS(getTypeACond_CO, getStrTypeACond_CO, getStrProtocolUserACond_CO, getNumberType_ACond_CO, m_lstCO,
+    glqsPcntPreffix_CO)
+ZOR_LIST_LOOKUPS(getType_AX, getStrType_AX, getStrProtocolUser_AX, getNumberType_AX, m_lstAX, glqsRefrPreffix_AX)
+ZOR_LIST_LOOKUPS(getTypeACond_RC, getStrTypeACond_RC, getStrProtocolUserACond_RC, getNumberType_ACond_RC, m_lstRC,
+    glqsRefrPreffix_RC)
 
 #undef ZOR_LIST_LOOKUPS
 
@@ -421,9 +421,9 @@ int ZOR_UserParams::getSize_BT(const QString& qsType)
 void ZOR_UserParams::getUserParamEntries(QVector<ZOR_UserParamEntry>& entries) const
 {
     entries.clear();
-    const std::pair<const EntryList*, const QString*> lists[] = {{&lstSC, &glqsCanPreffix_SC},
-        {&lstBC, &glqsCanPreffix_BC}, {&lstAC, &glqsCanPreffix_AC}, {&lstCO, &glqsPcntPreffix_CO},
-        {&lstRC, &glqsRefrPreffix_RC}, {&lstAX, &glqsRefrPreffix_AX}};
+    const std::pair<const EntryList*, const QString*> lists[] = {{&m_lstSC, &glqsCanPreffix_SC},
+        {&m_lstBC, &glqsCanPreffix_BC}, {&m_lstAC, &glqsCanPreffix_AC}, {&m_lstCO, &glqsPcntPreffix_CO},
+        {&m_lstRC, &glqsRefrPreffix_RC}, {&m_lstAX, &glqsRefrPreffix_AX}};
     for (const auto& list : lists) {
         for (const ZOR_UserParam_CAN* entry : *list.first) {
             ZOR_UserParamEntry item;

@@ -170,19 +170,19 @@ private:
     const QVector<ZOR_UserParam_CAN*>* listForPrefix(const QString& qsPrefix) const;
     const ZOR_UserParam_CAN* entryNamed(const QString& qsName, const QString& qsPrefix) const;
 
-    QVector<ZOR_UserParam_CAN*> lstSC;
-    QVector<ZOR_UserParam_CAN*> lstBC;
-    QVector<ZOR_UserParam_CAN*> lstAC;
-    QVector<ZOR_UserParam_CAN*> lstCO;
-    QVector<ZOR_UserParam_CAN*> lstAX;
-    QVector<ZOR_UserParam_CAN*> lstRC;
-    QVector<ZOR_UserParam_CAN*> lstCmd;
-    QMap<int, int> mapSC_316;
-    QMap<int, int> mapSC_320;
-    QMap<int, int> mapAC_316;
-    QMap<int, int> mapAC_320;
-    QMap<int, int> mapCmd_316;
-    QMap<int, int> mapCmd_320;
+    QVector<ZOR_UserParam_CAN*> m_lstSC;
+    QVector<ZOR_UserParam_CAN*> m_lstBC;
+    QVector<ZOR_UserParam_CAN*> m_lstAC;
+    QVector<ZOR_UserParam_CAN*> m_lstCO;
+    QVector<ZOR_UserParam_CAN*> m_lstAX;
+    QVector<ZOR_UserParam_CAN*> m_lstRC;
+    QVector<ZOR_UserParam_CAN*> m_lstCmd;
+    QMap<int, int> m_mapSC_316;
+    QMap<int, int> m_mapSC_320;
+    QMap<int, int> m_mapAC_316;
+    QMap<int, int> m_mapAC_320;
+    QMap<int, int> m_mapCmd_316;
+    QMap<int, int> m_mapCmd_320;
 };
 
 #endif

@@ -72,19 +72,19 @@ bool widgetsAvailable()
 
 ZOR_Commands::ZOR_Commands(const QString& qsName, int nParam1, int nParam2, int nParam3, int nParam4, QObject* parent)
     : QObject(parent)
-    , name(qsName)
+    , m_name(qsName)
 {
-    std::memset(&libraryInfo, 0, sizeof(libraryInfo));
-    libraryInfo.lpLibrary = this;
+    std::memset(&m_libraryInfo, 0, sizeof(m_libraryInfo));
+    m_libraryInfo.lpLibrary = this;
     // Both are short constants; the host's buffers are fixed at 255 bytes.
-    qstrncpy(libraryInfo.szName, qsName.toUtf8().constData(), sizeof(libraryInfo.szName));
-    qstrncpy(
-        libraryInfo.szCaption, QString::fromUtf8(kCaption).toLocal8Bit().constData(), sizeof(libraryInfo.szCaption));
-    libraryInfo.nParam1 = nParam1;
-    libraryInfo.nParam2 = nParam2;
-    libraryInfo.nParam3 = nParam3;
-    libraryInfo.nParam4 = nParam4;
-    libraryInfo.nFlags = 1;
+    qstrncpy(m_libraryInfo.szName, qsName.toUtf8().constData(), sizeof(m_libraryInfo.szName));
+    qstrncpy(m_libraryInfo.szCaption, QString::fromUtf8(kCaption).toLocal8Bit().constData(),
+        sizeof(m_libraryInfo.szCaption));
+    m_libraryInfo.nParam1 = nParam1;
+    m_libraryInfo.nParam2 = nParam2;
+    m_libraryInfo.nParam3 = nParam3;
+    m_libraryInfo.nParam4 = nParam4;
+    m_libraryInfo.nFlags = 1;
     lpGlobalLib = this;
 }
 
@@ -109,12 +109,12 @@ bool ZOR_Commands::handlesMessage(int message)
 void ZOR_Commands::getModuleInfo(szLibraryInfo* info) const
 {
     if (info)
-        std::memcpy(info, &libraryInfo, sizeof(libraryInfo));
+        std::memcpy(info, &m_libraryInfo, sizeof(m_libraryInfo));
 }
 
 void ZOR_Commands::InitConfigurator(ZOR_SendMessageFunc func)
 {
-    sendMessage = func;
+    m_sendMessage = func;
     lpGlobalLib = this;
 }
 
@@ -125,9 +125,9 @@ void ZOR_Commands::initModule()
 
 unsigned long ZOR_Commands::ZOR_SendMessage(void* sender, int message, unsigned long wParam, unsigned long lParam)
 {
-    if (!sendMessage)
+    if (!m_sendMessage)
         return 0;
-    return sendMessage(sender, message, wParam, lParam);
+    return m_sendMessage(sender, message, wParam, lParam);
 }
 
 void ZOR_Commands::ZOR_ReceiveMessage(void*, int message, unsigned long wParam, unsigned long)
@@ -138,7 +138,7 @@ void ZOR_Commands::ZOR_ReceiveMessage(void*, int message, unsigned long wParam, 
 
 QString ZOR_Commands::menuCaption() const
 {
-    return formCommands ? formCommands->getWindowTitle() : zorTr(QStringLiteral("mdln_001"));
+    return m_formCommands ? m_formCommands->getWindowTitle() : zorTr(QStringLiteral("mdln_001"));
 }
 
 void ZOR_Commands::sendMenuRecord(ZOR_Message message)
@@ -148,11 +148,11 @@ void ZOR_Commands::sendMenuRecord(ZOR_Message message)
     std::memset(&item, 0, sizeof(item));
     item.lpLibrary = this;
     item.lpIcon = &icon;
-    item.nMenuHandle = menuHandle;
+    item.nMenuHandle = m_menuHandle;
     qstrncpy(item.szCaption, menuCaption().toLocal8Bit().constData(), sizeof(item.szCaption));
     ZOR_SendMessage(this, message, toArg(&item), 0);
     if (message == ZOR_MSG_MENU_ADD)
-        menuHandle = item.nMenuHandle;
+        m_menuHandle = item.nMenuHandle;
 }
 
 void ZOR_Commands::createMainMenu()
@@ -165,49 +165,49 @@ void ZOR_Commands::createMainMenu()
 void ZOR_Commands::translateModule()
 {
     ZOR_Language::instance().reload();
-    if (formCommands)
-        formCommands->translateForm();
+    if (m_formCommands)
+        m_formCommands->translateForm();
     sendMenuRecord(ZOR_MSG_MENU_UPDATE);
 }
 
 void ZOR_Commands::enableMainMenu(bool bEnable)
 {
     uint8_t nEnable = bEnable ? 1 : 0;
-    ZOR_SendMessage(this, ZOR_MSG_MENU_ENABLE, static_cast<unsigned long>(menuHandle), toArg(&nEnable));
+    ZOR_SendMessage(this, ZOR_MSG_MENU_ENABLE, static_cast<unsigned long>(m_menuHandle), toArg(&nEnable));
 }
 
 void ZOR_Commands::showDialogCommands()
 {
-    if (!formCommands) {
+    if (!m_formCommands) {
         if (!widgetsAvailable())
             return;
-        formCommands = new ZOR_Form_Commands();
+        m_formCommands = new ZOR_Form_Commands();
     }
-    formCommands->showForm();
-    if (connected)
-        formCommands->deviceConnect();
+    m_formCommands->showForm();
+    if (m_connected)
+        m_formCommands->deviceConnect();
 }
 
 void ZOR_Commands::closeDialogCommands()
 {
-    if (formCommands)
-        formCommands->close();
+    if (m_formCommands)
+        m_formCommands->close();
 }
 
 void ZOR_Commands::deviceConnect()
 {
-    connected = true;
+    m_connected = true;
     enableMainMenu(true);
-    if (formCommands)
-        formCommands->deviceConnect();
+    if (m_formCommands)
+        m_formCommands->deviceConnect();
 }
 
 void ZOR_Commands::deviceDisconnect()
 {
-    connected = false;
+    m_connected = false;
     enableMainMenu(false);
-    if (formCommands)
-        formCommands->deviceDisconnect();
+    if (m_formCommands)
+        m_formCommands->deviceDisconnect();
 }
 
 void ZOR_Commands::getDeviceReceive_Start()
@@ -228,8 +228,8 @@ void ZOR_Commands::sendMessageToDevice(const QByteArray& data)
 
 void ZOR_Commands::setDeviceReceiveMessage(QByteArray* data)
 {
-    if (data && formCommands)
-        formCommands->deviceReceive(data);
+    if (data && m_formCommands)
+        m_formCommands->deviceReceive(data);
 }
 
 void ZOR_Commands::getDeviceConfigParam(szConfigParam& param)

@@ -35,7 +35,7 @@ public:
 
     void getModuleInfo(szLibraryInfo* info) const;
     void InitConfigurator(ZOR_SendMessageFunc func);
-    ZOR_SendMessageFunc GetFuncSendMessage() const { return sendMessage; }
+    ZOR_SendMessageFunc GetFuncSendMessage() const { return m_sendMessage; }
     void initModule();
 
     // Calls the host; without a callback (before Initialize) nothing is sent.
@@ -51,7 +51,7 @@ public:
 
     void deviceConnect();
     void deviceDisconnect();
-    bool isConnected() const { return connected; }
+    bool isConnected() const { return m_connected; }
 
     void getDeviceReceive_Start();
     void getDeviceReceive_Stop();
@@ -60,25 +60,25 @@ public:
 
     void getDeviceConfigParam(szConfigParam& param);
     void getDeviceRavelCoordSystem(ZOR_RAVEL_CMND_COORDSYSTEM& coordSystem);
-    int getConfiguratorMode() const { return configuratorMode; }
+    int getConfiguratorMode() const { return m_configuratorMode; }
     // Reached by the host through the exported SetConfiguratorMode; takes
     // effect for the layout when the console is created.
-    void setConfiguratorMode(int nMode) { configuratorMode = nMode; }
+    void setConfiguratorMode(int nMode) { m_configuratorMode = nMode; }
 
-    ZOR_Form_Commands* getFormCommands() const { return formCommands; }
-    uint64_t getMenuHandle() const { return menuHandle; }
+    ZOR_Form_Commands* getFormCommands() const { return m_formCommands; }
+    uint64_t getMenuHandle() const { return m_menuHandle; }
 
 private:
     void sendMenuRecord(ZOR_Message message);
     QString menuCaption() const;
 
-    szLibraryInfo libraryInfo;
-    ZOR_SendMessageFunc sendMessage = nullptr;
-    QString name;
-    uint64_t menuHandle = 0;
-    bool connected = false;
-    ZOR_Form_Commands* formCommands = nullptr;
-    int32_t configuratorMode = 0;
+    szLibraryInfo m_libraryInfo;
+    ZOR_SendMessageFunc m_sendMessage = nullptr;
+    QString m_name;
+    uint64_t m_menuHandle = 0;
+    bool m_connected = false;
+    ZOR_Form_Commands* m_formCommands = nullptr;
+    int32_t m_configuratorMode = 0;
 };
 
 // The module object, for forms; null until it is constructed.

@@ -51,9 +51,9 @@ QHash<QString, QString> ZOR_Language::parse(const QByteArray& content)
 
 bool ZOR_Language::load(const QString& language)
 {
-    texts.clear();
-    qsLanguage = language;
-    loaded = true;
+    m_texts.clear();
+    m_qsLanguage = language;
+    m_loaded = true;
     if (language == QLatin1String("keys"))
         return true;
     // Russian is the complete language: another one, or one without a file,
@@ -61,27 +61,27 @@ bool ZOR_Language::load(const QString& language)
     const QString qsFallback = QStringLiteral("ru");
     QFile fallback(languageFilePath(qsFallback));
     if (language != qsFallback && fallback.open(QIODevice::ReadOnly))
-        texts = parse(fallback.readAll());
+        m_texts = parse(fallback.readAll());
     QFile file(languageFilePath(language));
     if (!file.open(QIODevice::ReadOnly))
         return false;
     const QHash<QString, QString> own = parse(file.readAll());
     for (auto it = own.constBegin(); it != own.constEnd(); ++it) {
         if (!it->isEmpty())
-            texts.insert(it.key(), it.value());
+            m_texts.insert(it.key(), it.value());
     }
     return true;
 }
 
 void ZOR_Language::reload()
 {
-    loaded = false;
-    texts.clear();
+    m_loaded = false;
+    m_texts.clear();
 }
 
 void ZOR_Language::ensureLoaded()
 {
-    if (loaded)
+    if (m_loaded)
         return;
     QString language = programLanguage();
     if (language.isEmpty())
@@ -92,8 +92,8 @@ void ZOR_Language::ensureLoaded()
 QString ZOR_Language::text(const QString& key)
 {
     ensureLoaded();
-    const auto it = texts.constFind(key);
-    if (it == texts.constEnd() || it->isEmpty())
+    const auto it = m_texts.constFind(key);
+    if (it == m_texts.constEnd() || it->isEmpty())
         return key;
     return *it;
 }
@@ -101,7 +101,7 @@ QString ZOR_Language::text(const QString& key)
 bool ZOR_Language::contains(const QString& key)
 {
     ensureLoaded();
-    return texts.contains(key);
+    return m_texts.contains(key);
 }
 
 QString zorTr(const QString& key)

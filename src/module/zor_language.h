@@ -32,7 +32,7 @@ public:
     // was found (then every key shows as itself).
     bool load(const QString& qsLanguage);
 
-    QString language() const { return qsLanguage; }
+    QString language() const { return m_qsLanguage; }
     static QString languageFilePath(const QString& qsLanguage);
     // Parses one language file's content into key/text pairs.
     static QHash<QString, QString> parse(const QByteArray& content);
@@ -41,9 +41,9 @@ private:
     ZOR_Language() = default;
     void ensureLoaded();
 
-    QHash<QString, QString> texts;
-    QString qsLanguage;
-    bool loaded = false;
+    QHash<QString, QString> m_texts;
+    QString m_qsLanguage;
+    bool m_loaded = false;
 };
 
 // Shorthand used throughout the module: zorTr("mdln_001").

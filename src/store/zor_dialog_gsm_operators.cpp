@@ -18,13 +18,13 @@ ZOR_Dialog_GSM_Operators::ZOR_Dialog_GSM_Operators(QWidget* parent)
 
 void ZOR_Dialog_GSM_Operators::getDataList(QStringList& list) const
 {
-    for (const QStringList& record : vRecords)
+    for (const QStringList& record : m_vRecords)
         list << record.value(Name);
 }
 
 QStringList ZOR_Dialog_GSM_Operators::getFirstByName(const QString& qsName) const
 {
-    for (const QStringList& record : vRecords) {
+    for (const QStringList& record : m_vRecords) {
         if (record.value(Name) == qsName)
             return record;
     }
@@ -34,7 +34,7 @@ QStringList ZOR_Dialog_GSM_Operators::getFirstByName(const QString& qsName) cons
 QStringList ZOR_Dialog_GSM_Operators::getFirstByFields(
     const QString& qsApn, const QString& qsLogin, const QString& qsPassword) const
 {
-    for (const QStringList& record : vRecords) {
+    for (const QStringList& record : m_vRecords) {
         if (record.value(Apn) == qsApn && record.value(Login) == qsLogin && record.value(Password) == qsPassword)
             return record;
     }
@@ -58,10 +58,10 @@ QString ZOR_Dialog_GSM_Operators::confirmDeleteText()
 
 void ZOR_Dialog_GSM_Operators::appendRecord(const QStringList& fields, bool)
 {
-    vRecords << fields;
+    m_vRecords << fields;
 }
 
 void ZOR_Dialog_GSM_Operators::clearRecords()
 {
-    vRecords.clear();
+    m_vRecords.clear();
 }

@@ -27,7 +27,7 @@ public:
     // empty list (a form that shows the settings of a SIM finds its operator).
     QStringList getFirstByFields(const QString& qsApn, const QString& qsLogin, const QString& qsPassword) const;
 
-    const QVector<QStringList>& records() const { return vRecords; }
+    const QVector<QStringList>& records() const { return m_vRecords; }
 
 protected:
     bool validateBeforeSave() override;
@@ -37,7 +37,7 @@ protected:
     void clearRecords() override;
 
 private:
-    QVector<QStringList> vRecords;
+    QVector<QStringList> m_vRecords;
 };
 
 #endif

@@ -37,18 +37,18 @@ ZOR_Dialog_Servers::ZOR_Dialog_Servers(QWidget* parent)
 
 ZOR_Dialog_Servers::~ZOR_Dialog_Servers()
 {
-    qDeleteAll(vServers);
+    qDeleteAll(m_vServers);
 }
 
 void ZOR_Dialog_Servers::getListServers(QStringList& list) const
 {
-    for (const ZOR_Server* server : vServers)
+    for (const ZOR_Server* server : m_vServers)
         list << server->getName();
 }
 
 ZOR_Server* ZOR_Dialog_Servers::getServer4Name(const QString& qsName) const
 {
-    for (ZOR_Server* server : vServers) {
+    for (ZOR_Server* server : m_vServers) {
         if (server->getName() == qsName)
             return server;
     }
@@ -58,7 +58,7 @@ ZOR_Server* ZOR_Dialog_Servers::getServer4Name(const QString& qsName) const
 ZOR_Server* ZOR_Dialog_Servers::getServer4DNS(const QString& qsDns, int nPort) const
 {
     const QString qsWanted = qsDns.trimmed();
-    for (ZOR_Server* server : vServers) {
+    for (ZOR_Server* server : m_vServers) {
         if (server->getPort() == nPort && server->getDNS().trimmed().compare(qsWanted, Qt::CaseInsensitive) == 0)
             return server;
     }
@@ -104,11 +104,11 @@ void ZOR_Dialog_Servers::appendRecord(const QStringList& fields, bool)
 {
     auto* server = new ZOR_Server(fields.value(0), fields.value(1), 0);
     server->setPort(fields.value(2));
-    vServers << server;
+    m_vServers << server;
 }
 
 void ZOR_Dialog_Servers::clearRecords()
 {
-    qDeleteAll(vServers);
-    vServers.clear();
+    qDeleteAll(m_vServers);
+    m_vServers.clear();
 }

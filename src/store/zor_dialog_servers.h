@@ -25,7 +25,7 @@ public:
     // "Current Server" (made unique), selected; the user saves it.
     void addServer(const QString& qsDns, int nPort);
 
-    const QVector<ZOR_Server*>& servers() const { return vServers; }
+    const QVector<ZOR_Server*>& servers() const { return m_vServers; }
 
 protected:
     void fixupRecord(QStringList& fields) override;
@@ -36,7 +36,7 @@ protected:
     void clearRecords() override;
 
 private:
-    QVector<ZOR_Server*> vServers;
+    QVector<ZOR_Server*> m_vServers;
 };
 
 #endif

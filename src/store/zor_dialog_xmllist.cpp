@@ -40,13 +40,13 @@ ZOR_Dialog_XmlList::ZOR_Dialog_XmlList(const QString& qsFileSubPath_, const QStr
     const QString& qsRecordElement_, const QVector<ZOR_XmlListField>& fields, QWidget* parent)
     : QDialog(parent, configDialogFlags())
     , ui(new Ui::ZOR_Dialog_XmlList)
-    , qsFileSubPath(qsFileSubPath_)
-    , qsRootElement(qsRootElement_)
-    , qsRecordElement(qsRecordElement_)
-    , vFields(fields)
+    , m_qsFileSubPath(qsFileSubPath_)
+    , m_qsRootElement(qsRootElement_)
+    , m_qsRecordElement(qsRecordElement_)
+    , m_vFields(fields)
 {
     ui->setupUi(this);
-    ui->treeWidget->setColumnCount(vFields.size() + 1);
+    ui->treeWidget->setColumnCount(m_vFields.size() + 1);
     ui->treeWidget->setColumnWidth(0, 45);
 
     connect(ui->toolButton_Add, &QToolButton::clicked, this, &ZOR_Dialog_XmlList::slot_pressed_Btn_Add);
@@ -81,7 +81,7 @@ void ZOR_Dialog_XmlList::translateForm()
     ui->toolButton_Up->setToolTip(zorTr(QLatin1String(m_keys.lpUp)));
     ui->toolButton_Down->setToolTip(zorTr(QLatin1String(m_keys.lpDown)));
     QStringList headers{QStringLiteral("№")};
-    for (const ZOR_XmlListField& field : vFields)
+    for (const ZOR_XmlListField& field : m_vFields)
         headers << zorTr(field.qsCaptionKey);
     ui->treeWidget->setHeaderLabels(headers);
 }
@@ -90,10 +90,10 @@ void ZOR_Dialog_XmlList::translateForm()
 
 QString ZOR_Dialog_XmlList::localizedFileSubPath(const QString& qsSuffix) const
 {
-    const int nDot = qsFileSubPath.lastIndexOf(QLatin1Char('.'));
+    const int nDot = m_qsFileSubPath.lastIndexOf(QLatin1Char('.'));
     if (nDot < 0)
-        return qsFileSubPath + qsSuffix;
-    return qsFileSubPath.left(nDot) + qsSuffix + qsFileSubPath.mid(nDot);
+        return m_qsFileSubPath + qsSuffix;
+    return m_qsFileSubPath.left(nDot) + qsSuffix + m_qsFileSubPath.mid(nDot);
 }
 
 QString ZOR_Dialog_XmlList::defaultFilePath() const
@@ -104,7 +104,7 @@ QString ZOR_Dialog_XmlList::defaultFilePath() const
         if (QFileInfo::exists(qsCandidate))
             return qsCandidate;
     }
-    return appSharedDataDirectory() + qsFileSubPath;
+    return appSharedDataDirectory() + m_qsFileSubPath;
 }
 
 QString ZOR_Dialog_XmlList::userFilePath() const
@@ -120,22 +120,22 @@ QList<QStringList> ZOR_Dialog_XmlList::readRecords(const QString& qsPath, bool& 
 ZOR_XmlListFile ZOR_Dialog_XmlList::listFile() const
 {
     QStringList attributes;
-    for (const ZOR_XmlListField& field : vFields)
+    for (const ZOR_XmlListField& field : m_vFields)
         attributes << field.qsAttribute;
-    return ZOR_XmlListFile(qsRootElement, qsRecordElement, attributes);
+    return ZOR_XmlListFile(m_qsRootElement, m_qsRecordElement, attributes);
 }
 
 bool ZOR_Dialog_XmlList::readFile()
 {
     clearRecords();
     clearTree();
-    qsReadLanguage = programLanguage();
+    m_qsReadLanguage = programLanguage();
 
     bool bDefaultOk = true;
     bool bUserOk = true;
     const QList<QStringList> defaults = readRecords(defaultFilePath(), bDefaultOk);
     const QList<QStringList> users = readRecords(userFilePath(), bUserOk);
-    bUserFileBad = !bUserOk;
+    m_bUserFileBad = !bUserOk;
 
     QSet<QString> keys;
     const auto take = [&](QStringList fields, bool isDefault) {
@@ -183,10 +183,10 @@ bool ZOR_Dialog_XmlList::keepBadUserFile()
 
 bool ZOR_Dialog_XmlList::writeRecords(const QList<QStringList>& records)
 {
-    if (bUserFileBad) {
+    if (m_bUserFileBad) {
         if (!keepBadUserFile())
             return false;
-        bUserFileBad = false;
+        m_bUserFileBad = false;
     }
     const QString qsPath = userFilePath();
     QDir().mkpath(QFileInfo(qsPath).absolutePath());
@@ -236,7 +236,7 @@ void ZOR_Dialog_XmlList::reload()
 
 void ZOR_Dialog_XmlList::reloadIfLanguageChanged()
 {
-    if (programLanguage() == qsReadLanguage)
+    if (programLanguage() == m_qsReadLanguage)
         return;
     translateForm();
     readFile();
@@ -266,7 +266,7 @@ bool ZOR_Dialog_XmlList::isDefaultItem(const QTreeWidgetItem* item) const
 QStringList ZOR_Dialog_XmlList::rowFields(const QTreeWidgetItem* item) const
 {
     QStringList fields;
-    for (int i = 0; i < vFields.size(); ++i)
+    for (int i = 0; i < m_vFields.size(); ++i)
         fields << item->text(i + 1);
     return fields;
 }
@@ -275,11 +275,11 @@ QTreeWidgetItem* ZOR_Dialog_XmlList::addTreeRow(const QStringList& fields, bool 
 {
     auto* item = new QTreeWidgetItem(ui->treeWidget);
     item->setData(0, kDefaultRole, isDefault);
-    for (int i = 0; i < vFields.size(); ++i)
+    for (int i = 0; i < m_vFields.size(); ++i)
         item->setText(i + 1, fields.value(i));
     if (isDefault) {
         item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        for (int i = 0; i <= vFields.size(); ++i)
+        for (int i = 0; i <= m_vFields.size(); ++i)
             item->setForeground(i, palette().brush(QPalette::Disabled, QPalette::Text));
         item->setToolTip(0, zorTr(QStringLiteral("lst_010")));
     } else {

@@ -79,7 +79,7 @@ public:
 
     bool isDefaultItem(const QTreeWidgetItem* item) const;
     QTreeWidget* treeWidget() const;
-    int fieldCount() const { return vFields.size(); }
+    int fieldCount() const { return m_vFields.size(); }
 
     // Every message box of the list dialogs (and of the console's list
     // handling) goes through ask(): the buttons are given as texts and the
@@ -126,7 +126,7 @@ protected:
     QTreeWidgetItem* addNewItem();
     void clearTree();
     QStringList rowFields(const QTreeWidgetItem* item) const;
-    QString fileSubPath() const { return qsFileSubPath; }
+    QString fileSubPath() const { return m_qsFileSubPath; }
 
     // Language keys of the window title and the buttons; a subclass with
     // texts of its own sets them before translateForm() runs.
@@ -159,14 +159,14 @@ private:
 
     Ui::ZOR_Dialog_XmlList* ui;
     CaptionKeys m_keys;
-    QString qsFileSubPath;
-    QString qsRootElement;
-    QString qsRecordElement;
-    QVector<ZOR_XmlListField> vFields;
-    QString qsReadLanguage;
+    QString m_qsFileSubPath;
+    QString m_qsRootElement;
+    QString m_qsRecordElement;
+    QVector<ZOR_XmlListField> m_vFields;
+    QString m_qsReadLanguage;
     // The user's file could not be parsed: it is copied aside before it is
     // first written over.
-    bool bUserFileBad = false;
+    bool m_bUserFileBad = false;
 };
 
 #endif

@@ -1,9 +1,9 @@
 #include "store/zor_server.h"
 
 ZOR_Server::ZOR_Server(const QString& qsName_, const QString& qsDns_, int nPort_)
-    : qsName(qsName_)
-    , qsDns(qsDns_)
-    , nPort(nPort_)
+    : m_qsName(qsName_)
+    , m_qsDns(qsDns_)
+    , m_nPort(nPort_)
 {
 }
 
@@ -11,5 +11,5 @@ void ZOR_Server::setPort(const QString& qsPort)
 {
     bool bOk = false;
     const int nValue = qsPort.trimmed().toInt(&bOk);
-    nPort = bOk ? nValue : 0;
+    m_nPort = bOk ? nValue : 0;
 }

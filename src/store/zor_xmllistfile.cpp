@@ -7,9 +7,9 @@
 
 ZOR_XmlListFile::ZOR_XmlListFile(
     const QString& qsRootElement_, const QString& qsRecordElement_, const QStringList& attributes_)
-    : qsRootElement(qsRootElement_)
-    , qsRecordElement(qsRecordElement_)
-    , attributes(attributes_)
+    : m_qsRootElement(qsRootElement_)
+    , m_qsRecordElement(qsRecordElement_)
+    , m_attributes(attributes_)
 {
 }
 
@@ -52,19 +52,19 @@ QList<QStringList> ZOR_XmlListFile::parse(const QByteArray& content, bool& bOk) 
         ++nDepth;
         // Another kind of list (a server list saved under the commands'
         // name) would lose all its records to the next save.
-        if (nDepth == 1 && reader.name() != qsRootElement) {
+        if (nDepth == 1 && reader.name() != m_qsRootElement) {
             bOk = false;
             return records;
         }
         if (nDepth != 2)
             continue;
-        if (reader.name() != qsRecordElement) {
+        if (reader.name() != m_qsRecordElement) {
             bOtherChildren = true;
             continue;
         }
         const QXmlStreamAttributes found = reader.attributes();
         QStringList fields;
-        for (const QString& attribute : attributes)
+        for (const QString& attribute : m_attributes)
             fields << found.value(attribute).toString();
         records << fields;
     }
@@ -80,11 +80,11 @@ bool ZOR_XmlListFile::write(QIODevice* device, const QList<QStringList>& records
     QXmlStreamWriter writer(device);
     writer.setAutoFormatting(true);
     writer.writeStartDocument();
-    writer.writeStartElement(qsRootElement);
+    writer.writeStartElement(m_qsRootElement);
     for (const QStringList& fields : records) {
-        writer.writeEmptyElement(qsRecordElement);
-        for (int i = 0; i < attributes.size(); ++i)
-            writer.writeAttribute(attributes[i], xmlSafe(fields.value(i)));
+        writer.writeEmptyElement(m_qsRecordElement);
+        for (int i = 0; i < m_attributes.size(); ++i)
+            writer.writeAttribute(m_attributes[i], xmlSafe(fields.value(i)));
     }
     writer.writeEndElement();
     writer.writeEndDocument();

@@ -36,9 +36,9 @@ public:
     static QString xmlSafe(const QString& s);
 
 private:
-    QString qsRootElement;
-    QString qsRecordElement;
-    QStringList attributes;
+    QString m_qsRootElement;
+    QString m_qsRecordElement;
+    QStringList m_attributes;
 };
 
 #endif

@@ -55,8 +55,8 @@ QString typedUserText(quint64 value, int bytes, const QString& type)
 
 TmiPage_Base::TmiPage_Base(int lastField, QObject* parent)
     : QObject(parent)
-    , nUtcOffset(QDateTime::currentDateTime().offsetFromUtc())
-    , nLastField(lastField)
+    , m_nUtcOffset(QDateTime::currentDateTime().offsetFromUtc())
+    , m_nLastField(lastField)
 {
     buildPlan();
 }
@@ -64,7 +64,7 @@ TmiPage_Base::TmiPage_Base(int lastField, QObject* parent)
 TmiPage_Base::TmiPage_Base(const Init& init, QObject* parent)
     : TmiPage_Base(init.lastField, parent)
 {
-    bFlag = init.flag;
+    m_bFlag = init.flag;
     setTypes(init.formatType, init.versionType);
     setPageFormat(init.format);
     setValueBlock(init.block, ZorTmi::blockSize(init.lastField));
@@ -73,8 +73,8 @@ TmiPage_Base::TmiPage_Base(const Init& init, QObject* parent)
 
 void TmiPage_Base::setTypes(int formatType, int versionType)
 {
-    nFormatType = quint8(formatType);
-    nVersionType = quint8(versionType);
+    m_nFormatType = quint8(formatType);
+    m_nVersionType = quint8(versionType);
 }
 
 void TmiPage_Base::setValueBlock(const void* block, int size)
@@ -118,27 +118,27 @@ std::unique_ptr<TmiPage_Base> TmiPage_Base::create(int nVersion)
 void TmiPage_Base::setPageFormat(const QString& format)
 {
     int count = 0;
-    getArrSzFormat(format, arrMask, count);
+    getArrSzFormat(format, m_arrMask, count);
     buildPlan();
 }
 
 void TmiPage_Base::setPageFormat(const unsigned char* mask)
 {
     if (mask)
-        std::memcpy(arrMask, mask, sizeof arrMask);
+        std::memcpy(m_arrMask, mask, sizeof m_arrMask);
     else
-        std::memset(arrMask, 0, sizeof arrMask);
+        std::memset(m_arrMask, 0, sizeof m_arrMask);
     buildPlan();
 }
 
 void TmiPage_Base::getPageFormat(QByteArray& mask) const
 {
-    mask = QByteArray(reinterpret_cast<const char*>(arrMask), ZorTmi::MaskBytes);
+    mask = QByteArray(reinterpret_cast<const char*>(m_arrMask), ZorTmi::MaskBytes);
 }
 
 QString TmiPage_Base::getStrFormat() const
 {
-    return formatText(arrMask);
+    return formatText(m_arrMask);
 }
 
 // ---- decoding --------------------------------------------------------------
@@ -146,85 +146,85 @@ QString TmiPage_Base::getStrFormat() const
 void TmiPage_Base::buildPlan()
 {
     keepPacket();
-    plan.clear();
+    m_plan.clear();
     int src = 0;
-    for (int n = 1; n <= nLastField; ++n) {
-        if (!ZorTmi::maskBit(arrMask, n))
+    for (int n = 1; n <= m_nLastField; ++n) {
+        if (!ZorTmi::maskBit(m_arrMask, n))
             continue;
         const ZorTmi::FieldInfo& f = ZorTmi::field(n);
         // The value block is in field order, so a run of present fields is
         // one contiguous copy on both sides.
-        if (!plan.isEmpty() && plan.last().dst + plan.last().len == f.offset)
-            plan.last().len = quint16(plan.last().len + f.width);
+        if (!m_plan.isEmpty() && m_plan.last().dst + m_plan.last().len == f.offset)
+            m_plan.last().len = quint16(m_plan.last().len + f.width);
         else
-            plan.append(Run{quint16(src), f.offset, f.width});
+            m_plan.append(Run{quint16(src), f.offset, f.width});
         src += f.width;
     }
-    nRecordSize = src;
-    nCutField = ZorTmi::FieldCount + 1;
-    nMissingBytes = 0;
+    m_nRecordSize = src;
+    m_nCutField = ZorTmi::FieldCount + 1;
+    m_nMissingBytes = 0;
 }
 
 bool TmiPage_Base::setCurrentTMI(const unsigned char* data, int length)
 {
     if (!data || length < 0)
         length = 0;
-    if (length >= nRecordSize) {
+    if (length >= m_nRecordSize) {
         // A complete record's bytes are the value block's present fields in
         // order: the packet is taken back from there when it is asked for,
         // instead of being copied a second time for every record.
-        for (const Run& r : qAsConst(plan))
+        for (const Run& r : qAsConst(m_plan))
             std::memcpy(arrBlock + r.dst, data + r.src, r.len);
-        bPacketInBlock = true;
-        nCutField = ZorTmi::FieldCount + 1;
-        nMissingBytes = 0;
+        m_bPacketInBlock = true;
+        m_nCutField = ZorTmi::FieldCount + 1;
+        m_nMissingBytes = 0;
         return true;
     }
 
-    bPacketInBlock = false;
-    baPacket = QByteArray(reinterpret_cast<const char*>(data), length);
+    m_bPacketInBlock = false;
+    m_baPacket = QByteArray(reinterpret_cast<const char*>(data), length);
     // Short record: whole fields only, the rest absent and cleared.
     int src = 0;
-    nCutField = ZorTmi::FieldCount + 1;
-    for (int n = 1; n <= nLastField; ++n) {
-        if (!ZorTmi::maskBit(arrMask, n))
+    m_nCutField = ZorTmi::FieldCount + 1;
+    for (int n = 1; n <= m_nLastField; ++n) {
+        if (!ZorTmi::maskBit(m_arrMask, n))
             continue;
         const ZorTmi::FieldInfo& f = ZorTmi::field(n);
-        if (nCutField > n && src + f.width <= length)
+        if (m_nCutField > n && src + f.width <= length)
             std::memcpy(arrBlock + f.offset, data + src, f.width);
         else {
-            nCutField = qMin(nCutField, n);
+            m_nCutField = qMin(m_nCutField, n);
             std::memset(arrBlock + f.offset, 0, f.width);
         }
         src += f.width;
     }
-    nMissingBytes = nRecordSize - length;
+    m_nMissingBytes = m_nRecordSize - length;
     return false;
 }
 
 void TmiPage_Base::getPagePacket(QByteArray& packet) const
 {
     packet.clear();
-    if (!bPacketInBlock) {
-        packet.append(baPacket);
+    if (!m_bPacketInBlock) {
+        packet.append(m_baPacket);
         return;
     }
-    packet.resize(nRecordSize);
-    for (const Run& r : plan)
+    packet.resize(m_nRecordSize);
+    for (const Run& r : m_plan)
         std::memcpy(packet.data() + r.src, arrBlock + r.dst, r.len);
 }
 
 void TmiPage_Base::keepPacket()
 {
-    if (bPacketInBlock)
-        getPagePacket(baPacket);
-    bPacketInBlock = false;
+    if (m_bPacketInBlock)
+        getPagePacket(m_baPacket);
+    m_bPacketInBlock = false;
 }
 
 quint32 TmiPage_Base::getNumberTmiPage() const
 {
-    if (bExt)
-        return qFromLittleEndian(extRecord.NumPage);
+    if (m_bExt)
+        return qFromLittleEndian(m_extRecord.NumPage);
     return qFromLittleEndian<quint32>(fieldBytes(1));
 }
 
@@ -267,14 +267,14 @@ void TmiPage_Base::appendColumnTexts(int n, QString& out, QLatin1String before, 
 void TmiPage_Base::appendColumnTexts(int n, QByteArray& out, const QByteArray& before, const QByteArray& after) const
 {
     if (csvColumnCount(n))
-        ZorTmi::appendColumns(out, n, arrBlock, ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after);
+        ZorTmi::appendColumns(out, n, arrBlock, ZorTmi::Presence{m_arrMask, m_nLastField, m_nCutField}, before, after);
 }
 
 void TmiPage_Base::appendColumnTexts(const TmiPage_Base& columns, QByteArray& out, const QByteArray& before,
     const QByteArray& after, const ZorTmi::LineOptions& line) const
 {
-    ZorTmi::appendColumns(out, columns.arrMask, columns.nLastField, arrBlock,
-        ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after, line);
+    ZorTmi::appendColumns(out, columns.m_arrMask, columns.m_nLastField, arrBlock,
+        ZorTmi::Presence{m_arrMask, m_nLastField, m_nCutField}, before, after, line);
 }
 
 // ---- date and time ---------------------------------------------------------
@@ -296,7 +296,7 @@ QDateTime TmiPage_Base::getDateTimeUTC() const
 }
 QDateTime TmiPage_Base::getDateTimeUTC_Offset() const
 {
-    return timeValue(ZorTmi::Col_Time, Qt::UTC, nUtcOffset);
+    return timeValue(ZorTmi::Col_Time, Qt::UTC, m_nUtcOffset);
 }
 QDateTime TmiPage_Base::getLastDateTime() const
 {
@@ -308,7 +308,7 @@ QDateTime TmiPage_Base::getLastDateTimeUTC() const
 }
 QDateTime TmiPage_Base::getLastDateTimeUTC_Offset() const
 {
-    return timeValue(ZorTmi::Col_LastTime, Qt::UTC, nUtcOffset);
+    return timeValue(ZorTmi::Col_LastTime, Qt::UTC, m_nUtcOffset);
 }
 
 QString TmiPage_Base::getStrDateTime() const
@@ -331,7 +331,7 @@ QString TmiPage_Base::getStrDateTimeUTC_Offset() const
         : QString();
     return QStringLiteral("%1%2 %3 %4")
         .arg(t.toString(QStringLiteral("hh:mm:ss")), ms, t.toString(QStringLiteral("dd.MM.yyyy")),
-            getStrUtcZone(nUtcOffset));
+            getStrUtcZone(m_nUtcOffset));
 }
 
 QString TmiPage_Base::shiftedTimeText(int field, const QDateTime& t) const
@@ -340,7 +340,7 @@ QString TmiPage_Base::shiftedTimeText(int field, const QDateTime& t) const
         return notAvailable();
     return QStringLiteral("%1 %2 %3")
         .arg(t.toString(QStringLiteral("hh:mm:ss")), t.toString(QStringLiteral("dd.MM.yyyy")),
-            getStrUtcZone(nUtcOffset));
+            getStrUtcZone(m_nUtcOffset));
 }
 
 QString TmiPage_Base::getStrLastDateTimeUTC_Offset() const
@@ -358,7 +358,7 @@ QDateTime TmiPage_Base::getLbsDateTimeUTC() const
 }
 QDateTime TmiPage_Base::getLbsDateTimeUTC_Offset() const
 {
-    return timeValue(ZorTmi::Col_LbsTime, Qt::UTC, nUtcOffset);
+    return timeValue(ZorTmi::Col_LbsTime, Qt::UTC, m_nUtcOffset);
 }
 
 QString TmiPage_Base::getStrLbsDateTimeUTC_Offset() const
@@ -431,22 +431,22 @@ QString TmiPage_Base::userParamText(int n, const QString& type) const
 
 void TmiPage_Base::setExtTMI(const szExtTMI_KITE3* ext)
 {
-    bExt = ext != nullptr;
+    m_bExt = ext != nullptr;
     if (ext)
-        extRecord = *ext;
+        m_extRecord = *ext;
 }
 
 quint16 TmiPage_Base::getCode_Ext() const
 {
-    return qFromLittleEndian(extRecord.Code);
+    return qFromLittleEndian(m_extRecord.Code);
 }
 qint32 TmiPage_Base::getLatitude_Ext() const
 {
-    return qFromLittleEndian(extRecord.Latitude);
+    return qFromLittleEndian(m_extRecord.Latitude);
 }
 qint32 TmiPage_Base::getLongitude_Ext() const
 {
-    return qFromLittleEndian(extRecord.Longitude);
+    return qFromLittleEndian(m_extRecord.Longitude);
 }
 
 namespace {
@@ -464,38 +464,38 @@ QString coordinateText(qint32 v)
 
 QString TmiPage_Base::getStrLatitude_Ext() const
 {
-    return bExt ? coordinateText(getLatitude_Ext()) : notAvailable();
+    return m_bExt ? coordinateText(getLatitude_Ext()) : notAvailable();
 }
 
 QString TmiPage_Base::getStrLongitude_Ext() const
 {
-    return bExt ? coordinateText(getLongitude_Ext()) : notAvailable();
+    return m_bExt ? coordinateText(getLongitude_Ext()) : notAvailable();
 }
 
 QDateTime TmiPage_Base::getDateTime_Ext() const
 {
-    return QDateTime::fromSecsSinceEpoch(qFromLittleEndian(extRecord.Time), Qt::LocalTime);
+    return QDateTime::fromSecsSinceEpoch(qFromLittleEndian(m_extRecord.Time), Qt::LocalTime);
 }
 
 QDateTime TmiPage_Base::getDateTimeUTC_Ext() const
 {
-    return QDateTime::fromSecsSinceEpoch(qFromLittleEndian(extRecord.Time), Qt::UTC);
+    return QDateTime::fromSecsSinceEpoch(qFromLittleEndian(m_extRecord.Time), Qt::UTC);
 }
 
 QDateTime TmiPage_Base::getDateTimeUTC_Offset_Ext() const
 {
-    return QDateTime::fromSecsSinceEpoch(qint64(qFromLittleEndian(extRecord.Time)) + nUtcOffset, Qt::UTC);
+    return QDateTime::fromSecsSinceEpoch(qint64(qFromLittleEndian(m_extRecord.Time)) + m_nUtcOffset, Qt::UTC);
 }
 
 QString TmiPage_Base::getStrDateTime_Ext() const
 {
-    return bExt ? getDateTime_Ext().toString(kFormatDateTime) : notAvailable();
+    return m_bExt ? getDateTime_Ext().toString(kFormatDateTime) : notAvailable();
 }
 
 int TmiPage_Base::getDynamicDataSize_Ext() const
 {
-    const int blockMax = int(sizeof extRecord.Visible);
-    return qMin(int(extRecord.VisibleSize), blockMax) + qMin(int(extRecord.HiddenSize), blockMax);
+    const int blockMax = int(sizeof m_extRecord.Visible);
+    return qMin(int(m_extRecord.VisibleSize), blockMax) + qMin(int(m_extRecord.HiddenSize), blockMax);
 }
 
 float TmiPage_Base::getNaviAltitude() const
@@ -570,15 +570,15 @@ void extToBlock(const szExtTMI_KITE3& e, unsigned char* block, unsigned char* ma
 
 void TmiPage_Base::appendExcelHeader(QByteArray& out) const
 {
-    for (int n = 1; n <= nLastField; ++n) {
-        if (!ZorTmi::maskBit(arrMask, n))
+    for (int n = 1; n <= m_nLastField; ++n) {
+        if (!ZorTmi::maskBit(m_arrMask, n))
             continue;
         for (int i = 0, count = csvColumnCount(n); i < count; ++i) {
             out.append(csvColumnCaption(n, i).toUtf8());
             out.append(kCsvSeparator);
         }
     }
-    if (bFlag) {
+    if (m_bFlag) {
         out.append(zorTr(QStringLiteral("tmikte_%1").arg(kFlagColumnKey)).toUtf8());
         out.append(kCsvSeparator);
     }
@@ -589,7 +589,7 @@ void TmiPage_Base::appendExcelData(QByteArray& out, const TmiPage_Base* record, 
 {
     if (!record)
         return;
-    if (record->bExt) {
+    if (record->m_bExt) {
         appendExcelDataExt(out, *record, codeText);
         return;
     }
@@ -604,16 +604,16 @@ void TmiPage_Base::appendExcelDataExt(QByteArray& out, const TmiPage_Base& recor
 {
     unsigned char block[sizeof(szCurrentTMI_KITE3)] = {};
     unsigned char mask[ZorTmi::MaskBytes] = {};
-    extToBlock(record.extRecord, block, mask);
+    extToBlock(record.m_extRecord, block, mask);
     ZorTmi::LineOptions line;
     line.codeText = codeText;
     line.timeWithMiliSec = true;
-    ZorTmi::appendColumns(out, arrMask, nLastField, block,
+    ZorTmi::appendColumns(out, m_arrMask, m_nLastField, block,
         ZorTmi::Presence{mask, ZorTmi::FieldCount, ZorTmi::FieldCount + 1}, cellBefore(), cellAfter(), line);
-    if (bFlag) {
-        const int size = qMin(int(record.extRecord.VisibleSize), int(sizeof record.extRecord.Visible));
+    if (m_bFlag) {
+        const int size = qMin(int(record.m_extRecord.VisibleSize), int(sizeof record.m_extRecord.Visible));
         out.append(cellBefore());
-        out.append(QByteArray(reinterpret_cast<const char*>(record.extRecord.Visible), size).toHex().toUpper());
+        out.append(QByteArray(reinterpret_cast<const char*>(record.m_extRecord.Visible), size).toHex().toUpper());
         out.append(cellAfter());
     }
     out.append(kCsvLineEnd);

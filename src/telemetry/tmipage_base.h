@@ -61,27 +61,27 @@ public:
     void getPageFormat(QByteArray& mask) const; // the 32 mask bytes
     QString getStrFormat() const;
 
-    int lastField() const { return nLastField; }
+    int lastField() const { return m_nLastField; }
     // The flag of the constructor that takes a field-set string (the CSV
     // export adds a column for it).
-    bool getFlag() const { return bFlag; }
+    bool getFlag() const { return m_bFlag; }
     // Bytes one record of the field set takes.
-    int recordSize() const { return nRecordSize; }
+    int recordSize() const { return m_nRecordSize; }
     // Present in this record: set in the field set and decoded.
-    bool isUseParam(int n) const { return ZorTmi::Presence{arrMask, nLastField, nCutField}.has(n); }
+    bool isUseParam(int n) const { return ZorTmi::Presence{m_arrMask, m_nLastField, m_nCutField}.has(n); }
     // Set in the field set (whether or not the last record carried it).
-    bool isInFormat(int n) const { return n >= 1 && n <= nLastField && ZorTmi::maskBit(arrMask, n); }
+    bool isInFormat(int n) const { return n >= 1 && n <= m_nLastField && ZorTmi::maskBit(m_arrMask, n); }
 
     // Decoding -------------------------------------------------------------
     // Decodes one record; true when it was complete. Null data is an empty
     // record.
     bool setCurrentTMI(const unsigned char* data, int length);
-    int missingBytes() const { return nMissingBytes; }
+    int missingBytes() const { return m_nMissingBytes; }
     void getPagePacket(QByteArray& packet) const;
 
     // From the extended record when the object was built from one.
-    int getFormatType() const { return bExt ? extRecord.FormatType : nFormatType; }
-    int getVersionType() const { return bExt ? extRecord.VersionType : nVersionType; }
+    int getFormatType() const { return m_bExt ? m_extRecord.FormatType : m_nFormatType; }
+    int getVersionType() const { return m_bExt ? m_extRecord.VersionType : m_nVersionType; }
     quint32 getNumberTmiPage() const;
     quint16 getCode() const;
 
@@ -119,8 +119,8 @@ public:
     void appendExcelData(QByteArray& out, const TmiPage_Base* record, const QByteArray& codeText) const;
 
     // Date and time -------------------------------------------------------
-    void setDateTimeOffset(int seconds) { nUtcOffset = seconds; }
-    int getDateTimeOffset() const { return nUtcOffset; }
+    void setDateTimeOffset(int seconds) { m_nUtcOffset = seconds; }
+    int getDateTimeOffset() const { return m_nUtcOffset; }
     QDateTime getDateTime() const;
     QDateTime getDateTimeUTC() const;
     QDateTime getDateTimeUTC_Offset() const;
@@ -159,8 +159,8 @@ protected:
     // "n/a" in the others, then - with getFlag() - the visible data block
     // as upper-case hexadecimal.
     void setExcelDataExt(QTextStream& stream, const TmiPage_Base* record, const QString& codeText) const;
-    bool isExt() const { return bExt; }
-    const szExtTMI_KITE3& getExtTMI() const { return extRecord; }
+    bool isExt() const { return m_bExt; }
+    const szExtTMI_KITE3& getExtTMI() const { return m_extRecord; }
     quint16 getCode_Ext() const;
     qint32 getLatitude_Ext() const;
     qint32 getLongitude_Ext() const;
@@ -202,20 +202,20 @@ protected:
     QString shiftedTimeText(int field, const QDateTime& t) const;
     void appendExcelDataExt(QByteArray& out, const TmiPage_Base& record, const QByteArray& codeText) const;
 
-    quint8 nFormatType = 0;
-    quint8 nVersionType = 0;
-    unsigned char arrMask[ZorTmi::MaskBytes] = {};
+    quint8 m_nFormatType = 0;
+    quint8 m_nVersionType = 0;
+    unsigned char m_arrMask[ZorTmi::MaskBytes] = {};
     unsigned char arrBlock[sizeof(szCurrentTMI_KITE3)] = {};
-    int nUtcOffset = 0;
+    int m_nUtcOffset = 0;
     // The raw bytes of the last record; while bPacketInBlock they are not
     // held here but are the value block's present fields (see keepPacket).
-    QByteArray baPacket;
-    bool bPacketInBlock = false;
+    QByteArray m_baPacket;
+    bool m_bPacketInBlock = false;
     // Makes baPacket hold the bytes before the block or the plan changes.
     void keepPacket();
-    szExtTMI_KITE3 extRecord = {};
-    bool bExt = false;
-    bool bFlag = false;
+    szExtTMI_KITE3 m_extRecord = {};
+    bool m_bExt = false;
+    bool m_bFlag = false;
 
 private:
     struct Run
@@ -226,11 +226,11 @@ private:
     };
     void buildPlan();
 
-    int nLastField;
-    int nRecordSize = 0;
-    int nMissingBytes = 0;
-    int nCutField = ZorTmi::FieldCount + 1;
-    QVector<Run> plan;
+    int m_nLastField;
+    int m_nRecordSize = 0;
+    int m_nMissingBytes = 0;
+    int m_nCutField = ZorTmi::FieldCount + 1;
+    QVector<Run> m_plan;
 };
 
 // The constructors and value-block copy every record class has:

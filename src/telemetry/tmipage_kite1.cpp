@@ -50,7 +50,7 @@ void TmiPage_Kite1::setCurrentTMI_From_F8(const unsigned char* data, int length)
     if (data && length > 0)
         std::memcpy(f8, data, size_t(qMin(length, F8RecordSize)));
 
-    bPacketInBlock = false;
+    m_bPacketInBlock = false;
     std::memset(arrBlock, 0, sizeof arrBlock);
     for (const F8Run& r : kF8Runs) {
         const int dst = ZorTmi::field(r.first).offset;
@@ -59,16 +59,16 @@ void TmiPage_Kite1::setCurrentTMI_From_F8(const unsigned char* data, int length)
     }
     setTypes(F8FormatType, F8VersionType);
     setPageFormat(reinterpret_cast<const unsigned char*>(f8Format().constData()));
-    baPacket = QByteArray(reinterpret_cast<const char*>(f8), F8RecordSize);
+    m_baPacket = QByteArray(reinterpret_cast<const char*>(f8), F8RecordSize);
 }
 
 void TmiPage_Kite1::setCurrentPacketF8ToKite(const unsigned char* data, int length)
 {
     if (data)
         setCurrentTMI_From_F8(data, length);
-    bPacketInBlock = false;
-    baPacket.clear();
+    m_bPacketInBlock = false;
+    m_baPacket.clear();
     for (int n = 1; n <= lastField(); ++n)
         if (isUseParam(n))
-            baPacket.append(reinterpret_cast<const char*>(fieldBytes(n)), ZorTmi::field(n).width);
+            m_baPacket.append(reinterpret_cast<const char*>(fieldBytes(n)), ZorTmi::field(n).width);
 }

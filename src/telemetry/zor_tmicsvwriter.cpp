@@ -21,8 +21,8 @@ QString writeFailure(const QIODevice* device, int nErrno)
 } // namespace
 
 ZOR_TmiCsvWriter::ZOR_TmiCsvWriter(const TmiPage_Base& columnsPage, Encoding textEncoding)
-    : columns(columnsPage)
-    , encoding(textEncoding)
+    : m_columns(columnsPage)
+    , m_encoding(textEncoding)
 {
 }
 
@@ -34,75 +34,75 @@ ZOR_TmiCsvWriter::~ZOR_TmiCsvWriter()
 bool ZOR_TmiCsvWriter::open(const QString& path)
 {
     cancel();
-    file.reset(new QSaveFile(path));
-    if (!file->open(QIODevice::WriteOnly)) {
-        qsError = QStringLiteral("%1: %2").arg(path, file->errorString());
-        file.reset();
-        device = nullptr;
+    m_file.reset(new QSaveFile(path));
+    if (!m_file->open(QIODevice::WriteOnly)) {
+        m_qsError = QStringLiteral("%1: %2").arg(path, m_file->errorString());
+        m_file.reset();
+        m_device = nullptr;
         return false;
     }
-    device = file.get();
-    baBuffer.reserve(BlockSize + BlockSize / 4);
-    nLines = 0;
+    m_device = m_file.get();
+    m_baBuffer.reserve(BlockSize + BlockSize / 4);
+    m_nLines = 0;
     return true;
 }
 
 bool ZOR_TmiCsvWriter::open(QIODevice* target)
 {
     cancel();
-    device = target;
-    if (!device || !device->isWritable()) {
-        qsError = QStringLiteral("the output is not open for writing");
-        device = nullptr;
+    m_device = target;
+    if (!m_device || !m_device->isWritable()) {
+        m_qsError = QStringLiteral("the output is not open for writing");
+        m_device = nullptr;
         return false;
     }
-    baBuffer.reserve(BlockSize + BlockSize / 4);
-    nLines = 0;
+    m_baBuffer.reserve(BlockSize + BlockSize / 4);
+    m_nLines = 0;
     return true;
 }
 
 bool ZOR_TmiCsvWriter::writeHeader()
 {
-    if (!device)
+    if (!m_device)
         return false;
-    columns.appendExcelHeader(baBuffer);
+    m_columns.appendExcelHeader(m_baBuffer);
     return afterLine();
 }
 
 bool ZOR_TmiCsvWriter::writeRecord(const TmiPage_Base* record, const QString& codeText)
 {
-    if (!device)
+    if (!m_device)
         return false;
     if (!record)
         return true;
     // Exports usually pass the same code text (or none) for many lines.
-    if (codeText != qsCodeText) {
-        qsCodeText = codeText;
-        baCodeText = codeText.toUtf8();
+    if (codeText != m_qsCodeText) {
+        m_qsCodeText = codeText;
+        m_baCodeText = codeText.toUtf8();
     }
-    columns.appendExcelData(baBuffer, record, baCodeText);
+    m_columns.appendExcelData(m_baBuffer, record, m_baCodeText);
     return afterLine();
 }
 
 bool ZOR_TmiCsvWriter::afterLine()
 {
-    ++nLines;
-    return baBuffer.size() < BlockSize || flush();
+    ++m_nLines;
+    return m_baBuffer.size() < BlockSize || flush();
 }
 
 QString ZOR_TmiCsvWriter::writeBlock(const QByteArray& block) const
 {
     const QByteArray* bytes = &block;
     QByteArray encoded;
-    if (encoding == Windows1251) {
+    if (m_encoding == Windows1251) {
         const QString text = QString::fromUtf8(block.constData(), block.size());
         ZOR_Cp1251::encodeAppend(text.constData(), text.size(), encoded);
         bytes = &encoded;
     }
     errno = 0;
-    if (device->write(*bytes) == bytes->size())
+    if (m_device->write(*bytes) == bytes->size())
         return QString();
-    return writeFailure(device, errno);
+    return writeFailure(m_device, errno);
 }
 
 // The writing thread: blocks in the order they were handed over. After a
@@ -110,20 +110,20 @@ QString ZOR_TmiCsvWriter::writeBlock(const QByteArray& block) const
 // or commit that follows.
 void ZOR_TmiCsvWriter::writeLoop()
 {
-    std::unique_lock<std::mutex> lock(mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     for (;;) {
-        cvQueued.wait(lock, [this] { return bStop || !queued.empty(); });
+        cvQueued.wait(lock, [this] { return m_bStop || !queued.empty(); });
         if (queued.empty())
             return;
         QByteArray block = std::move(queued.front());
         queued.pop_front();
-        bWriting = true;
+        m_bWriting = true;
         const bool failed = !qsWriteError.isEmpty();
         lock.unlock();
         const QString error = failed ? QString() : writeBlock(block);
         block.resize(0); // keeps its reserved room
         lock.lock();
-        bWriting = false;
+        m_bWriting = false;
         if (!error.isEmpty())
             qsWriteError = error;
         spare.push_back(std::move(block));
@@ -136,13 +136,13 @@ void ZOR_TmiCsvWriter::writeLoop()
 // BlocksInFlight blocks behind.
 bool ZOR_TmiCsvWriter::flush()
 {
-    if (!device)
+    if (!m_device)
         return false;
-    std::unique_lock<std::mutex> lock(mutex);
-    if (!writer.joinable())
-        writer = std::thread(&ZOR_TmiCsvWriter::writeLoop, this);
+    std::unique_lock<std::mutex> lock(m_mutex);
+    if (!m_writer.joinable())
+        m_writer = std::thread(&ZOR_TmiCsvWriter::writeLoop, this);
     cvWritten.wait(
-        lock, [this] { return !qsWriteError.isEmpty() || int(queued.size()) + int(bWriting) < BlocksInFlight; });
+        lock, [this] { return !qsWriteError.isEmpty() || int(queued.size()) + int(m_bWriting) < BlocksInFlight; });
     if (!qsWriteError.isEmpty()) {
         lock.unlock();
         return waitForWrite();
@@ -154,8 +154,8 @@ bool ZOR_TmiCsvWriter::flush()
     } else {
         next.reserve(BlockSize + BlockSize / 4);
     }
-    queued.push_back(std::move(baBuffer));
-    baBuffer = std::move(next);
+    queued.push_back(std::move(m_baBuffer));
+    m_baBuffer = std::move(next);
     cvQueued.notify_one();
     return true;
 }
@@ -164,11 +164,11 @@ bool ZOR_TmiCsvWriter::flush()
 // cancelled) when one of them failed.
 bool ZOR_TmiCsvWriter::waitForWrite()
 {
-    std::unique_lock<std::mutex> lock(mutex);
-    cvWritten.wait(lock, [this] { return queued.empty() && !bWriting; });
+    std::unique_lock<std::mutex> lock(m_mutex);
+    cvWritten.wait(lock, [this] { return queued.empty() && !m_bWriting; });
     if (qsWriteError.isEmpty())
         return true;
-    qsError = qsWriteError;
+    m_qsError = qsWriteError;
     lock.unlock();
     cancel();
     return false;
@@ -176,35 +176,35 @@ bool ZOR_TmiCsvWriter::waitForWrite()
 
 bool ZOR_TmiCsvWriter::commit()
 {
-    if (!device)
+    if (!m_device)
         return false;
     if (!waitForWrite())
         return false;
     // The last block from here: the writing thread is idle.
-    if (!baBuffer.isEmpty()) {
-        const QString error = writeBlock(baBuffer);
-        baBuffer.resize(0);
+    if (!m_baBuffer.isEmpty()) {
+        const QString error = writeBlock(m_baBuffer);
+        m_baBuffer.resize(0);
         if (!error.isEmpty()) {
-            qsError = error;
+            m_qsError = error;
             cancel();
             return false;
         }
     }
     stopWriting();
-    if (file) {
+    if (m_file) {
         // Flushed apart from the commit, whose closing and clean-up would
         // overwrite the reason of a failed last write.
         errno = 0;
-        if (!file->flush()) {
-            qsError = writeFailure(file.get(), errno);
+        if (!m_file->flush()) {
+            m_qsError = writeFailure(m_file.get(), errno);
             cancel();
             return false;
         }
-        const bool ok = file->commit();
+        const bool ok = m_file->commit();
         if (!ok)
-            qsError = file->errorString();
-        file.reset();
-        device = nullptr;
+            m_qsError = m_file->errorString();
+        m_file.reset();
+        m_device = nullptr;
         return ok;
     }
     return true;
@@ -214,27 +214,27 @@ bool ZOR_TmiCsvWriter::commit()
 void ZOR_TmiCsvWriter::stopWriting()
 {
     {
-        std::lock_guard<std::mutex> lock(mutex);
-        bStop = true;
+        std::lock_guard<std::mutex> lock(m_mutex);
+        m_bStop = true;
         while (!queued.empty()) {
             spare.push_back(std::move(queued.front()));
             queued.pop_front();
         }
     }
     cvQueued.notify_all();
-    if (writer.joinable())
-        writer.join();
-    bStop = false;
+    if (m_writer.joinable())
+        m_writer.join();
+    m_bStop = false;
     qsWriteError.clear();
 }
 
 void ZOR_TmiCsvWriter::cancel()
 {
     stopWriting();
-    if (file) {
-        file->cancelWriting();
-        file.reset();
+    if (m_file) {
+        m_file->cancelWriting();
+        m_file.reset();
     }
-    device = nullptr;
-    baBuffer.resize(0);
+    m_device = nullptr;
+    m_baBuffer.resize(0);
 }

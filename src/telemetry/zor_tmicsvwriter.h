@@ -56,8 +56,8 @@ public:
     // Drops the export; the target file keeps its old content.
     void cancel();
 
-    qint64 linesWritten() const { return nLines; }
-    QString errorString() const { return qsError; }
+    qint64 linesWritten() const { return m_nLines; }
+    QString errorString() const { return m_qsError; }
 
     // Bytes collected before a block is written.
     static constexpr int BlockSize = 1 << 20;
@@ -74,25 +74,25 @@ private:
     // Blocks handed to the writing thread and not yet written, at most.
     static constexpr int BlocksInFlight = 3;
 
-    const TmiPage_Base& columns;
-    Encoding encoding;
-    std::unique_ptr<QSaveFile> file;
-    QIODevice* device = nullptr;
-    QByteArray baBuffer;
-    QByteArray baCodeText;
-    QString qsCodeText;
-    QString qsError;
-    qint64 nLines = 0;
+    const TmiPage_Base& m_columns;
+    Encoding m_encoding;
+    std::unique_ptr<QSaveFile> m_file;
+    QIODevice* m_device = nullptr;
+    QByteArray m_baBuffer;
+    QByteArray m_baCodeText;
+    QString m_qsCodeText;
+    QString m_qsError;
+    qint64 m_nLines = 0;
 
     // Shared with the writing thread, under mutex.
-    std::thread writer;
-    std::mutex mutex;
+    std::thread m_writer;
+    std::mutex m_mutex;
     std::condition_variable cvQueued; // a block to write, or stop
     std::condition_variable cvWritten; // a block was written
     std::deque<QByteArray> queued; // in file order
     std::vector<QByteArray> spare; // written blocks, to be filled again
-    bool bWriting = false;
-    bool bStop = false;
+    bool m_bWriting = false;
+    bool m_bStop = false;
     QString qsWriteError; // the first failed write
 };
 
