@@ -99,6 +99,7 @@ private:
         QString qsCaption;
     };
 
+    static QVector<ZOR_RowBuilder::Column> rowColumns();
     void buildRows();
     void connectRow(int nIndex);
     void connectEvent(int nIndex);
@@ -126,8 +127,6 @@ private:
 
     ZOR_RowBuilder m_rows;
     ZOR_RowBuilder m_events;
-    // Stored order of a row: prm addr reg cmd ord cycle save.
-    QVector<ZOR_FormBinding> m_rowBind;
     // Stored order of an event after "prm": cond step low high hyst.
     QVector<ZOR_FormBinding> m_eventBind;
     QVector<Published> m_published;
