@@ -198,17 +198,28 @@ QVector<ZOR_RowBuilder::Column> ZOR_Form_Config_RS_Param_Mdbs::rowColumns()
             Column(QStringLiteral("cfgt6_116"), ZOR_RowBuilder::Check, "save", QStringLiteral("0")).stored(6)};
 }
 
+// An event's columns; the attributes follow "prm", which names the row.
+QVector<ZOR_RowBuilder::Column> ZOR_Form_Config_RS_Param_Mdbs::eventColumns()
+{
+    auto threshold = [](const char* lpKey, const char* lpAttr, const char* lpDefault) {
+        return Column(QLatin1String(lpKey), ZOR_RowBuilder::Integer, lpAttr, QLatin1String(lpDefault),
+                      -kThresholdLimit, kThresholdLimit);
+    };
+    return {Column(QString(), ZOR_RowBuilder::Label),
+            Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
+            Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index),
+            Column(QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index, "cond")
+                .stored(0, bindNumberCaption(&conditionCaptions(), 0)),
+            threshold("cfgt6_121", "step", "1000"),
+            threshold("cfgt6_122", "low", "0"),
+            threshold("cfgt6_123", "high", "1000"),
+            threshold("cfgt6_124", "hyst", "100")};
+}
+
 ZOR_Form_Config_RS_Param_Mdbs::ZOR_Form_Config_RS_Param_Mdbs(QWidget* parent)
     : ZOR_Form_Config_RS_Param(parent)
     , m_rows(rowColumns())
-    , m_events({{QString(), ZOR_RowBuilder::Label},
-                {QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check},
-                {QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index},
-                {QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index},
-                {QStringLiteral("cfgt6_121"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-                {QStringLiteral("cfgt6_122"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-                {QStringLiteral("cfgt6_123"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-                {QStringLiteral("cfgt6_124"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit}})
+    , m_events(eventColumns())
 {
     buildRows();
     setDefaultParam();
@@ -274,16 +285,8 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
     m_published.resize(nRows);
     for (int i = 0; i < nRows; ++i)
         connectRow(i);
-    m_eventBind.resize(nEvents);
-    for (int i = 0; i < nEvents; ++i) {
-        m_eventBind[i]
-            .numberCaption("cond", eventCombo(i, EvCond), &conditionCaptions(), 0, 0)
-            .integer("step", m_events.widgetAs<QSpinBox>(i, EvStep), 1000)
-            .integer("low", m_events.widgetAs<QSpinBox>(i, EvLow), 0)
-            .integer("high", m_events.widgetAs<QSpinBox>(i, EvHigh), 1000)
-            .integer("hyst", m_events.widgetAs<QSpinBox>(i, EvHyst), 100);
+    for (int i = 0; i < nEvents; ++i)
         connectEvent(i);
-    }
     translateForm();
 }
 
@@ -689,7 +692,7 @@ void ZOR_Form_Config_RS_Param_Mdbs::readParamMdbs(CXMLWorkData* lpRoot)
         setEventOn(i + 1, true);
         QComboBox* prm = eventCombo(i, EvPrm);
         prm->setCurrentIndex(prm->findText(qsLabel));
-        m_eventBind[i].read(node.get());
+        m_events.binding(i).read(node.get());
     }
 }
 
@@ -720,7 +723,7 @@ void ZOR_Form_Config_RS_Param_Mdbs::writeParamMdbs(CXMLWorkData* lpRoot)
         const int nRow = rowOfLabel(eventCombo(i, EvPrm)->currentText());
         const auto node = ZOR_SettingsNode::openForWrite(params.get(), ZOR_SettingsNode::name(kEventNode, i + 1));
         node->writeString("prm", nRow < 0 ? QString() : glqsMbPreffixXml + QString::number(nRow + 1));
-        m_eventBind[i].write(node.get());
+        m_events.binding(i).write(node.get());
         node->writeParameters();
     }
 }
