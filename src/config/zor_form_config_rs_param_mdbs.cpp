@@ -181,14 +181,15 @@ bool ZOR_Form_Config_RS_Param_Mdbs::registerFromNumber(int nNumber, int* lpAddre
 QVector<ZOR_RowBuilder::Column> ZOR_Form_Config_RS_Param_Mdbs::rowColumns()
 {
     const ZOR_CaptionList* lpTypes = &ZOR_DataTypes::captionList();
+    const ZOR_CaptionList* lpKinds = &registerTypeCaptions();
     return {Column(QString(), ZOR_RowBuilder::Label),
             Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
             Column(QStringLiteral("cfgt6_109"), ZOR_RowBuilder::Integer, "addr", QStringLiteral("1"), 1, 255).stored(1),
             Column(QStringLiteral("cfgt6_110"), ZOR_RowBuilder::Integer, "reg", QString(), 0, kRegisterMax)
                 .stored(2, bindRegister),
             Column(QStringLiteral("cfgt6_111"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 49999),
-            Column(QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, "cmd", QString(), 0, 0, &registerTypeCaptions())
-                .stored(3, bindNumberCaption(&registerTypeCaptions(), 1)),
+            Column(QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, "cmd", QString(), 0, 0, lpKinds)
+                .stored(3, bindNumberCaption(lpKinds, 1)),
             Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Caption, "prm", QString(), 0, 0, lpTypes)
                 .stored(0, bindDataType),
             Column(QStringLiteral("cfgt6_114"), ZOR_RowBuilder::Caption, "ord", QString(), 0, 0, &byteOrderCaptions())
