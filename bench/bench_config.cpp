@@ -29,8 +29,9 @@ namespace {
 
 QTemporaryDir& workDir()
 {
-    static QTemporaryDir dir(QDir(QStringLiteral("/dev/shm")).exists() ? QStringLiteral("/dev/shm/zor-bench-XXXXXX")
-                                                                         : QDir::tempPath() + QStringLiteral("/zor-bench-XXXXXX"));
+    static QTemporaryDir dir(QDir(QStringLiteral("/dev/shm")).exists()
+            ? QStringLiteral("/dev/shm/zor-bench-XXXXXX")
+            : QDir::tempPath() + QStringLiteral("/zor-bench-XXXXXX"));
     return dir;
 }
 
@@ -59,7 +60,7 @@ const QByteArray& document()
                     const ZOR_UserParamEntry entry = i < listed.size()
                         ? listed[i]
                         : ZOR_UserParamEntry{QStringLiteral("MB"), QStringLiteral("MB%1,  5,  1a").arg(nField),
-                                             QStringLiteral("%1u").arg(nWidth), nWidth};
+                            QStringLiteral("%1u").arg(nWidth), nWidth};
                     lpUser->setUserParam(nField, entry);
                 }
             }
@@ -167,8 +168,8 @@ QString checkFile(const char* lpName, int nTargetBytes, bool bFaulty)
     for (int i = 0; body.size() + bytes.size() < nTargetBytes; ++i)
         body += bFaulty ? QByteArray("    <JUNK") + QByteArray::number(i) + " a=\"" + QByteArray::number(i) + "\" />\n"
                         : QByteArray("    <LOG") + QByteArray::number(i % 100) + " t=\"2026-11-25 17:00:00\" v=\""
-                              + QByteArray::number(i) + "\">\n        <E a=\"1\" b=\"2\" />\n    </LOG"
-                              + QByteArray::number(i % 100) + ">\n";
+                + QByteArray::number(i) + "\">\n        <E a=\"1\" b=\"2\" />\n    </LOG" + QByteArray::number(i % 100)
+                + ">\n";
     bytes.insert(nEnd, body);
     QFile f(path);
     if (f.open(QIODevice::WriteOnly))

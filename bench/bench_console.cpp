@@ -164,7 +164,12 @@ void BM_ConsoleLargeBlocks(benchmark::State& state)
         state.counters["shown_s"] = seconds;
     }
 }
-BENCHMARK(BM_ConsoleLargeBlocks)->Arg(1024)->Arg(64 * 1024)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ConsoleLargeBlocks)
+    ->Arg(1024)
+    ->Arg(64 * 1024)
+    ->Iterations(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 // The log alone, 1,000,000 blocks of 64 bytes: the heap it takes per row,
 // how fast rows go in, and what is still held (heap and resident) once the

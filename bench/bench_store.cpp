@@ -190,8 +190,8 @@ void BM_StoreSetOnWideElement(benchmark::State& state)
         setNs += double(cpuNs() - c);
     }
     state.counters["children"] = n;
-    state.counters["ns_per_child"] =
-        benchmark::Counter(double(n), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["ns_per_child"] = benchmark::Counter(
+        double(n), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     state.counters["to_bare_per_child"] = setNs / double(state.iterations()) / n / bareNsPerChild;
 }
 BENCHMARK(BM_StoreSetOnWideElement)->Arg(10000)->Arg(50000)->Arg(100000)->Unit(benchmark::kMillisecond);

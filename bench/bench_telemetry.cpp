@@ -31,7 +31,7 @@
 namespace {
 
 constexpr int kRecordSize = int(sizeof(szCurrentTMI_KITE3));
-constexpr int kRecords = 64;  // distinct records, cycled through
+constexpr int kRecords = 64; // distinct records, cycled through
 
 const QString& fullFormat()
 {
@@ -79,7 +79,7 @@ std::vector<unsigned char> realisticRecords()
                 break;
             case ZorTmi::Type_I32: put<qint32>(p, qint32(in(90000, 250000))); break;
             case ZorTmi::Type_U64: put<quint64>(p, quint64(in(0, 1000000))); break;
-            case ZorTmi::Type_I64:  // latitude then longitude, 1/10^7 minute
+            case ZorTmi::Type_I64: // latitude then longitude, 1/10^7 minute
                 put<qint64>(p, qint64(c.offset == 0 ? 55 : 37) * 600000000 + in(0, 300000000));
                 break;
             case ZorTmi::Type_F32: put<float>(p, float(in(0, 13000)) / 100.0f); break;
@@ -125,7 +125,6 @@ protected:
     qint64 readData(char*, qint64) override { return -1; }
     qint64 writeData(const char*, qint64 len) override { return len; }
 };
-
 
 // The baseline a Qt developer would write first: every cell through
 // QString::number / arg and QDateTime::toString, captions looked up per
@@ -186,7 +185,8 @@ QString cellText(const Column& c, const unsigned char* p)
     switch (c.text) {
     case Text_SimNo: return QString::number(v + 1);
     case Text_DateTime: return QDateTime::fromSecsSinceEpoch(quint32(v)).toString(QStringLiteral("dd.MM.yyyy H:mm:ss"));
-    case Text_TimeDate: return QDateTime::fromSecsSinceEpoch(quint32(v)).toString(QStringLiteral("hh:mm:ss dd.MM.yyyy"));
+    case Text_TimeDate:
+        return QDateTime::fromSecsSinceEpoch(quint32(v)).toString(QStringLiteral("hh:mm:ss dd.MM.yyyy"));
     case Text_Coord4: return QStringLiteral("%1 %2'").arg(v / 600000).arg(fixed(v % 600000, 4));
     case Text_Coord7: return QStringLiteral("%1 %2'").arg(v / 600000000).arg(fixed(v % 600000000, 7));
     case Text_Decimetres: return QString::number(v / 10);
@@ -233,20 +233,21 @@ QString cellText(const Column& c, const unsigned char* p)
         return v >= 0 && v < 4 ? caption(v, {"tmikte_044", "tmikte_045", "tmikte_047", "tmikte_048"})
                                : zorTr(QStringLiteral("tmikte_014"));
     case Text_DispState:
-        return caption(v, {"tmikte_055", "tmikte_056", "tmikte_057", "tmikte_058", "tmikte_059", "tmikte_060",
-                           "tmikte_061", "tmikte_062"});
+        return caption(v,
+            {"tmikte_055", "tmikte_056", "tmikte_057", "tmikte_058", "tmikte_059", "tmikte_060", "tmikte_061",
+                "tmikte_062"});
     case Text_FfsMode: return caption(v, {"tmikte_093", "tmikte_094", "tmikte_095", "tmikte_096"});
     case Text_FfsPower: return caption(v, {"tmikte_097", "tmikte_098"});
     case Text_RefrEngineMode: return caption(v, {"tmikte_108", "tmikte_109", "tmikte_110"});
     case Text_CanEvent:
-        return caption(v, {"tmikte_113", "tmikte_114", "tmikte_115", "tmikte_116", "tmikte_117", "tmikte_118",
-                           "tmikte_119", "tmikte_120"});
+        return caption(v,
+            {"tmikte_113", "tmikte_114", "tmikte_115", "tmikte_116", "tmikte_117", "tmikte_118", "tmikte_119",
+                "tmikte_120"});
     case Text_ThermoKing: {
         static const char* const codes[] = {"INVAL", "COOL", "NULL", "HEAT", "DFRST", "SHTDN", "LKCOL", "FACOL"};
         return v >= 0 && v < 8 ? QString::fromLatin1(codes[v]) : QString::number(v);
     }
-    default:
-        return c.type == Type_U64 && !c.bits ? QString::number(quint64(v)) : QString::number(v);
+    default: return c.type == Type_U64 && !c.bits ? QString::number(quint64(v)) : QString::number(v);
     }
 }
 
@@ -352,8 +353,8 @@ void BM_CsvLines(benchmark::State& state)
     }
     csv.commit();
     state.SetItemsProcessed(state.iterations());
-    static const char* const kLabels[] = {"zeros, lines/s = items/s", "random bytes, lines/s = items/s",
-                                           "realistic values, lines/s = items/s"};
+    static const char* const kLabels[] = {
+        "zeros, lines/s = items/s", "random bytes, lines/s = items/s", "realistic values, lines/s = items/s"};
     state.SetLabel(kLabels[state.range(0)]);
 }
 BENCHMARK(BM_CsvLines)->Arg(Random)->Arg(Zeros)->Arg(Realistic);
@@ -378,7 +379,6 @@ void BM_CsvLinesTextStream(benchmark::State& state)
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_CsvLinesTextStream);
-
 
 // Empty when the idiomatic lines equal ours for every record of the set,
 // else where they first differ.

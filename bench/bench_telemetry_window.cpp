@@ -103,8 +103,8 @@ void BM_JumpAllOverMemory(benchmark::State& state)
         QElapsedTimer timer;
         timer.start();
         for (int i = 0; i < 2000; ++i) {
-            window.tableView()->scrollTo(lpShown->index(int(qint64(i) * (kRecords - kPage) / 2000), 0),
-                                         QAbstractItemView::PositionAtTop);
+            window.tableView()->scrollTo(
+                lpShown->index(int(qint64(i) * (kRecords - kPage) / 2000), 0), QAbstractItemView::PositionAtTop);
             window.tableView()->viewport()->repaint();
         }
         state.SetIterationTime(timer.nsecsElapsed() / 1e9);

@@ -33,7 +33,7 @@ void showRow(ZOR_TmiArchiveModel& model, int row)
         if (!model.columnBytes(column, offset, length))
             continue;
         if (offset < 0 || length < 0 || offset + length > model.recordSize())
-            __builtin_trap();   // a column's bytes lie outside its record
+            __builtin_trap(); // a column's bytes lie outside its record
     }
     model.recordBytes(row);
 }
@@ -62,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     QString error;
     if (!set.readSettingsFile(settings, &error)) {
         if (error.isEmpty())
-            __builtin_trap();   // refused without a reason
+            __builtin_trap(); // refused without a reason
         set = ZOR_TmiFieldSet::full(1 + data[0] % 3);
     }
     ZOR_TmiArchiveModel model;

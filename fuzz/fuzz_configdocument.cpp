@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     file.close();
     if (!document->load(path)) {
         if (document->errorString().isEmpty())
-            __builtin_trap();   // refused without a reason
+            __builtin_trap(); // refused without a reason
         return 0;
     }
     const QByteArray rendered = document->render();
@@ -58,6 +58,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     CSerialize again;
     if (!again.openData(rendered))
-        __builtin_trap();       // the forms wrote what cannot be read
+        __builtin_trap(); // the forms wrote what cannot be read
     return 0;
 }

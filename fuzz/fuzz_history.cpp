@@ -41,10 +41,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         ++walked;
     if (walked != history.entries().size())
         __builtin_trap();
-    while (history.newer(line)) {
-    }
+    while (history.newer(line)) { }
     if (walked > 0 && line != QLatin1String("edited"))
-        __builtin_trap();       // Down past the newest gives the edited line back
+        __builtin_trap(); // Down past the newest gives the edited line back
     const QString copy = workDir->filePath(QStringLiteral("copy.txt"));
     if (!history.save(copy))
         return 0;

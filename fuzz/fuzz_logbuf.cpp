@@ -13,7 +13,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const QString path = QDir::temp().filePath(QStringLiteral("fuzz_logbuf_%1.log").arg(QCoreApplication::applicationPid()));
+    static const QString path = QDir::temp().filePath(
+        QStringLiteral("fuzz_logbuf_%1.log").arg(QCoreApplication::applicationPid()));
     QFile::remove(path);
     {
         ZOR_LogBinFile log(path);

@@ -24,8 +24,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray input(reinterpret_cast<const char*>(data) + 1, int(size) - 1);
     ZOR_ReplyAssembler assembler;
     QList<QByteArray> blocks;
-    QObject::connect(&assembler, &ZOR_ReplyAssembler::signal_Reply,
-                     [&blocks](const QByteArray& bytes) { blocks << bytes; });
+    QObject::connect(
+        &assembler, &ZOR_ReplyAssembler::signal_Reply, [&blocks](const QByteArray& bytes) { blocks << bytes; });
     for (int at = 0; at < input.size(); at += step)
         assembler.feed(input.mid(at, step));
     const int beforeFlush = blocks.size();
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         if (b.isEmpty() || b.size() > ZOR_ReplyAssembler::nMaxBlock)
             __builtin_trap();
         if (i < beforeFlush && !b.endsWith('\n') && b.size() != ZOR_ReplyAssembler::nMaxBlock)
-            __builtin_trap();   // a block cut before its line end (no time passes here)
+            __builtin_trap(); // a block cut before its line end (no time passes here)
         joined += b;
     }
     if (joined != input)

@@ -125,17 +125,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         const QByteArray saved(out.lpData, out.nSize);
         coreSzMemo again{saved.constData(), saved.size(), nullptr};
         if (!zor_StartSZMemo(&again))
-            __builtin_trap();   // the store rendered what it cannot read
+            __builtin_trap(); // the store rendered what it cannot read
         const CXmlTagV2* written = doc->root();
         const CXmlTagV2* read = again.lpSerialize->root();
         if (!written != !read || (written && !sameWritten(written, read, doc->encoding())))
-            __builtin_trap();   // what was read back is not what was written
+            __builtin_trap(); // what was read back is not what was written
         coreSzMemo twice{nullptr, 0, nullptr};
         if (!zor_GetSZMemo(again.lpSerialize, &twice))
-            __builtin_trap();   // what was saved once cannot be saved again
+            __builtin_trap(); // what was saved once cannot be saved again
         zor_StopSZMemo(again.lpSerialize);
     } else if (doc->errorString().isEmpty()) {
-        __builtin_trap();       // refused without a reason
+        __builtin_trap(); // refused without a reason
     }
     zor_StopSZMemo(doc);
     return 0;

@@ -42,10 +42,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     QByteArray bytes;
     QString error;
     ZorTool::parseHex(hex, bytes, &error);
-    toolDecode({QStringLiteral("decode"), QStringLiteral("--version"), QStringLiteral("3"),
-                QStringLiteral("--mask"), mask, QStringLiteral("--hex"), hex, QStringLiteral("--lang"), QStringLiteral("keys")});
+    toolDecode({QStringLiteral("decode"), QStringLiteral("--version"), QStringLiteral("3"), QStringLiteral("--mask"),
+        mask, QStringLiteral("--hex"), hex, QStringLiteral("--lang"), QStringLiteral("keys")});
     toolDecode({QStringLiteral("decode"), QStringLiteral("--version"), QStringLiteral("2"),
-                QStringLiteral("--mask-hex"), mask, QStringLiteral("--hex"), hex});
+        QStringLiteral("--mask-hex"), mask, QStringLiteral("--hex"), hex});
     toolFrame({QStringLiteral("frame"), mask, QStringLiteral("--payload"), hex});
     toolUnframe({QStringLiteral("unframe"), hex});
 
@@ -69,6 +69,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         scriptFile.close();
     }
     toolTerm({QStringLiteral("term"), QStringLiteral("--port"), QStringLiteral("none"), QStringLiteral("--script"),
-              script, QStringLiteral("--expect"), mask, hex});
+        script, QStringLiteral("--expect"), mask, hex});
     return 0;
 }

@@ -20,14 +20,23 @@ namespace {
 QTemporaryDir* workDir;
 QFile* nowhere;
 
-struct Command {
+struct Command
+{
     const char* name;
     int (*run)(const QStringList&);
 };
 const Command kCommands[] = {
-    {"frame", toolFrame}, {"unframe", toolUnframe}, {"crc8", toolCrc}, {"crc16", toolCrc}, {"crc32", toolCrc},
-    {"decode", toolDecode}, {"csv", toolCsv}, {"settings", toolSettings}, {"log", toolLog},
-    {"track", toolTrack}, {"summary", toolSummary},
+    {"frame", toolFrame},
+    {"unframe", toolUnframe},
+    {"crc8", toolCrc},
+    {"crc16", toolCrc},
+    {"crc32", toolCrc},
+    {"decode", toolDecode},
+    {"csv", toolCsv},
+    {"settings", toolSettings},
+    {"log", toolLog},
+    {"track", toolTrack},
+    {"summary", toolSummary},
 };
 
 void resetFolder()
@@ -76,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             break;
         const QString arg = QString::fromUtf8(part);
         if (arg.contains(QLatin1Char('/')))
-            return 0;           // would reach files outside the scratch folder
+            return 0; // would reach files outside the scratch folder
         args << arg;
     }
     resetFolder();
@@ -85,6 +94,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const int code = command.run(args);
     QDir::setCurrent(home);
     if (code < 0 || code > 2)
-        __builtin_trap();       // exit codes are 0, 1 and 2
+        __builtin_trap(); // exit codes are 0, 1 and 2
     return 0;
 }

@@ -11,10 +11,10 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const ZOR_XmlListFile list(QStringLiteral("SERVERS"), QStringLiteral("SERVER"),
-                               {QStringLiteral("NAME"), QStringLiteral("IP"), QStringLiteral("PORT")});
+        {QStringLiteral("NAME"), QStringLiteral("IP"), QStringLiteral("PORT")});
     bool ok = false;
-    QList<QStringList> records =
-        list.parse(QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size)), ok);
+    QList<QStringList> records = list.parse(
+        QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size)), ok);
     for (QStringList& fields : records)
         for (QString& value : fields)
             value = ZOR_XmlListFile::xmlSafe(value);

@@ -67,8 +67,8 @@ void loadQtTranslation(const QString& qsLanguage)
     } else {
         QCoreApplication::removeTranslator(lpTranslator);
     }
-    if (lpTranslator->load(QStringLiteral("qtbase_") + qsLanguage,
-                           QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+    if (lpTranslator->load(
+            QStringLiteral("qtbase_") + qsLanguage, QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(lpTranslator);
 }
 
@@ -97,7 +97,11 @@ class SnapshotCommand : public QUndoCommand
 {
 public:
     SnapshotCommand(QByteArray before, QByteArray after, std::function<void(const QByteArray&)> restore)
-        : m_before(std::move(before)), m_after(std::move(after)), m_restore(std::move(restore)) {}
+        : m_before(std::move(before))
+        , m_after(std::move(after))
+        , m_restore(std::move(restore))
+    {
+    }
     void undo() override { m_restore(m_before); }
     void redo() override
     {
@@ -184,14 +188,14 @@ void ZOR_ConfigWindow::connectActions()
     connect(m_lpDoc, &ZOR_ConfigDocument::signal_ModifiedChanged, this, [this] { updateTitle(); });
     connect(ui->action_New, &QAction::triggered, this, [this] { newDocument(); });
     connect(ui->action_Open, &QAction::triggered, this, [this] {
-        const QString qsFile = QFileDialog::getOpenFileName(this, title(ui->action_Open->text()), QString(),
-                                                            text("cfgwin_017"));
+        const QString qsFile = QFileDialog::getOpenFileName(
+            this, title(ui->action_Open->text()), QString(), text("cfgwin_017"));
         if (!qsFile.isEmpty())
             openFile(qsFile);
     });
     connect(ui->action_Compare, &QAction::triggered, this, [this] {
-        const QString qsFile = QFileDialog::getOpenFileName(this, title(ui->action_Compare->text()), QString(),
-                                                            text("cfgwin_017"));
+        const QString qsFile = QFileDialog::getOpenFileName(
+            this, title(ui->action_Compare->text()), QString(), text("cfgwin_017"));
         if (!qsFile.isEmpty())
             compareWith(qsFile);
     });
@@ -199,8 +203,8 @@ void ZOR_ConfigWindow::connectActions()
     connect(ui->action_SaveAs, &QAction::triggered, this, [this] { saveAs(); });
     connect(ui->action_Print, &QAction::triggered, this, &ZOR_ConfigWindow::printSheet);
     connect(ui->action_ExportPdf, &QAction::triggered, this, [this] {
-        const QString qsFile = QFileDialog::getSaveFileName(this, title(ui->action_ExportPdf->text()), QString(),
-                                                            text("cfgwin_116"));
+        const QString qsFile = QFileDialog::getSaveFileName(
+            this, title(ui->action_ExportPdf->text()), QString(), text("cfgwin_116"));
         if (!qsFile.isEmpty())
             exportSheet(ensureSuffix(qsFile, QStringLiteral(".pdf")));
     });
@@ -221,12 +225,11 @@ void ZOR_ConfigWindow::connectActions()
     ui->menu_Edit->insertActions(ui->action_Find, {lpUndo, lpRedo});
     ui->menu_Edit->insertSeparator(ui->action_Find);
     connect(ui->treeWidget_Problems, &QTreeWidget::itemActivated, this,
-            [this](QTreeWidgetItem* lpItem) { goToWidget(lpItem->data(0, Qt::UserRole).value<QPointer<QWidget>>()); });
+        [this](QTreeWidgetItem* lpItem) { goToWidget(lpItem->data(0, Qt::UserRole).value<QPointer<QWidget>>()); });
     connect(ui->treeWidget_Problems, &QTreeWidget::itemClicked, this,
-            [this](QTreeWidgetItem* lpItem) { goToWidget(lpItem->data(0, Qt::UserRole).value<QPointer<QWidget>>()); });
-    connect(ui->treeWidget_Changes, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* lpItem) {
-        goToWidget(m_widgets.value(lpItem->data(0, Qt::UserRole).toString()));
-    });
+        [this](QTreeWidgetItem* lpItem) { goToWidget(lpItem->data(0, Qt::UserRole).value<QPointer<QWidget>>()); });
+    connect(ui->treeWidget_Changes, &QTreeWidget::itemClicked, this,
+        [this](QTreeWidgetItem* lpItem) { goToWidget(m_widgets.value(lpItem->data(0, Qt::UserRole).toString())); });
     connect(ui->comboBox_Against, QOverload<int>::of(&QComboBox::activated), this, [this](int nIndex) {
         if (nIndex < 2)
             settings().setValue(QStringLiteral("config/against"), nIndex);
@@ -263,8 +266,8 @@ void ZOR_ConfigWindow::retranslate()
         nWidest = qMax(nWidest, ui->listWidget_Pages->fontMetrics().horizontalAdvance(lpItem->text()));
     }
     // Wide enough for every caption on one line.
-    ui->widget_Left->setMinimumWidth(nWidest + 2 * ui->listWidget_Pages->frameWidth()
-                                     + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 16);
+    ui->widget_Left->setMinimumWidth(
+        nWidest + 2 * ui->listWidget_Pages->frameWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 16);
     m_lpDoc->translateForms();
     translatePanes();
     fillRecent();
@@ -291,7 +294,8 @@ void ZOR_ConfigWindow::translatePanes()
     for (auto it = m_compared.constBegin(); it != m_compared.constEnd(); ++it)
         ui->comboBox_Against->addItem(text("cfgwin_119").arg(QFileInfo(it.key()).fileName()), it.key());
     const int nChosen = ui->comboBox_Against->property("zorChosen").isValid()
-                            ? nAgainst : settings().value(QStringLiteral("config/against"), 0).toInt();
+        ? nAgainst
+        : settings().value(QStringLiteral("config/against"), 0).toInt();
     ui->comboBox_Against->setProperty("zorChosen", true);
     ui->comboBox_Against->setCurrentIndex(qBound(0, nChosen, ui->comboBox_Against->count() - 1));
     ui->groupBox_Problems->setTitle(text("cfgwin_105").arg(ui->treeWidget_Problems->topLevelItemCount()));
@@ -354,8 +358,7 @@ bool ZOR_ConfigWindow::mayDiscard()
     if (!m_lpDoc->isModified())
         return true;
     const auto answer = QMessageBox::question(this, windowTitle().remove(QStringLiteral("[*]")), text("cfgwin_014"),
-                                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                                              QMessageBox::Save);
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     if (answer == QMessageBox::Save)
         return save();
     return answer == QMessageBox::Discard;
@@ -400,8 +403,8 @@ bool ZOR_ConfigWindow::openFile(const QString& qsFileName)
         CSerialize foreign;
         foreign.openFile(qsFileName);
         const QString qsRoot = foreign.root() ? foreign.root()->name() : QString();
-        const auto answer = QMessageBox::question(this, text("cfgwin_118"),
-                                                  text("cfgwin_115").arg(QFileInfo(qsFileName).fileName(), qsRoot));
+        const auto answer = QMessageBox::question(
+            this, text("cfgwin_118"), text("cfgwin_115").arg(QFileInfo(qsFileName).fileName(), qsRoot));
         if (answer != QMessageBox::Yes || !m_lpDoc->load(qsFileName, ZOR_ConfigDocument::ReadForeign))
             return false;
         startFrom(QStringLiteral("cfgwin_117"), QString());
@@ -422,8 +425,8 @@ bool ZOR_ConfigWindow::saveAs(const QString& qsFileName)
 {
     QString qsFile = qsFileName;
     if (qsFile.isEmpty()) {
-        qsFile = QFileDialog::getSaveFileName(this, title(ui->action_SaveAs->text()), m_lpDoc->fileName(),
-                                              text("cfgwin_017"));
+        qsFile = QFileDialog::getSaveFileName(
+            this, title(ui->action_SaveAs->text()), m_lpDoc->fileName(), text("cfgwin_017"));
         if (qsFile.isEmpty())
             return false;
         if (QFileInfo(qsFile).suffix().isEmpty())
@@ -456,7 +459,7 @@ bool ZOR_ConfigWindow::mayReplace(const QString& qsFile)
     const QString title = windowTitle().remove(QStringLiteral("[*]"));
     if (m_lpDoc->changedOnDisk()) {
         QMessageBox box(QMessageBox::Warning, title, text("cfgwin_disk_changed").arg(QDir::toNativeSeparators(qsFile)),
-                        QMessageBox::Cancel, this);
+            QMessageBox::Cancel, this);
         QPushButton* reload = box.addButton(text("cfgwin_disk_reload"), QMessageBox::DestructiveRole);
         QPushButton* overwrite = box.addButton(text("cfgwin_disk_overwrite"), QMessageBox::AcceptRole);
         QPushButton* other = box.addButton(text("cfgwin_disk_saveas"), QMessageBox::ActionRole);
@@ -476,10 +479,9 @@ bool ZOR_ConfigWindow::mayReplace(const QString& qsFile)
         m_lpDoc->acceptDiskState();
     }
     if (m_lpDoc->droppedMarkup() > 0 && !m_bMarkupDropAccepted) {
-        const auto answer = QMessageBox::question(this, title, text("cfgwin_markup_dropped")
-                                                               .arg(m_lpDoc->droppedMarkup())
-                                                               .arg(QDir::toNativeSeparators(qsFile)),
-                                                  QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Save);
+        const auto answer = QMessageBox::question(this, title,
+            text("cfgwin_markup_dropped").arg(m_lpDoc->droppedMarkup()).arg(QDir::toNativeSeparators(qsFile)),
+            QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Save);
         if (answer != QMessageBox::Save)
             return false;
         m_bMarkupDropAccepted = true;
@@ -526,10 +528,10 @@ void ZOR_ConfigWindow::fillProblems()
     ui->treeWidget_Problems->clear();
     QList<QTreeWidgetItem*> items;
     for (const ZOR_ConfigProblems::Problem& problem : m_lpDoc->problems()) {
-        const QString qsSetting =
-            problem.qsAttr.isEmpty() ? problem.qsNode : problem.qsNode + QLatin1Char('/') + problem.qsAttr;
-        auto* lpItem = new QTreeWidgetItem({QString::number(problem.nLine), qsSetting, problem.qsReason,
-                                            problem.qsValue, problem.qsKept});
+        const QString qsSetting = problem.qsAttr.isEmpty() ? problem.qsNode
+                                                           : problem.qsNode + QLatin1Char('/') + problem.qsAttr;
+        auto* lpItem = new QTreeWidgetItem(
+            {QString::number(problem.nLine), qsSetting, problem.qsReason, problem.qsValue, problem.qsKept});
         lpItem->setData(0, Qt::UserRole, QVariant::fromValue(problem.lpWidget));
         for (int c = 1; c < 5; ++c)
             lpItem->setToolTip(c, lpItem->text(c));
@@ -575,8 +577,7 @@ void ZOR_ConfigWindow::refreshChanges()
     for (const ZOR_ConfigDiff::Entry& entry : diff.entries()) {
         const QString qsKey = entry.qsAttr.isEmpty() ? entry.qsPath : entry.qsPath + QLatin1Char('/') + entry.qsAttr;
         auto* lpItem = new QTreeWidgetItem({QString(QLatin1Char(entry.sign)) + QLatin1Char(' ') + qsKey,
-                                            entry.qsAttr.isEmpty() ? entry.qsWhole.trimmed() : entry.qsOld,
-                                            entry.qsNew});
+            entry.qsAttr.isEmpty() ? entry.qsWhole.trimmed() : entry.qsOld, entry.qsNew});
         lpItem->setData(0, Qt::UserRole, qsKey);
         items.append(lpItem);
         if (QWidget* lpWidget = m_widgets.value(qsKey))
@@ -670,7 +671,7 @@ bool ZOR_ConfigWindow::findNext(const QString& qsText)
         if (!lpWidget || m_lpDoc->pageOf(lpWidget) < 0)
             continue;
         const QString qsHay = ZOR_ConfigSheet::captionOf(lpWidget) + QLatin1Char('\n') + m_order[i] + QLatin1Char('\n')
-                              + ZOR_ConfigSheet::shownValue(lpWidget);
+            + ZOR_ConfigSheet::shownValue(lpWidget);
         if (!qsHay.contains(qsWanted, Qt::CaseInsensitive))
             continue;
         m_nFound = i;
@@ -721,11 +722,12 @@ void ZOR_ConfigWindow::setProfile(const ZOR_TerminalProfile& profile)
 {
     m_lpDoc->setProfile(profile);
     m_defaults = m_lpDoc->renderDefaults();
-    ui->statusbar->showMessage(text("cfgwin_018")
-                                   .arg(profile.nSimCount)
-                                   .arg(profile.nCanVariant == ZOR_TerminalProfile::CanBt ? QStringLiteral("bt")
-                                                                                           : QStringLiteral("ext"))
-                                   .arg(profile.nBluetoothSlots), 8000);
+    ui->statusbar->showMessage(
+        text("cfgwin_018")
+            .arg(profile.nSimCount)
+            .arg(profile.nCanVariant == ZOR_TerminalProfile::CanBt ? QStringLiteral("bt") : QStringLiteral("ext"))
+            .arg(profile.nBluetoothSlots),
+        8000);
 }
 
 void ZOR_ConfigWindow::slot_triggered_Profile()
@@ -771,8 +773,8 @@ void ZOR_ConfigWindow::restoreLayout()
     if (!ui->splitter_Main->restoreState(s.value(QStringLiteral("config/splitterPanes")).toByteArray()))
         ui->splitter_Main->setSizes({height() * 7 / 10, height() * 3 / 10});
     ui->splitter_Panes->restoreState(s.value(QStringLiteral("config/splitterProblems")).toByteArray());
-    ui->listWidget_Pages->setCurrentRow(qBound(0, s.value(QStringLiteral("config/page"), 0).toInt(),
-                                               ui->listWidget_Pages->count() - 1));
+    ui->listWidget_Pages->setCurrentRow(
+        qBound(0, s.value(QStringLiteral("config/page"), 0).toInt(), ui->listWidget_Pages->count() - 1));
 }
 
 void ZOR_ConfigWindow::saveLayout()

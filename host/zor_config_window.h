@@ -119,12 +119,12 @@ private:
     bool m_bMarkupDropAccepted = false;
     QString m_qsStatusKey;
     QString m_qsStatusArg;
-    QByteArray m_current;        // what the document renders now
-    QByteArray m_opened;         // as opened (or as last saved)
+    QByteArray m_current; // what the document renders now
+    QByteArray m_opened; // as opened (or as last saved)
     QByteArray m_defaults;
-    QHash<QString, QByteArray> m_compared;  // other files, by name
-    QHash<QString, QPointer<QWidget>> m_widgets;  // "NODE/attr" -> widget
-    QVector<QString> m_order;    // the keys of m_widgets in page order
+    QHash<QString, QByteArray> m_compared; // other files, by name
+    QHash<QString, QPointer<QWidget>> m_widgets; // "NODE/attr" -> widget
+    QVector<QString> m_order; // the keys of m_widgets in page order
     QSet<QWidget*> m_marked;
     int m_nFound = -1;
     bool m_bSnapshotDue = false;

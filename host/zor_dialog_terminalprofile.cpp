@@ -14,20 +14,29 @@
 namespace {
 
 // The capabilities of the field-set form, one row each.
-const struct {
+const struct
+{
     bool ZOR_TerminalProfile::*member;
     const char* lpKey;
 } kFlags[] = {
-    {&ZOR_TerminalProfile::bUseState, "cfgwin_050"},      {&ZOR_TerminalProfile::bUseModule, "cfgwin_051"},
-    {&ZOR_TerminalProfile::bUseGSM, "cfgwin_052"},        {&ZOR_TerminalProfile::bUseMotochas, "cfgwin_053"},
-    {&ZOR_TerminalProfile::bUsePowerBLE, "cfgwin_054"},   {&ZOR_TerminalProfile::bUseCANState, "cfgwin_055"},
-    {&ZOR_TerminalProfile::bUseDrivingQuality, "cfgwin_056"}, {&ZOR_TerminalProfile::bUsePassager, "cfgwin_057"},
-    {&ZOR_TerminalProfile::bUseTires, "cfgwin_058"},      {&ZOR_TerminalProfile::bUseDisp, "cfgwin_059"},
-    {&ZOR_TerminalProfile::bUseVAccelAxels, "cfgwin_060"}, {&ZOR_TerminalProfile::bUseAinf, "cfgwin_061"},
-    {&ZOR_TerminalProfile::bUseCamera, "cfgwin_062"},     {&ZOR_TerminalProfile::bUseLBS, "cfgwin_063"},
+    {&ZOR_TerminalProfile::bUseState, "cfgwin_050"},
+    {&ZOR_TerminalProfile::bUseModule, "cfgwin_051"},
+    {&ZOR_TerminalProfile::bUseGSM, "cfgwin_052"},
+    {&ZOR_TerminalProfile::bUseMotochas, "cfgwin_053"},
+    {&ZOR_TerminalProfile::bUsePowerBLE, "cfgwin_054"},
+    {&ZOR_TerminalProfile::bUseCANState, "cfgwin_055"},
+    {&ZOR_TerminalProfile::bUseDrivingQuality, "cfgwin_056"},
+    {&ZOR_TerminalProfile::bUsePassager, "cfgwin_057"},
+    {&ZOR_TerminalProfile::bUseTires, "cfgwin_058"},
+    {&ZOR_TerminalProfile::bUseDisp, "cfgwin_059"},
+    {&ZOR_TerminalProfile::bUseVAccelAxels, "cfgwin_060"},
+    {&ZOR_TerminalProfile::bUseAinf, "cfgwin_061"},
+    {&ZOR_TerminalProfile::bUseCamera, "cfgwin_062"},
+    {&ZOR_TerminalProfile::bUseLBS, "cfgwin_063"},
     {&ZOR_TerminalProfile::bUseNaviMore, "cfgwin_064"},
 };
-const struct {
+const struct
+{
     int ZOR_TerminalProfile::*member;
     const char* lpKey;
     int nMax;
@@ -133,7 +142,7 @@ void ZOR_Dialog_TerminalProfile::slot_clicked_Ask()
         return;
     m_answer.clear();
     connect(m_lpLink, &ZOR_TerminalLink::signal_Received, this, &ZOR_Dialog_TerminalProfile::slot_Received,
-            Qt::UniqueConnection);
+        Qt::UniqueConnection);
     ui->pushButton_Ask->setEnabled(false);
     ui->label_AskResult->setText(zorTr(QStringLiteral("cfgwin_038")));
     m_lpTimeout->start();

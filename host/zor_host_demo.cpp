@@ -31,7 +31,8 @@ const int kIccidTimeoutMs = 5000;
 // send it. Press: click the button (a check box or radio button only when
 // not checked yet). PressRavel: the same, only in the RAVEL layout.
 enum class Act { Type, Press, PressRavel };
-const struct {
+const struct
+{
     Act act;
     const char* what;
 } kScript[] = {
@@ -66,8 +67,8 @@ void print(const QString& qsLine)
 
 } // namespace
 
-ZOR_HostDemo::ZOR_HostDemo(ZOR_HostModule* lpModule, QWidget* lpHostWindow, const QString& qsScreenshot,
-                           QObject* parent)
+ZOR_HostDemo::ZOR_HostDemo(
+    ZOR_HostModule* lpModule, QWidget* lpHostWindow, const QString& qsScreenshot, QObject* parent)
     : QObject(parent)
     , m_lpModule(lpModule)
     , m_lpHostWindow(lpHostWindow)
@@ -196,7 +197,8 @@ bool ZOR_HostDemo::saveScreenshot() const
     // no screen to take, so draw both windows where they stand.
     QImage image;
     if (QGuiApplication::platformName() == QLatin1String("xcb") && QGuiApplication::primaryScreen())
-        image = QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
+        image =
+            QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
     if (image.isNull()) {
         image = QImage(area.size(), QImage::Format_RGB32);
         image.fill(Qt::darkGray);

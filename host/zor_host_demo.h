@@ -19,8 +19,8 @@ class ZOR_HostDemo : public QObject
 {
     Q_OBJECT
 public:
-    ZOR_HostDemo(ZOR_HostModule* lpModule, QWidget* lpHostWindow, const QString& qsScreenshot,
-                 QObject* parent = nullptr);
+    ZOR_HostDemo(
+        ZOR_HostModule* lpModule, QWidget* lpHostWindow, const QString& qsScreenshot, QObject* parent = nullptr);
 
     void start();
 

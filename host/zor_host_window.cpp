@@ -28,7 +28,10 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
     const szLibraryInfo& info = lpModule->libraryInfo();
     ui->label_Module->setText(QStringLiteral("%1 — %2 (%3.%4.%5.%6)")
                                   .arg(QString::fromUtf8(info.szName), QString::fromLocal8Bit(info.szCaption))
-                                  .arg(info.nParam1).arg(info.nParam2).arg(info.nParam3).arg(info.nParam4));
+                                  .arg(info.nParam1)
+                                  .arg(info.nParam2)
+                                  .arg(info.nParam3)
+                                  .arg(info.nParam4));
     for (QAction* lpAction : lpModule->menuActions()) {
         ui->menu_Modules->addAction(lpAction);
         ui->toolBar_Modules->addAction(lpAction);
@@ -37,9 +40,8 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
         ui->menu_Modules->addAction(lpAction);
         ui->toolBar_Modules->addAction(lpAction);
     });
-    connect(lpModule, &ZOR_HostModule::signal_Status, this, [this](const QString& qsText) {
-        ui->statusbar->showMessage(qsText);
-    });
+    connect(lpModule, &ZOR_HostModule::signal_Status, this,
+        [this](const QString& qsText) { ui->statusbar->showMessage(qsText); });
 
     connect(ui->action_Simulator, &QAction::triggered, this, [this] { connectTerminal(QStringLiteral("simulator")); });
     connect(ui->action_Serial, &QAction::triggered, this, &ZOR_HostWindow::slot_triggered_Serial);
@@ -70,19 +72,17 @@ ZOR_HostWindow::ZOR_HostWindow(ZOR_HostModule* lpModule, QWidget* parent)
 
 void ZOR_HostWindow::retranslate()
 {
-    const std::pair<QMenu*, const char*> menus[] = {
-        {ui->menu_Terminal, "menu_terminal"}, {ui->menu_Modules, "menu_modules"},
-        {ui->menu_Settings, "menu_settings"}, {ui->menu_Language, "menu_language"}};
+    const std::pair<QMenu*, const char*> menus[] = {{ui->menu_Terminal, "menu_terminal"},
+        {ui->menu_Modules, "menu_modules"}, {ui->menu_Settings, "menu_settings"}, {ui->menu_Language, "menu_language"}};
     for (const auto& menu : menus)
         menu.first->setTitle(zorHostText(menu.second));
     ui->menu_Help->setTitle(zorTr(QStringLiteral("hostwin_001")));
     ui->action_About->setText(zorTr(QStringLiteral("hostwin_002")));
     ui->toolBar_Modules->setWindowTitle(zorHostText("menu_modules"));
-    const std::pair<QAction*, const char*> actions[] = {
-        {ui->action_Simulator, "act_simulator"}, {ui->action_Serial, "act_serial"},
-        {ui->action_Reconnect, "act_reconnect"}, {ui->action_Disconnect, "act_disconnect"},
-        {ui->action_Quit, "act_quit"},           {ui->action_Config, "act_config"},
-        {ui->action_Dialect, "act_dialect"},     {ui->action_Ussd, "act_ussd"}};
+    const std::pair<QAction*, const char*> actions[] = {{ui->action_Simulator, "act_simulator"},
+        {ui->action_Serial, "act_serial"}, {ui->action_Reconnect, "act_reconnect"},
+        {ui->action_Disconnect, "act_disconnect"}, {ui->action_Quit, "act_quit"}, {ui->action_Config, "act_config"},
+        {ui->action_Dialect, "act_dialect"}, {ui->action_Ussd, "act_ussd"}};
     for (const auto& action : actions)
         action.first->setText(zorHostText(action.second));
     m_lpTelemetryMenu->setTitle(zorTmiText("window_title"));
@@ -143,10 +143,11 @@ void ZOR_HostWindow::slot_triggered_Serial()
 void ZOR_HostWindow::slot_triggered_Dialect()
 {
     // The two dialects the module knows, and one it must refuse to use.
-    const QStringList items{QStringLiteral("0 — PQPZ90"), QStringLiteral("1 — PMTK"), QStringLiteral("2 — ") + zorHostText("dialect_unknown")};
+    const QStringList items{QStringLiteral("0 — PQPZ90"), QStringLiteral("1 — PMTK"),
+        QStringLiteral("2 — ") + zorHostText("dialect_unknown")};
     bool bOk = false;
     const QString qsItem = QInputDialog::getItem(this, ui->action_Dialect->text(), ui->action_Dialect->text(), items,
-                                                 qBound(0, m_lpModule->coordSystem(), 2), false, &bOk);
+        qBound(0, m_lpModule->coordSystem(), 2), false, &bOk);
     if (bOk)
         m_lpModule->setCoordSystem(items.indexOf(qsItem));
 }
@@ -154,8 +155,8 @@ void ZOR_HostWindow::slot_triggered_Dialect()
 void ZOR_HostWindow::slot_triggered_Ussd()
 {
     bool bOk = false;
-    const QString qsRequest = QInputDialog::getText(this, ui->action_Ussd->text(), ui->action_Ussd->text(),
-                                                    QLineEdit::Normal, m_lpModule->ussdRequest(), &bOk);
+    const QString qsRequest = QInputDialog::getText(
+        this, ui->action_Ussd->text(), ui->action_Ussd->text(), QLineEdit::Normal, m_lpModule->ussdRequest(), &bOk);
     if (bOk)
         m_lpModule->setUssdRequest(qsRequest.trimmed());
 }
@@ -174,7 +175,7 @@ QString ZOR_HostWindow::aboutText()
         const QString qsPath = ZOR_Language::languageFilePath(QLatin1String(lpLanguage));
         lsLanguages << QStringLiteral("%1: %2%3")
                            .arg(QLatin1String(lpLanguage), QFileInfo(qsPath).absoluteFilePath(),
-                                QFileInfo::exists(qsPath) ? QString() : zorTr(QStringLiteral("hostwin_009")));
+                               QFileInfo::exists(qsPath) ? QString() : zorTr(QStringLiteral("hostwin_009")));
     }
     const QStringList lsParts = {
         zorTr(QStringLiteral("hostwin_004")).arg(QCoreApplication::applicationName(), QStringLiteral(ZOR_VERSION)),

@@ -2,7 +2,7 @@
 # Installs the Debian 12 packages the project needs (only what is missing).
 set -euo pipefail
 packages=(
-  g++ cmake ninja-build pkg-config
+  g++ cmake ninja-build pkg-config help2man
   qtbase5-dev qtbase5-dev-tools libqt5serialport5-dev qttranslations5-l10n
   libgtest-dev libbenchmark-dev zlib1g-dev
   xvfb xauth fonts-dejavu-core socat

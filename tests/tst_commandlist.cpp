@@ -27,8 +27,7 @@ QList<QStringList> rowsNamed(const QStringList& names)
 // [name, command] pairs of the user's file, in file order.
 QList<QStringList> userFile(const ZorListSandbox& sandbox)
 {
-    return sandbox.records(kCommandsUser, QStringLiteral("COMMAND"),
-                           {QStringLiteral("name"), QStringLiteral("cmnd")});
+    return sandbox.records(kCommandsUser, QStringLiteral("COMMAND"), {QStringLiteral("name"), QStringLiteral("cmnd")});
 }
 
 } // namespace
@@ -171,17 +170,13 @@ void TestCommandList::consoleSaveActions_data()
     QTest::addColumn<int>("questions");
 
     const QList<QStringList> untouched{{"Own", "*?OWN"}};
-    QTest::newRow("save as: proposed name taken")
-        << "" << QStringList{} << QList<int>{} << "Command1"
-        << QList<QStringList>{{"Own", "*?OWN"}, {"Command1", "TEXT"}} << 0;
-    QTest::newRow("save as: typed name, blanks trimmed")
-        << "" << QStringList{"  Mine "} << QList<int>{} << "Mine"
-        << QList<QStringList>{{"Own", "*?OWN"}, {"Mine", "TEXT"}} << 0;
-    QTest::newRow("save as: cancelled") << "" << QStringList{QString()} << QList<int>{} << ""
-                                        << untouched << 0;
+    QTest::newRow("save as: proposed name taken") << "" << QStringList{} << QList<int>{} << "Command1"
+                                                  << QList<QStringList>{{"Own", "*?OWN"}, {"Command1", "TEXT"}} << 0;
+    QTest::newRow("save as: typed name, blanks trimmed") << "" << QStringList{"  Mine "} << QList<int>{} << "Mine"
+                                                         << QList<QStringList>{{"Own", "*?OWN"}, {"Mine", "TEXT"}} << 0;
+    QTest::newRow("save as: cancelled") << "" << QStringList{QString()} << QList<int>{} << "" << untouched << 0;
     QTest::newRow("save as: user name confirmed")
-        << "" << QStringList{"Own"} << QList<int>{0} << "Own"
-        << QList<QStringList>{{"Own", "TEXT"}} << 1;
+        << "" << QStringList{"Own"} << QList<int>{0} << "Own" << QList<QStringList>{{"Own", "TEXT"}} << 1;
     QTest::newRow("save as: user name, box closed")
         << "" << QStringList{"Own"} << QList<int>{-1} << "" << untouched << 1;
     QTest::newRow("save as: default name, give up")
@@ -191,8 +186,7 @@ void TestCommandList::consoleSaveActions_data()
         << QList<QStringList>{{"Own", "*?OWN"}, {"Other", "TEXT"}} << 1;
     QTest::newRow("save: user command, yes")
         << "Own" << QStringList{} << QList<int>{0} << "Own" << QList<QStringList>{{"Own", "TEXT"}} << 1;
-    QTest::newRow("save: user command, no") << "Own" << QStringList{} << QList<int>{1} << ""
-                                            << untouched << 1;
+    QTest::newRow("save: user command, no") << "Own" << QStringList{} << QList<int>{1} << "" << untouched << 1;
     QTest::newRow("save: default command turns to save as")
         << "Shipped" << QStringList{"Copy"} << QList<int>{} << "Copy"
         << QList<QStringList>{{"Own", "*?OWN"}, {"Copy", "TEXT"}} << 0;
@@ -225,8 +219,8 @@ void TestCommandList::consoleSaveActions()
 void TestCommandList::shippedListsAreReadable_data()
 {
     QTest::addColumn<QString>("file");
-    for (const char* file : {"commands.xml", "commands_en.xml", "servers.xml", "servers_en.xml",
-                             "gsm_operators.xml", "gsm_operators_en.xml"})
+    for (const char* file : {"commands.xml", "commands_en.xml", "servers.xml", "servers_en.xml", "gsm_operators.xml",
+             "gsm_operators_en.xml"})
         QTest::newRow(file) << QString::fromLatin1(file);
 }
 

@@ -50,8 +50,8 @@ private:
     }
     QList<QStringList> userFile() const
     {
-        return sandbox->records(kCommandsUser, QStringLiteral("COMMAND"),
-                                {QStringLiteral("name"), QStringLiteral("cmnd")});
+        return sandbox->records(
+            kCommandsUser, QStringLiteral("COMMAND"), {QStringLiteral("name"), QStringLiteral("cmnd")});
     }
 
     std::unique_ptr<ZorListSandbox> sandbox;
@@ -83,8 +83,7 @@ void TestCommandListConsole::savedCommandIsFoundAgainEditedAndKept()
     QVERIFY(add()->isEnabled());
     sandbox->textAnswers = QStringList{"Mine"};
     action(0)->trigger(); // save with the free entry: asks for a name
-    QCOMPARE(sandbox->askedText,
-             QStringList{zorTr("mdln_043") + "|" + zorTr("mdln_044") + ":|Command1"});
+    QCOMPARE(sandbox->askedText, QStringList{zorTr("mdln_043") + "|" + zorTr("mdln_044") + ":|Command1"});
     QCOMPARE(entries(), (QStringList{free, "Shipped", "Mine"}));
     QCOMPARE(combo()->currentText(), QStringLiteral("Mine"));
     QCOMPARE(line()->text(), QStringLiteral("*?MY\\0D"));
@@ -143,7 +142,9 @@ void TestCommandListConsole::listChangeReselectsByName_data()
     QTest::addColumn<QString>("selected");
     QTest::addColumn<QString>("lineAfter");
 
-    QTest::newRow("line equals a name") << "Shipped" << "Shipped" << "*?SHIPPED";
+    QTest::newRow("line equals a name") << "Shipped"
+                                        << "Shipped"
+                                        << "*?SHIPPED";
     QTest::newRow("line equals a command text only") << "*?SHIPPED" << zorTr("mdln_041") << "";
     QTest::newRow("line empty") << "" << zorTr("mdln_041") << "";
 }
@@ -168,7 +169,9 @@ void TestCommandListConsole::typeCommandSelectsByText_data()
     QTest::addColumn<QString>("selected");
     QTest::addColumn<QString>("lineAfter");
 
-    QTest::newRow("known text") << "*?SHIPPED" << "Shipped" << "*?SHIPPED";
+    QTest::newRow("known text") << "*?SHIPPED"
+                                << "Shipped"
+                                << "*?SHIPPED";
     QTest::newRow("unknown text") << "*?NONE" << zorTr("mdln_041") << "*?NONE";
     QTest::newRow("a name is not a text") << "Shipped" << zorTr("mdln_041") << "Shipped";
 }

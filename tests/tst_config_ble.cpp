@@ -44,8 +44,14 @@ bool itemEnabled(QComboBox* box, const QString& text)
     return model && n >= 0 && model->item(n)->isEnabled();
 }
 
-QComboBox* prmBox(Uni* uni, int row, int column) { return static_cast<QComboBox*>(uni->paramWidget(row, column)); }
-QCheckBox* prmOn(Uni* uni, int row) { return static_cast<QCheckBox*>(uni->paramWidget(row, Uni::PrmOn)); }
+QComboBox* prmBox(Uni* uni, int row, int column)
+{
+    return static_cast<QComboBox*>(uni->paramWidget(row, column));
+}
+QCheckBox* prmOn(Uni* uni, int row)
+{
+    return static_cast<QCheckBox*>(uni->paramWidget(row, Uni::PrmOn));
+}
 
 const QString kUserWord = QString::fromUtf8("Пользовательский параметр");
 
@@ -65,9 +71,11 @@ private slots:
         auto row = [](const char* name, const QByteArrayList& nodes, const char* shown) {
             QTest::newRow(name) << "    " + nodes.join("\n    ") + "\n" << QString::fromUtf8(shown).split('|');
         };
-        row("fuel sensor, two-digit index", {"<BLE1 type=\"1\" />", "<FS1 type=\"4\" idx=\"12\" thld=\"250\" thldOff=\"1\" />"},
+        row("fuel sensor, two-digit index",
+            {"<BLE1 type=\"1\" />", "<FS1 type=\"4\" idx=\"12\" thld=\"250\" thldOff=\"1\" />"},
             "Датчик уровня топлива|MIELTA FANTOM|ДУТ 12");
-        row("fuel sensor, one-digit index lines up", {"<BLE1 type=\"1\" />", "<FS1 type=\"5\" idx=\"5\" thld=\"0\" thldOff=\"0\" />"},
+        row("fuel sensor, one-digit index lines up",
+            {"<BLE1 type=\"1\" />", "<FS1 type=\"5\" idx=\"5\" thld=\"0\" thldOff=\"0\" />"},
             "Датчик уровня топлива|ITALON BLE|ДУТ  5");
         row("temperature", {"<BLE1 type=\"2\" />", "<TS1 type=\"3\" idx=\"2\" ls=\"3\" />"},
             "Датчик температуры|ELA T/RHT|Датчик температуры 2|Датчик освещённости LS3");
@@ -79,7 +87,7 @@ private slots:
         row("fuel flow meter", {"<BLE1 type=\"5\" />", "<FW1 type=\"0\" />"}, "Расходомер топлива|TECHNOTON DFM");
         row("multi-sensor, four channels",
             {"<BLE1 type=\"7\" />", "<US1 type=\"2\" />",
-             "<TS1 type1=\"1\" idx1=\"4\" type2=\"1\" idx2=\"3\" type3=\"0\" idx3=\"3\" type4=\"1\" idx4=\"1\" />"},
+                "<TS1 type1=\"1\" idx1=\"4\" type2=\"1\" idx2=\"3\" type3=\"0\" idx3=\"3\" type4=\"1\" idx4=\"1\" />"},
             "Датчик температуры и влажности|Teltonika EYE|Датчик температуры 4|Датчик температуры 3|"
             "Датчик температуры 3|Датчик температуры 1");
         row("analogue input", {"<BLE1 type=\"8\" />", "<AIN1 type=\"0\" idx=\"6\" />"},
@@ -105,16 +113,15 @@ private slots:
     {
         QTest::addColumn<QByteArray>("stored");
         QTest::addColumn<QByteArray>("saved");
-        QTest::newRow("unknown device type is none")
-            << QByteArray("    <BLE1 type=\"42\" />\n    <FS1 type=\"1\" />\n") << QByteArray("    <BLE1 type=\"0\" />\n");
+        QTest::newRow("unknown device type is none") << QByteArray("    <BLE1 type=\"42\" />\n    <FS1 type=\"1\" />\n")
+                                                     << QByteArray("    <BLE1 type=\"0\" />\n");
         QTest::newRow("model and index outside the lists")
             << QByteArray("    <BLE1 type=\"1\" />\n    <FS1 type=\"6\" idx=\"17\" thld=\"70000\" thldOff=\"x\" />\n")
             << QByteArray("    <BLE1 type=\"1\" />\n    <FS1 type=\"0\" idx=\"1\" thld=\"65535\" thldOff=\"0\" />\n");
-        QTest::newRow("flow meter always model 0")
-            << QByteArray("    <BLE1 type=\"5\" />\n    <FW1 type=\"3\" />\n")
-            << QByteArray("    <BLE1 type=\"5\" />\n    <FW1 type=\"0\" />\n");
-        QTest::newRow("missing page node takes defaults")
-            << QByteArray("    <BLE1 type=\"8\" />\n") << QByteArray("    <BLE1 type=\"8\" />\n    <AIN1 type=\"0\" idx=\"1\" />\n");
+        QTest::newRow("flow meter always model 0") << QByteArray("    <BLE1 type=\"5\" />\n    <FW1 type=\"3\" />\n")
+                                                   << QByteArray("    <BLE1 type=\"5\" />\n    <FW1 type=\"0\" />\n");
+        QTest::newRow("missing page node takes defaults") << QByteArray(
+            "    <BLE1 type=\"8\" />\n") << QByteArray("    <BLE1 type=\"8\" />\n    <AIN1 type=\"0\" idx=\"1\" />\n");
     }
 
     void badSimpleValuesLoadAsDefaults()
@@ -131,7 +138,8 @@ private slots:
         QTest::addColumn<QByteArray>("stored");
         QTest::addColumn<QByteArrayList>("saved");
         const QByteArray off2 = "<U1C2 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />";
-        const QByteArray offP1 = "<U1P1 group=\"0\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" mux=\"1\" div=\"1\" shift=\"0\" />";
+        const QByteArray offP1 = "<U1P1 group=\"0\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" "
+                                 "mux=\"1\" div=\"1\" shift=\"0\" />";
         QTest::newRow("first condition without group is group 1")
             << QByteArray("<U1C1 type=\"0A\" mask=\"a1b2\" />")
             << QByteArrayList{"<U1C1 group=\"1\" oper=\"0\" type=\"0A\" offset=\"0\" mask=\"a1b2\" />"};
@@ -142,21 +150,27 @@ private slots:
             << QByteArrayList{"<U1C1 group=\"0\" oper=\"0\" type=\"12\" offset=\"0\" mask=\"\" />"};
         QTest::newRow("value without type is 00")
             << QByteArray("<U1P1 group=\"2\" />")
-            << QByteArrayList{"<U1P1 group=\"2\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" mux=\"1\" div=\"1\" shift=\"0\" />"};
+            << QByteArrayList{"<U1P1 group=\"2\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" "
+                              "mux=\"1\" div=\"1\" shift=\"0\" />"};
         QTest::newRow("value with group 0 is skipped")
             << QByteArray("<U1P1 group=\"0\" type=\"11\" stor=\"1\" />") << QByteArrayList{offP1};
         QTest::newRow("everything out of range")
             << QByteArray("<U1C3 group=\"-2\" type=\"5\" /><U1C2 group=\"7\" oper=\"3\" type=\"1FF\" offset=\"999\" />"
-                          "<U1P1 group=\"1\" type=\"zz\" offset=\"300\" prm=\"3x\" be=\"2\" stor=\"12\" idx=\"99\" mux=\"70000\" "
+                          "<U1P1 group=\"1\" type=\"zz\" offset=\"300\" prm=\"3x\" be=\"2\" stor=\"12\" idx=\"99\" "
+                          "mux=\"70000\" "
                           "div=\"0\" shift=\"-40000\" />")
             << QByteArrayList{"<U1C2 group=\"4\" oper=\"0\" type=\"FF\" offset=\"255\" mask=\"\" />",
-                              "<U1C3 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />",
-                              "<U1P1 group=\"1\" type=\"00\" offset=\"255\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" mux=\"65535\" div=\"1\" shift=\"-32768\" />"};
-        QTest::newRow("all in range")
-            << QByteArray("<U1C4 group=\"3\" oper=\"1\" type=\"c4\" offset=\"2\" mask=\"FF00\" />"
-                          "<U1P8 group=\"4\" type=\"0a\" offset=\"7\" prm=\"8f\" be=\"1\" stor=\"9\" idx=\"8\" mux=\"0\" div=\"65535\" shift=\"-5\" />")
-            << QByteArrayList{"<U1C4 group=\"3\" oper=\"1\" type=\"C4\" offset=\"2\" mask=\"FF00\" />",
-                              "<U1P8 group=\"4\" type=\"0A\" offset=\"7\" prm=\"8f\" be=\"1\" stor=\"9\" idx=\"8\" mux=\"0\" div=\"65535\" shift=\"-5\" />"};
+                   "<U1C3 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />",
+                   "<U1P1 group=\"1\" type=\"00\" offset=\"255\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" mux=\"65535\" "
+                   "div=\"1\" shift=\"-32768\" />"};
+        QTest::newRow("all in range") << QByteArray(
+            "<U1C4 group=\"3\" oper=\"1\" type=\"c4\" offset=\"2\" mask=\"FF00\" />"
+            "<U1P8 group=\"4\" type=\"0a\" offset=\"7\" prm=\"8f\" be=\"1\" stor=\"9\" idx=\"8\" mux=\"0\" "
+            "div=\"65535\" shift=\"-5\" />")
+                                      << QByteArrayList{
+                                             "<U1C4 group=\"3\" oper=\"1\" type=\"C4\" offset=\"2\" mask=\"FF00\" />",
+                                             "<U1P8 group=\"4\" type=\"0A\" offset=\"7\" prm=\"8f\" be=\"1\" "
+                                             "stor=\"9\" idx=\"8\" mux=\"0\" div=\"65535\" shift=\"-5\" />"};
     }
 
     void universalNodesLoadWithTheirDefaults()
@@ -183,7 +197,8 @@ private slots:
         static_cast<QLineEdit*>(uni->paramWidget(1, Uni::PrmType))->setText("a");
         static_cast<QSpinBox*>(uni->paramWidget(1, Uni::PrmGroup))->setValue(3);
         QByteArray out = save(slot);
-        QVERIFY(out.contains("<U1P1 group=\"1\" type=\"FF\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" mux=\"1\" div=\"1\""));
+        QVERIFY(out.contains(
+            "<U1P1 group=\"1\" type=\"FF\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" mux=\"1\" div=\"1\""));
         QVERIFY(out.contains("<U1C2 group=\"1\" oper=\"0\" type=\"FF\""));
         QVERIFY(out.contains("<U1P2 group=\"3\" type=\"0A\""));
 
@@ -224,7 +239,7 @@ private slots:
         for (int row : {0, 1}) {
             prmOn(&uni, row)->click();
             QComboBox* storBox = prmBox(&uni, row, Uni::PrmStor);
-            storBox->setCurrentIndex(stor.toInt());   // sensor types are listed by code
+            storBox->setCurrentIndex(stor.toInt()); // sensor types are listed by code
         }
         QCOMPARE(prmBox(&uni, 1, Uni::PrmIdx)->currentText(), QString::number(secondIdx));
         QCOMPARE(itemEnabled(prmBox(&uni, 1, Uni::PrmIdx), "1"), list.isEmpty());
@@ -260,7 +275,10 @@ private slots:
         QByteArray body = "<BLE1 type=\"6\" />";
         for (int p = 0; p < stored.size(); ++p)
             body += QStringLiteral("<U1P%1 group=\"1\" prm=\"2u\" stor=\"%2\" idx=\"%3\" />")
-                        .arg(p + 1).arg(stor).arg(stored[p]).toLatin1();
+                        .arg(p + 1)
+                        .arg(stor)
+                        .arg(stored[p])
+                        .toLatin1();
         Slot slot;
         QVERIFY(load(slot, config(body)));
         auto uni = static_cast<Uni*>(slot.page(BLE_DEVTYPE_UNI));
@@ -295,7 +313,7 @@ private slots:
 
         prmOn(uni, 1)->click();
         prmBox(uni, 1, Uni::PrmData)->setCurrentText(QString::fromUtf8("2 байта, беззнаковое"));
-        QCOMPARE(added.count(), 0);                       // not a user value yet
+        QCOMPARE(added.count(), 0); // not a user value yet
         prmBox(uni, 1, Uni::PrmStor)->setCurrentText(kUserWord);
         QCOMPARE(added.count(), 1);
         QCOMPARE(added.last(), (QVariantList{"UP", mess1, "2u", 2}));
@@ -355,24 +373,30 @@ private slots:
 
     void documentWithSensorsReopensToSameStateAndOffersUserValue()
     {
-        const QByteArray uniBody =
-            "    <BLE3 type=\"6\" />\n"
-            "    <U3C1 group=\"1\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"0A0B\" />\n"
-            "    <U3C2 group=\"1\" oper=\"1\" type=\"16\" offset=\"2\" mask=\"F0\" />\n"
-            "    <U3C3 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />\n"
-            "    <U3C4 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />\n"
-            "    <U3P1 group=\"1\" type=\"16\" offset=\"4\" prm=\"2u\" be=\"0\" stor=\"1\" idx=\"1\" mux=\"1\" div=\"10\" shift=\"0\" />\n"
-            "    <U3P2 group=\"1\" type=\"16\" offset=\"6\" prm=\"2s\" be=\"1\" stor=\"5\" idx=\"2\" mux=\"1\" div=\"100\" shift=\"0\" />\n"
-            "    <U3P3 group=\"1\" type=\"16\" offset=\"8\" prm=\"1u\" be=\"0\" stor=\"6\" idx=\"2\" mux=\"1\" div=\"1\" shift=\"-3\" />\n";
+        const QByteArray uniBody = "    <BLE3 type=\"6\" />\n"
+                                   "    <U3C1 group=\"1\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"0A0B\" />\n"
+                                   "    <U3C2 group=\"1\" oper=\"1\" type=\"16\" offset=\"2\" mask=\"F0\" />\n"
+                                   "    <U3C3 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />\n"
+                                   "    <U3C4 group=\"0\" oper=\"0\" type=\"FF\" offset=\"0\" mask=\"\" />\n"
+                                   "    <U3P1 group=\"1\" type=\"16\" offset=\"4\" prm=\"2u\" be=\"0\" stor=\"1\" "
+                                   "idx=\"1\" mux=\"1\" div=\"10\" shift=\"0\" />\n"
+                                   "    <U3P2 group=\"1\" type=\"16\" offset=\"6\" prm=\"2s\" be=\"1\" stor=\"5\" "
+                                   "idx=\"2\" mux=\"1\" div=\"100\" shift=\"0\" />\n"
+                                   "    <U3P3 group=\"1\" type=\"16\" offset=\"8\" prm=\"1u\" be=\"0\" stor=\"6\" "
+                                   "idx=\"2\" mux=\"1\" div=\"1\" shift=\"-3\" />\n";
         QByteArray body = "    <BLE1 type=\"1\" />\n    <FS1 type=\"2\" idx=\"1\" thld=\"20\" thldOff=\"0\" />\n"
-                          "    <BLE2 type=\"2\" />\n    <TS2 type=\"1\" idx=\"1\" ls=\"0\" />\n" + uniBody;
+                          "    <BLE2 type=\"2\" />\n    <TS2 type=\"1\" idx=\"1\" ls=\"0\" />\n"
+            + uniBody;
         for (int p = 4; p <= 8; ++p)
-            body += QStringLiteral("    <U3P%1 group=\"0\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" "
-                                   "mux=\"1\" div=\"1\" shift=\"0\" />\n").arg(p).toLatin1();
+            body += QStringLiteral(
+                "    <U3P%1 group=\"0\" type=\"00\" offset=\"0\" prm=\"\" be=\"0\" stor=\"0\" idx=\"1\" "
+                "mux=\"1\" div=\"1\" shift=\"0\" />\n")
+                        .arg(p)
+                        .toLatin1();
         for (int s = 4; s <= 8; ++s)
             body += QStringLiteral("    <BLE%1 type=\"0\" />\n").arg(s).toLatin1();
 
-        ZorFormDocument::Doc d({});   // every page
+        ZorFormDocument::Doc d({}); // every page
         QVERIFY(d.load(config(body)));
         const auto entries = d.doc.userParams()->entries();
         QCOMPARE(entries.size(), 1);

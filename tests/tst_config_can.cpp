@@ -43,10 +43,19 @@ QString refText(const QList<int>& nums, int nDigits, bool bCommands = false)
         s += QString::number(d, 16);
     return s;
 }
-QString refListText(const QList<int>& nums, int nDigits) { return refText(nums, nDigits); }
-QString refCmdText(const QList<int>& positions, int nCount) { return refText(positions, (nCount + 3) / 4, true); }
+QString refListText(const QList<int>& nums, int nDigits)
+{
+    return refText(nums, nDigits);
+}
+QString refCmdText(const QList<int>& positions, int nCount)
+{
+    return refText(positions, (nCount + 3) / 4, true);
+}
 
-QString zeros(int n) { return QString(n, QLatin1Char('0')); }
+QString zeros(int n)
+{
+    return QString(n, QLatin1Char('0'));
+}
 
 QList<ZOR_TreeWidgetItem_CAN*> items(QTreeWidget* tree)
 {
@@ -87,9 +96,13 @@ ZOR_TerminalProfile canVariant(int nVariant)
 }
 
 // A document of the two pages loaded from the nodes.
-struct Loaded : ZorFormDocument::Doc {
+struct Loaded : ZorFormDocument::Doc
+{
     explicit Loaded(const QByteArray& nodes, int nVariant = ZOR_TerminalProfile::CanExt)
-        : Doc(kPages, canVariant(nVariant)) { QVERIFY(load(config(nodes))); }
+        : Doc(kPages, canVariant(nVariant))
+    {
+        QVERIFY(load(config(nodes)));
+    }
     ZOR_Form_Config_CAN_Param* can() const { return form<ZOR_Form_Config_CAN_Param>("can"); }
     ZOR_Form_Config_CAN_TechotonS6* s6() const { return form<ZOR_Form_Config_CAN_TechotonS6>("can_s6"); }
 };
@@ -195,7 +208,7 @@ private slots:
 
         const bool bt = variant == ZOR_TerminalProfile::CanBt;
         const QByteArray node = cpNode(refListText(sc, 20), bt ? zeros(47) : refListText(add, 47),
-                                       bt ? refListText(add, 26) : zeros(26), refCmdText(cmd, 10));
+            bt ? refListText(add, 26) : zeros(26), refCmdText(cmd, 10));
         QCOMPARE(first.line("CP"), node.trimmed());
 
         Loaded second(node, variant);
@@ -211,15 +224,19 @@ private slots:
         QTest::addColumn<QList<int>>("scTicked");
         QTest::addColumn<QList<int>>("acTicked");
         // Missing digits are unselected numbers at the end of the list.
-        QTest::newRow("short") << "8" << "c" << QList<int>{1} << QList<int>{1};
-        QTest::newRow("empty") << "" << "" << QList<int>{} << QList<int>{};
-        QTest::newRow("upper case, spaces") << " F " << "" << QList<int>{1, 2, 3, 4} << QList<int>{};
+        QTest::newRow("short") << "8"
+                               << "c" << QList<int>{1} << QList<int>{1};
+        QTest::newRow("empty") << ""
+                               << "" << QList<int>{} << QList<int>{};
+        QTest::newRow("upper case, spaces") << " F "
+                                            << "" << QList<int>{1, 2, 3, 4} << QList<int>{};
         // A non-hex digit selects nothing of its four and shifts nothing.
         QTest::newRow("non-hex digit") << "z8" + zeros(18) << "" << QList<int>{5} << QList<int>{};
         // Digits beyond the count are ignored.
         QTest::newRow("too long") << zeros(19) + "1f" << zeros(47) + "f" << QList<int>{80} << QList<int>{};
         // 29 and 31 are no SC entries; AC 2 is a bit of AC 1, not an entry.
-        QTest::newRow("numbers not in the list") << "0000000a" << "4" << QList<int>{} << QList<int>{};
+        QTest::newRow("numbers not in the list") << "0000000a"
+                                                 << "4" << QList<int>{} << QList<int>{};
     }
 
     void badStoredTextsLoadWhatTheyCan()
@@ -228,10 +245,12 @@ private slots:
         QFETCH(QString, ac);
         QFETCH(QList<int>, scTicked);
         QFETCH(QList<int>, acTicked);
-        Loaded doc(QStringLiteral("    <CP sc=\"%1\" ac=\"%2\" bc=\"xyz\" cmd=\"fffffff\" />\n").arg(sc, ac).toLatin1());
+        Loaded doc(
+            QStringLiteral("    <CP sc=\"%1\" ac=\"%2\" bc=\"xyz\" cmd=\"fffffff\" />\n").arg(sc, ac).toLatin1());
         QCOMPARE(ticked(doc.can()->treeSC()), scTicked);
         QCOMPARE(ticked(doc.can()->treeAdditional()), acTicked);
-        QCOMPARE(doc.line("CP"), cpNode(refListText(scTicked, 20), refListText(acTicked, 47), zeros(26), "ff3").trimmed());
+        QCOMPARE(
+            doc.line("CP"), cpNode(refListText(scTicked, 20), refListText(acTicked, 47), zeros(26), "ff3").trimmed());
     }
 
     void variantChoosesTheAdditionalListAndKeepsTheOther()
@@ -273,16 +292,22 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("stored");
         // 3.16: the lights set was 38, the service distance 47 (today 71 and 80).
-        QTest::newRow("SC 3.16 lights and distance") << "sc316" << "000000000402" << refListText({71, 80}, 20);
-        QTest::newRow("SC 3.16 unknown 37") << "sc316" << "000000000800" << zeros(20);
+        QTest::newRow("SC 3.16 lights and distance") << "sc316"
+                                                     << "000000000402" << refListText({71, 80}, 20);
+        QTest::newRow("SC 3.16 unknown 37") << "sc316"
+                                            << "000000000800" << zeros(20);
         // 3.20: the lights set was 62, the service distance 71 (today 71 and
         // 80); 1-61 kept their numbers.
-        QTest::newRow("SC 3.20") << "sc320" << "c00000000000000402" << refListText({1, 2, 71, 80}, 20);
+        QTest::newRow("SC 3.20") << "sc320"
+                                 << "c00000000000000402" << refListText({1, 2, 71, 80}, 20);
         // 3.16: AC's 214 was today's 231, beyond what the AC text holds.
-        QTest::newRow("AC 3.16") << "ac316" << "8" << refListText({1}, 47);
+        QTest::newRow("AC 3.16") << "ac316"
+                                 << "8" << refListText({1}, 47);
         // 3.16 knew commands 1-4 and today's 7, 8 as 5, 6.
-        QTest::newRow("Cmd 3.16") << "cmd316" << "91" << refCmdText({1, 4, 7}, 10);
-        QTest::newRow("Cmd 3.20") << "cmd320" << "0f1" << refCmdText({5, 6, 7, 8}, 10);
+        QTest::newRow("Cmd 3.16") << "cmd316"
+                                  << "91" << refCmdText({1, 4, 7}, 10);
+        QTest::newRow("Cmd 3.20") << "cmd320"
+                                  << "0f1" << refCmdText({5, 6, 7, 8}, 10);
     }
 
     void olderFirmwareTextsAreRenumbered()
@@ -292,11 +317,31 @@ private slots:
         QFETCH(QString, stored);
         ZOR_Form_Config_CAN_Param form;
         const QMap<QString, std::function<QString()>> read = {
-            {"sc316", [&] { form.setStrParam_SC_316(text); return form.getStrParam_SC(); }},
-            {"sc320", [&] { form.setStrParam_SC_320(text); return form.getStrParam_SC(); }},
-            {"ac316", [&] { form.setStrParam_AC_316(text); return form.getStrParam_AC(); }},
-            {"cmd316", [&] { form.setStrParam_Cmd_316(text); return form.getStrParam_Cmd(); }},
-            {"cmd320", [&] { form.setStrParam_Cmd_320(text); return form.getStrParam_Cmd(); }},
+            {"sc316",
+                [&] {
+                    form.setStrParam_SC_316(text);
+                    return form.getStrParam_SC();
+                }},
+            {"sc320",
+                [&] {
+                    form.setStrParam_SC_320(text);
+                    return form.getStrParam_SC();
+                }},
+            {"ac316",
+                [&] {
+                    form.setStrParam_AC_316(text);
+                    return form.getStrParam_AC();
+                }},
+            {"cmd316",
+                [&] {
+                    form.setStrParam_Cmd_316(text);
+                    return form.getStrParam_Cmd();
+                }},
+            {"cmd320",
+                [&] {
+                    form.setStrParam_Cmd_320(text);
+                    return form.getStrParam_Cmd();
+                }},
         };
         QCOMPARE(read[which](), stored);
     }
@@ -323,7 +368,7 @@ private slots:
         QByteArray body = "    <S6 outFS=\"4095\">\n        <S6DFM1 mode=\"0\" address1=\"11\" address2=\"12\" />\n";
         for (int n = 1; n <= 8; ++n)
             body += "        <S6DUT" + QByteArray::number(n)
-                    + " address=\"0\" filterMode=\"0\" filterLength=\"5\" filterLvl=\"5\" />\n";
+                + " address=\"0\" filterMode=\"0\" filterLength=\"5\" filterLvl=\"5\" />\n";
         QCOMPARE(d.doc.render(), config(body + "    </S6>\n"));
     }
 
@@ -333,8 +378,8 @@ private slots:
     {
         const QByteArray dut2 = "<S6DUT2 address=\"9\" filterMode=\"1\" filterLength=\"7\" filterLvl=\"3\" />";
         ZOR_Form_Config_CAN_TechotonS6 form;
-        QVERIFY(ZorFormDocument::load(form, ZorFormDocument::kDecl + "<CONFIG outFS=\"1023\">\n    " + dut2
-                                                + "\n</CONFIG>\n"));
+        QVERIFY(ZorFormDocument::load(
+            form, ZorFormDocument::kDecl + "<CONFIG outFS=\"1023\">\n    " + dut2 + "\n</CONFIG>\n"));
         QCOMPARE(form.dutAddress(1)->value(), 9);
         QCOMPARE(form.getDutE_Number4Text(form.dutOutFs(0)->currentText()), 1023);
         const QByteArray saved = ZorFormDocument::save(form);
@@ -346,20 +391,23 @@ private slots:
 
     void s6SensorUseFollowsAddressAndEnablesControls()
     {
-        const QByteArray node = "    <S6 outFS=\"1023\">\n"
-                                "        <S6DFM1 mode=\"2\" address1=\"40\" address2=\"41\" />\n"
-                                "        <S6DUT3 address=\"77\" filterMode=\"1\" filterLength=\"30\" filterLvl=\"0\" />\n"
-                                "        <S6DUT4 address=\"0\" filterMode=\"1\" filterLength=\"9\" filterLvl=\"9\" />\n"
-                                "    </S6>\n";
+        const QByteArray node =
+            "    <S6 outFS=\"1023\">\n"
+            "        <S6DFM1 mode=\"2\" address1=\"40\" address2=\"41\" />\n"
+            "        <S6DUT3 address=\"77\" filterMode=\"1\" filterLength=\"30\" filterLvl=\"0\" />\n"
+            "        <S6DUT4 address=\"0\" filterMode=\"1\" filterLength=\"9\" filterLvl=\"9\" />\n"
+            "    </S6>\n";
         Loaded doc(node);
         ZOR_Form_Config_CAN_TechotonS6* s6 = doc.s6();
         QVERIFY(s6->dutUse(2)->isChecked());
         QVERIFY(s6->dutFilterLvl(2)->isEnabled());
         QVERIFY(!s6->dutUse(3)->isChecked());
         QVERIFY(!s6->dutFilterLength(3)->isEnabled());
-        QCOMPARE(s6->dutFilterLength(3)->value(), 9);     // kept while off
-        QCOMPARE(doc.line("S6DUT3"), QByteArray("<S6DUT3 address=\"77\" filterMode=\"1\" filterLength=\"30\" filterLvl=\"0\" />"));
-        QCOMPARE(doc.line("S6DUT4"), QByteArray("<S6DUT4 address=\"0\" filterMode=\"1\" filterLength=\"9\" filterLvl=\"9\" />"));
+        QCOMPARE(s6->dutFilterLength(3)->value(), 9); // kept while off
+        QCOMPARE(doc.line("S6DUT3"),
+            QByteArray("<S6DUT3 address=\"77\" filterMode=\"1\" filterLength=\"30\" filterLvl=\"0\" />"));
+        QCOMPARE(doc.line("S6DUT4"),
+            QByteArray("<S6DUT4 address=\"0\" filterMode=\"1\" filterLength=\"9\" filterLvl=\"9\" />"));
         QCOMPARE(doc.line("S6DFM1"), QByteArray("<S6DFM1 mode=\"2\" address1=\"40\" address2=\"41\" />"));
 
         // Ticking a sensor gives it its own number as address; off is address 0.
@@ -367,7 +415,8 @@ private slots:
         QCOMPARE(s6->dutAddress(4)->value(), 5);
         QVERIFY(s6->dutOutFs(4)->isEnabled());
         s6->dutUse(2)->setChecked(false);
-        QCOMPARE(doc.line("S6DUT3"), QByteArray("<S6DUT3 address=\"0\" filterMode=\"1\" filterLength=\"30\" filterLvl=\"0\" />"));
+        QCOMPARE(doc.line("S6DUT3"),
+            QByteArray("<S6DUT3 address=\"0\" filterMode=\"1\" filterLength=\"30\" filterLvl=\"0\" />"));
         s6->dutUse(2)->setChecked(true);
         QCOMPARE(s6->dutAddress(2)->value(), 77);
     }

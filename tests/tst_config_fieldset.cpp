@@ -32,17 +32,16 @@ const QVector<ZOR_ConfigPage> kPages = {{"protocol", "", &zorCreateConfigForm<ZO
 int width(int n)
 {
     static const QHash<int, int> w = [] {
-        QHash<int, int> h = {
-            {1, 4}, {2, 2}, {3, 4}, {4, 1}, {5, 1}, {6, 1}, {7, 1}, {8, 1}, {9, 4}, {10, 4}, {11, 4}, {12, 4},
-            {13, 4}, {14, 2}, {15, 4}, {19, 2}, {20, 2}, {29, 1}, {31, 1}, {77, 37}, {94, 6}, {95, 12},
-            {96, 24}, {97, 48}, {123, 1}, {124, 1}, {171, 2}, {172, 4}, {173, 4}, {174, 4}, {175, 2},
-            {176, 4}, {177, 2}, {178, 2}, {179, 4}, {180, 2}, {181, 2}, {200, 2}, {204, 5}, {205, 4},
-            {207, 1}, {223, 2}, {238, 4}, {253, 8}};
-        for (int f = 127; f <= 132; ++f)    // pulse counters 3-8
+        QHash<int, int> h = {{1, 4}, {2, 2}, {3, 4}, {4, 1}, {5, 1}, {6, 1}, {7, 1}, {8, 1}, {9, 4}, {10, 4}, {11, 4},
+            {12, 4}, {13, 4}, {14, 2}, {15, 4}, {19, 2}, {20, 2}, {29, 1}, {31, 1}, {77, 37}, {94, 6}, {95, 12},
+            {96, 24}, {97, 48}, {123, 1}, {124, 1}, {171, 2}, {172, 4}, {173, 4}, {174, 4}, {175, 2}, {176, 4},
+            {177, 2}, {178, 2}, {179, 4}, {180, 2}, {181, 2}, {200, 2}, {204, 5}, {205, 4}, {207, 1}, {223, 2},
+            {238, 4}, {253, 8}};
+        for (int f = 127; f <= 132; ++f) // pulse counters 3-8
             h.insert(f, 4);
-        for (int f = 133; f <= 138; ++f)    // frequencies 3-8
+        for (int f = 133; f <= 138; ++f) // frequencies 3-8
             h.insert(f, 2);
-        for (int f = 147; f <= 166; ++f)    // RS-485 frequencies, precise temperatures
+        for (int f = 147; f <= 166; ++f) // RS-485 frequencies, precise temperatures
             h.insert(f, 2);
         return h;
     }();
@@ -50,7 +49,10 @@ int width(int n)
 }
 
 // Fields 1-69 belong to KITE 1.0, 70-122 to KITE 2.0, the rest to KITE 3.0.
-int versionOf(int n) { return n <= 69 ? 1 : n <= 122 ? 2 : 3; }
+int versionOf(int n)
+{
+    return n <= 69 ? 1 : n <= 122 ? 2 : 3;
+}
 
 // The record size of the fields that a version counts.
 int sizeOf(const QVector<int>& fields, int nVersion = 3)
@@ -77,10 +79,11 @@ QString maskOf(const Fields& fields)
     return mask;
 }
 
-QByteArray document(const QString& format, const QString& mask, const QByteArray& userParams = "        <USERPARAMS />\n")
+QByteArray document(
+    const QString& format, const QString& mask, const QByteArray& userParams = "        <USERPARAMS />\n")
 {
     return ZorFormDocument::config("    <PROTOCOL page=\"PROTOCOL\">\n        <KITE format=\"" + format.toLatin1()
-                                   + "\" mask=\"" + mask.toLatin1() + "\" />\n" + userParams + "    </PROTOCOL>\n");
+        + "\" mask=\"" + mask.toLatin1() + "\" />\n" + userParams + "    </PROTOCOL>\n");
 }
 
 // The set fields of a mask as "1 2 3 77": failures show what differs.
@@ -99,9 +102,13 @@ QString savedMask(const QByteArray& xml)
     return QString::fromLatin1(xml.mid(i, xml.indexOf('"', i) - i));
 }
 
-struct Fixture : ZorFormDocument::Doc {
+struct Fixture : ZorFormDocument::Doc
+{
     explicit Fixture(const ZOR_TerminalProfile& profile = ZOR_TerminalProfile())
-        : Doc(kPages, profile), form(Doc::form<ZOR_Form_Config_Set_Kite3>("protocol")) {}
+        : Doc(kPages, profile)
+        , form(Doc::form<ZOR_Form_Config_Set_Kite3>("protocol"))
+    {
+    }
     QCheckBox* box(int n) const { return form->findChild<QCheckBox*>(QStringLiteral("checkBox_Field_%1").arg(n)); }
     QComboBox* combo(const QString& name) const { return form->findChild<QComboBox*>(name); }
     QString sizeText() const { return form->findChild<QLabel*>("label_Size")->text(); }
@@ -172,22 +179,22 @@ private slots:
         auto* warning = f.form->findChild<QWidget*>("frame_Warning");
         QVERIFY(warning->isHidden());
 
-        f.box(123)->click();    // 513
+        f.box(123)->click(); // 513
         QCOMPARE(f.form->getProtocol_CurSize(), 513);
         QCOMPARE(spy.count(), 1);
         QCOMPARE(spy.at(0).at(0).toBool(), true);
         QVERIFY(!warning->isHidden());
         QCOMPARE(f.form->findChild<QLabel*>("label_Size")->palette().color(QPalette::Inactive, QPalette::WindowText),
-                 QColor(Qt::red));
+            QColor(Qt::red));
         QVERIFY(!f.form->userTab()->isEnabled());
 
-        f.box(124)->click();    // 514
-        f.box(200)->click();    // 516
-        f.box(200)->click();    // 514
+        f.box(124)->click(); // 514
+        f.box(200)->click(); // 516
+        f.box(200)->click(); // 514
         QCOMPARE(spy.count(), 1);
 
-        f.box(124)->click();    // 513
-        f.box(123)->click();    // 512
+        f.box(124)->click(); // 513
+        f.box(123)->click(); // 512
         QCOMPARE(spy.count(), 2);
         QCOMPARE(spy.at(1).at(0).toBool(), false);
         QVERIFY(warning->isHidden());
@@ -197,7 +204,7 @@ private slots:
     void storedFormatSelectsVersion_data()
     {
         QTest::addColumn<QByteArray>("stored");
-        QTest::addColumn<QString>("code");   // code "10" is shown as "KITE 1.0"
+        QTest::addColumn<QString>("code"); // code "10" is shown as "KITE 1.0"
         QTest::newRow("10") << QByteArray("10") << "10";
         QTest::newRow("20") << QByteArray("20") << "20";
         QTest::newRow("unknown number") << QByteArray("40") << "30";
@@ -229,11 +236,15 @@ private slots:
             QTest::addRow("mixed, %s", format) << format << mixed << mixed;
         }
         QTest::newRow("head is always on") << "30" << QString(255, QLatin1Char('0')) << maskOf({1, 2, 3});
-        QTest::newRow("short mask is padded") << "30" << "11111" << maskOf({1, 2, 3, 4, 5});
-        QTest::newRow("only 1 sets a field") << "30" << "111x1 1" << maskOf({1, 2, 3, 5, 7});
+        QTest::newRow("short mask is padded") << "30"
+                                              << "11111" << maskOf({1, 2, 3, 4, 5});
+        QTest::newRow("only 1 sets a field") << "30"
+                                             << "111x1 1" << maskOf({1, 2, 3, 5, 7});
         QTest::newRow("run up to its last field") << "30" << maskOf({1, 2, 3, 96}) << maskOf({1, 2, 3, 94, 95, 96});
-        QTest::newRow("run of passenger doors") << "30" << maskOf({1, 2, 3, 112, 114}) << maskOf(Fields{1, 2, 3} + range(110, 114));
-        QTest::newRow("user slots without names") << "30" << maskOf({1, 2, 3, 207, 237, 255}) << maskOf({1, 2, 3, 207, 237, 255});
+        QTest::newRow("run of passenger doors")
+            << "30" << maskOf({1, 2, 3, 112, 114}) << maskOf(Fields{1, 2, 3} + range(110, 114));
+        QTest::newRow("user slots without names")
+            << "30" << maskOf({1, 2, 3, 207, 237, 255}) << maskOf({1, 2, 3, 207, 237, 255});
     }
 
     void maskRoundTrips()
@@ -255,8 +266,12 @@ private slots:
         QTest::addColumn<QString>("version");
         QTest::addColumn<QString>("widget");
         QTest::addColumn<bool>("enabled");
-        const struct { const char* version; bool v2; bool v3; } rows[] = {
-            {"KITE 1.0", false, false}, {"KITE 2.0", true, false}, {"KITE 3.0", true, true}};
+        const struct
+        {
+            const char* version;
+            bool v2;
+            bool v3;
+        } rows[] = {{"KITE 1.0", false, false}, {"KITE 2.0", true, false}, {"KITE 3.0", true, true}};
         for (const auto& r : rows) {
             QTest::addRow("%s: version 1 box", r.version) << r.version << "checkBox_Field_8" << true;
             QTest::addRow("%s: version 2 box", r.version) << r.version << "checkBox_Field_70" << r.v2;
@@ -285,13 +300,16 @@ private slots:
         QTest::addColumn<QString>("tab");
         QTest::addColumn<Fields>("boxes");
         QTest::addColumn<Fields>("runs");
-        QTest::newRow("Main") << "Main" << range(1, 7) + range(19, 37) + range(45, 52) + range(123, 138) + Fields{200, 205, 206} << Fields{};
+        QTest::newRow("Main") << "Main"
+                              << range(1, 7) + range(19, 37) + range(45, 52) + range(123, 138) + Fields{200, 205, 206}
+                              << Fields{};
         QTest::newRow("Navi") << "Navi" << range(8, 18) + range(70, 77) << Fields{};
         QTest::newRow("RS") << "RS" << range(38, 44) + range(78, 93) + range(147, 162) << Fields{};
         QTest::newRow("CAN") << "CAN" << range(53, 69) + range(201, 204) << Fields{};
         QTest::newRow("Taho") << "Taho" << range(98, 103) << Fields{};
         QTest::newRow("Accel") << "Accel" << range(106, 109) + range(139, 141) + range(143, 146) << Fields{};
-        QTest::newRow("More") << "More" << Fields{104, 105} + range(118, 122) + Fields{142} << Fields{94, 110, 163, 167};
+        QTest::newRow("More") << "More" << Fields{104, 105} + range(118, 122) + Fields{142}
+                              << Fields{94, 110, 163, 167};
         QTest::newRow("FFS") << "FFS" << range(171, 181) << Fields{};
         QTest::newRow("Refr") << "Refr" << range(182, 199) << Fields{};
         QTest::newRow("User") << "User" << range(207, 255) << Fields{};
@@ -308,7 +326,8 @@ private slots:
         for (int n : boxes)
             QVERIFY2(f.box(n) && tabWidget->isAncestorOf(f.box(n)), qPrintable(QString::number(n)));
         for (int n : runs)
-            QVERIFY2(tabWidget->isAncestorOf(f.combo(QStringLiteral("comboBox_Field_%1").arg(n))), qPrintable(QString::number(n)));
+            QVERIFY2(tabWidget->isAncestorOf(f.combo(QStringLiteral("comboBox_Field_%1").arg(n))),
+                qPrintable(QString::number(n)));
     }
 
     void capabilitiesClearAndLimitFields()

@@ -37,22 +37,39 @@ class TestForm : public ZOR_Form_Config
 public:
     explicit TestForm(QWidget* parent = nullptr)
         : ZOR_Form_Config(parent)
-        , rows({{QString(), ZOR_RowBuilder::Label},
-                {QString(), ZOR_RowBuilder::Check, "use", "0"},
-                {QString(), ZOR_RowBuilder::Integer, "addr", "1", 1, 247}})
+        , rows({{QString(), ZOR_RowBuilder::Label}, {QString(), ZOR_RowBuilder::Check, "use", "0"},
+              {QString(), ZOR_RowBuilder::Integer, "addr", "1", 1, 247}})
     {
         spin.setRange(0, 255);
         types.addText("7", "seven").addText("9", "nine");
-        bind.integer("speed", &spin, 10).check("on", &check, true).caption("type", &combo, &types, "9")
+        bind.integer("speed", &spin, 10)
+            .check("on", &check, true)
+            .caption("type", &combo, &types, "9")
             .hex("reg", &edit, 0x1f, 4);
         rows.build(new QGridLayout(this), 3, [](int n) { return QStringLiteral("Row %1").arg(n); });
         translateForm();
         watchEdits(this);
     }
-    void translateForm() override { types.fill(&combo); rows.translate(); }
-    void setDefaultParam() override { bind.setDefaults(); rows.setDefaults(); }
-    void readFormParam(CXMLWorkData* root) override { bind.readNode(root, "DEV"); rows.readNodes(root, "R"); }
-    void writeFormParam(CXMLWorkData* root) override { bind.writeNode(root, "DEV"); rows.writeNodes(root, "R"); }
+    void translateForm() override
+    {
+        types.fill(&combo);
+        rows.translate();
+    }
+    void setDefaultParam() override
+    {
+        bind.setDefaults();
+        rows.setDefaults();
+    }
+    void readFormParam(CXMLWorkData* root) override
+    {
+        bind.readNode(root, "DEV");
+        rows.readNodes(root, "R");
+    }
+    void writeFormParam(CXMLWorkData* root) override
+    {
+        bind.writeNode(root, "DEV");
+        rows.writeNodes(root, "R");
+    }
 
     QSpinBox spin;
     QCheckBox check;
@@ -81,13 +98,21 @@ private slots:
         QTest::addColumn<QString>("type");
         QTest::addColumn<QString>("reg");
 
-        QTest::newRow("all present") << QByteArray("speed=\"20\" on=\"0\" type=\"7\" reg=\"00a0\"") << 20 << false << "seven" << "00a0";
-        QTest::newRow("missing attributes take defaults") << QByteArray() << 10 << true << "nine" << "001f";
-        QTest::newRow("out of range clamps") << QByteArray("speed=\"300\"") << 255 << true << "nine" << "001f";
-        QTest::newRow("negative clamps") << QByteArray("speed=\"-4\"") << 0 << true << "nine" << "001f";
-        QTest::newRow("leading digits count") << QByteArray("speed=\"12abc\" on=\"yes\"") << 12 << false << "nine" << "001f";
-        QTest::newRow("unknown code falls back") << QByteArray("type=\"8\"") << 10 << true << "nine" << "001f";
-        QTest::newRow("non-hex register is 0") << QByteArray("reg=\"zz\"") << 10 << true << "nine" << "0000";
+        QTest::newRow("all present") << QByteArray("speed=\"20\" on=\"0\" type=\"7\" reg=\"00a0\"") << 20 << false
+                                     << "seven"
+                                     << "00a0";
+        QTest::newRow("missing attributes take defaults") << QByteArray() << 10 << true << "nine"
+                                                          << "001f";
+        QTest::newRow("out of range clamps") << QByteArray("speed=\"300\"") << 255 << true << "nine"
+                                             << "001f";
+        QTest::newRow("negative clamps") << QByteArray("speed=\"-4\"") << 0 << true << "nine"
+                                         << "001f";
+        QTest::newRow("leading digits count") << QByteArray("speed=\"12abc\" on=\"yes\"") << 12 << false << "nine"
+                                              << "001f";
+        QTest::newRow("unknown code falls back") << QByteArray("type=\"8\"") << 10 << true << "nine"
+                                                 << "001f";
+        QTest::newRow("non-hex register is 0") << QByteArray("reg=\"zz\"") << 10 << true << "nine"
+                                               << "0000";
     }
 
     void storedValuesLoadWithFallbacks()
@@ -111,10 +136,11 @@ private slots:
 
     void newDocumentSavesDefaultsInRowOrder()
     {
-        QCOMPARE(Doc(kPages).doc.render(), config("    <DEV speed=\"10\" on=\"1\" type=\"9\" reg=\"001f\" />\n"
-                                                  "    <R1 use=\"0\" addr=\"1\" />\n"
-                                                  "    <R2 use=\"0\" addr=\"1\" />\n"
-                                                  "    <R3 use=\"0\" addr=\"1\" />\n"));
+        QCOMPARE(Doc(kPages).doc.render(),
+            config("    <DEV speed=\"10\" on=\"1\" type=\"9\" reg=\"001f\" />\n"
+                   "    <R1 use=\"0\" addr=\"1\" />\n"
+                   "    <R2 use=\"0\" addr=\"1\" />\n"
+                   "    <R3 use=\"0\" addr=\"1\" />\n"));
     }
 
     void captionListKeepsCodeAcrossLanguages()
@@ -133,7 +159,7 @@ private slots:
         ZOR_Language::instance().load(QStringLiteral("ru"));
         QCOMPARE(box.currentText(), QString("No"));
         QCOMPARE(box.currentIndex(), 1);
-        QCOMPARE(list.codeOf(QStringLiteral("No")), QString());   // matched in the current language only
+        QCOMPARE(list.codeOf(QStringLiteral("No")), QString()); // matched in the current language only
     }
 
     void dataTypeCaptionsFollowTheWordRule_data()
@@ -185,7 +211,7 @@ private slots:
         QVERIFY2(d.doc.save(), qPrintable(d.doc.errorString()));
         const QByteArray saved = d.file();
         QVERIFY(saved.contains("<OTHER x=\"1\" />"));
-        QVERIFY(saved.contains("<DEV speed=\"5\" on=\"0\" type=\"7\" reg=\"0002\" />"));   // cleared before writing
+        QVERIFY(saved.contains("<DEV speed=\"5\" on=\"0\" type=\"7\" reg=\"0002\" />")); // cleared before writing
         QVERIFY(d.doc.load(d.path()));
         QVERIFY(d.doc.save());
         QCOMPARE(d.file(), saved);
@@ -197,7 +223,7 @@ private slots:
         const QByteArray broken = ZorFormDocument::kDecl + "<CONFIG><DEV speed=\"5\"></CONFIG>\n";
         QVERIFY(!d.load(broken));
         QVERIFY(!d.doc.errorString().isEmpty());
-        QVERIFY(!d.doc.save());       // still the new, unnamed document
+        QVERIFY(!d.doc.save()); // still the new, unnamed document
         QCOMPARE(d.file(), broken);
         QVERIFY(!d.doc.load(d.dir.filePath("missing.xml")));
         QVERIFY(!QFile::exists(d.dir.filePath("missing.xml")));

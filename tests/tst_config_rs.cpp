@@ -48,7 +48,8 @@ QVector<ZOR_ConfigPage> serialPages()
 QByteArray defaultSensor(int n, const QByteArray& indent)
 {
     return indent + "<FS" + QByteArray::number(n)
-        + " use=\"0\" type=\"0\" address=\"1\" thld=\"5\" thldOff=\"0\" filterMode=\"0\" filterLength=\"5\" filterLvl=\"5\" />\n";
+        + " use=\"0\" type=\"0\" address=\"1\" thld=\"5\" thldOff=\"0\" filterMode=\"0\" filterLength=\"5\" "
+          "filterLvl=\"5\" />\n";
 }
 
 } // namespace
@@ -81,19 +82,23 @@ private slots:
         QCOMPARE(save(*page), config(expected));
         // The last sensor, set by hand and out of range, and a node beyond the page.
         const QByteArray last = QByteArray::number(sensors);
-        QVERIFY(load(*page, config("<FS" + last + " use=\"1\" type=\"3\" address=\"300\" thld=\"5000\" thldOff=\"1\" "
-                                   "filterMode=\"1\" filterLength=\"0\" filterLvl=\"11\" /><FS17 use=\"1\" />")));
+        QVERIFY(load(*page,
+            config("<FS" + last
+                + " use=\"1\" type=\"3\" address=\"300\" thld=\"5000\" thldOff=\"1\" "
+                  "filterMode=\"1\" filterLength=\"0\" filterLvl=\"11\" /><FS17 use=\"1\" />")));
         QVERIFY(page->sensorWidget(sensors, ZOR_Form_Config_RS_Param_Flds::Type)->isEnabled());
         QVERIFY(!page->sensorWidget(sensors, ZOR_Form_Config_RS_Param_Flds::FilterLength)->isEnabled());
         expected.clear();
         for (int n = 1; n < sensors; ++n)
             expected += defaultSensor(n, "    ");
-        expected += "    <FS" + last + " use=\"1\" type=\"3\" address=\"255\" thld=\"4095\" thldOff=\"1\" filterMode=\"1\" "
-                    "filterLength=\"1\" filterLvl=\"10\" />\n";
+        expected += "    <FS" + last
+            + " use=\"1\" type=\"3\" address=\"255\" thld=\"4095\" thldOff=\"1\" filterMode=\"1\" "
+              "filterLength=\"1\" filterLvl=\"10\" />\n";
         QCOMPARE(save(*page), config(expected));
         // Unknown type and mode codes load as 0.
         QVERIFY(load(*page, config("<FS1 use=\"1\" type=\"77\" filterMode=\"5\" />")));
-        QVERIFY(save(*page).contains("<FS1 use=\"1\" type=\"0\" address=\"1\" thld=\"5\" thldOff=\"0\" filterMode=\"0\" "));
+        QVERIFY(
+            save(*page).contains("<FS1 use=\"1\" type=\"0\" address=\"1\" thld=\"5\" thldOff=\"0\" filterMode=\"0\" "));
     }
 
     void interfaceNodes_data()
@@ -102,7 +107,8 @@ private slots:
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QByteArray>("saved");
         QTest::newRow("nothing stored: defaults")
-            << true << QByteArray() << QByteArray("    <RS485 device=\"0\" speed=\"9600\" parity=\"None\" stop=\"1\" />\n");
+            << true << QByteArray()
+            << QByteArray("    <RS485 device=\"0\" speed=\"9600\" parity=\"None\" stop=\"1\" />\n");
         QTest::newRow("line settings kept")
             << false << QByteArray("<RS232 device=\"0\" speed=\"57600\" parity=\"Odd\" stop=\"2\" />")
             << QByteArray("    <RS232 device=\"0\" speed=\"57600\" parity=\"Odd\" stop=\"2\" />\n");
@@ -113,17 +119,22 @@ private slots:
             << false << QByteArray("<RS232 device=\"2\" speed=\"9600\" parity=\"None\" stop=\"1\"><USRPRMS /></RS232>")
             << QByteArray("    <RS232 device=\"0\" speed=\"9600\" parity=\"None\" stop=\"1\" />\n");
         QTest::newRow("RS-232 fuel sensor")
-            << false << QByteArray("<RS232 device=\"1\" speed=\"19200\" parity=\"None\" stop=\"1\"><FS1 use=\"1\" /></RS232>")
+            << false
+            << QByteArray("<RS232 device=\"1\" speed=\"19200\" parity=\"None\" stop=\"1\"><FS1 use=\"1\" /></RS232>")
             << QByteArray("    <RS232 device=\"1\" speed=\"19200\" parity=\"None\" stop=\"1\">\n"
-                          "        <FS1 use=\"1\" type=\"0\" address=\"1\" thld=\"5\" thldOff=\"0\" filterMode=\"0\" filterLength=\"5\" filterLvl=\"5\" />\n"
+                          "        <FS1 use=\"1\" type=\"0\" address=\"1\" thld=\"5\" thldOff=\"0\" filterMode=\"0\" "
+                          "filterLength=\"5\" filterLvl=\"5\" />\n"
                           "    </RS232>\n");
         QTest::newRow("Modbus rows below USRPRMS; stale nodes of other devices go")
-            << true << QByteArray("<RS485 device=\"2\" speed=\"115200\" parity=\"Even\" stop=\"1\"><FS1 use=\"1\" />"
-                                  "<USRPRMS><MDBSPRM4 prm=\"4s\" addr=\"7\" reg=\"100\" cmd=\"4\" ord=\"3\" cycle=\"1500\" save=\"1\" />"
-                                  "<MDBSEVNT1 prm=\"mb2\" /></USRPRMS></RS485>")
+            << true
+            << QByteArray("<RS485 device=\"2\" speed=\"115200\" parity=\"Even\" stop=\"1\"><FS1 use=\"1\" />"
+                          "<USRPRMS><MDBSPRM4 prm=\"4s\" addr=\"7\" reg=\"100\" cmd=\"4\" ord=\"3\" cycle=\"1500\" "
+                          "save=\"1\" />"
+                          "<MDBSEVNT1 prm=\"mb2\" /></USRPRMS></RS485>")
             << QByteArray("    <RS485 device=\"2\" speed=\"115200\" parity=\"Even\" stop=\"1\">\n"
                           "        <USRPRMS>\n"
-                          "            <MDBSPRM4 prm=\"4s\" addr=\"7\" reg=\"100\" cmd=\"4\" ord=\"3\" cycle=\"1500\" save=\"1\" />\n"
+                          "            <MDBSPRM4 prm=\"4s\" addr=\"7\" reg=\"100\" cmd=\"4\" ord=\"3\" cycle=\"1500\" "
+                          "save=\"1\" />\n"
                           "        </USRPRMS>\n"
                           "    </RS485>\n");
         QTest::newRow("HRPS asks for 38400 but the stored speed wins")
@@ -194,9 +205,12 @@ private slots:
         QTest::newRow("STRH") << int(Port::KindTachograph) << QByteArray("<TACH type=\"STRH\" />") << "19200";
         QTest::newRow("MERK") << int(Port::KindTachograph) << QByteArray("<TACH type=\"MERK\" />") << "115200";
         QTest::newRow("KONT") << int(Port::KindTachograph) << QByteArray("<TACH type=\"KONT\" />") << "9600";
-        QTest::newRow("refrigerator 1") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"IQFREEZE\" />") << "9600";
-        QTest::newRow("refrigerator 2") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"DATACOLD\" />") << "38400";
-        QTest::newRow("refrigerator 3") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"CARRIER\" />") << "9600";
+        QTest::newRow("refrigerator 1") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"IQFREEZE\" />")
+                                        << "9600";
+        QTest::newRow("refrigerator 2") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"DATACOLD\" />")
+                                        << "38400";
+        QTest::newRow("refrigerator 3") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"CARRIER\" />")
+                                        << "9600";
         QTest::newRow("PRESSPRO") << int(Port::KindTyres) << QByteArray("<TPMS type=\"PRESSPRO\" />") << "38400";
         QTest::newRow("BRDGESTN") << int(Port::KindTyres) << QByteArray("<TPMS type=\"BRDGESTN\" />") << "38400";
         QTest::newRow("TM508") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TM508\" />") << "9600";
@@ -224,13 +238,25 @@ private slots:
         QTest::addColumn<int>("kind");
         QTest::addColumn<QByteArray>("node");
         QTest::addColumn<QByteArray>("saved");
-        QTest::newRow("TACH") << int(Port::KindTachograph) << QByteArray("<TACH type=\"MERK\" />") << QByteArray("<TACH type=\"ATOL\" login=\"\" pass=\"570913\" noPing=\"0\" eventOff=\"0\" />");
-        QTest::newRow("RFID") << int(Port::KindRfid) << QByteArray("<RFID type=\"ADM20\" />") << QByteArray("<RFID type=\"ESCORT\" id=\"1\" holdTime=\"60\" nearOnly=\"0\" minLvl=\"-128\" mode=\"0\" />");
-        QTest::newRow("TPMS") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TD21\" />") << QByteArray("<TPMS type=\"PRESSPRO\" holdTime=\"15\" />");
-        QTest::newRow("PCNT") << int(Port::KindPassengers) << QByteArray("<PCNT type=\"ACOND\" />") << QByteArray("<PCNT type=\"PP01\" id1=\"1\" id2=\"2\" id3=\"3\" id4=\"4\" id5=\"5\" id6=\"6\" id7=\"7\" countEvent=\"1\" door=\"1\" offTime=\"1800\" coordTime=\"10\" />");
-        QTest::newRow("DDU") << int(Port::KindDisplay) << QByteArray("<DDU type=\"ICON\" />") << QByteArray("<DDU type=\"DV01\" showFuelLvl=\"0\" infoPeriod=\"30\" address=\"7\" />");
-        QTest::newRow("REFR") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"CARRIER\" />") << QByteArray("<REFR type=\"IQFREEZE\" period=\"60\" />");
-        QTest::newRow("AXIS") << int(Port::KindAxis) << QByteArray("<AXIS holdTime=\"0\" />") << QByteArray("<AXIS holdTime=\"1\" />");
+        QTest::newRow("TACH") << int(Port::KindTachograph) << QByteArray("<TACH type=\"MERK\" />")
+                              << QByteArray(
+                                     "<TACH type=\"ATOL\" login=\"\" pass=\"570913\" noPing=\"0\" eventOff=\"0\" />");
+        QTest::newRow("RFID")
+            << int(Port::KindRfid) << QByteArray("<RFID type=\"ADM20\" />")
+            << QByteArray(
+                   "<RFID type=\"ESCORT\" id=\"1\" holdTime=\"60\" nearOnly=\"0\" minLvl=\"-128\" mode=\"0\" />");
+        QTest::newRow("TPMS") << int(Port::KindTyres) << QByteArray("<TPMS type=\"TD21\" />")
+                              << QByteArray("<TPMS type=\"PRESSPRO\" holdTime=\"15\" />");
+        QTest::newRow("PCNT") << int(Port::KindPassengers) << QByteArray("<PCNT type=\"ACOND\" />")
+                              << QByteArray(
+                                     "<PCNT type=\"PP01\" id1=\"1\" id2=\"2\" id3=\"3\" id4=\"4\" id5=\"5\" id6=\"6\" "
+                                     "id7=\"7\" countEvent=\"1\" door=\"1\" offTime=\"1800\" coordTime=\"10\" />");
+        QTest::newRow("DDU") << int(Port::KindDisplay) << QByteArray("<DDU type=\"ICON\" />")
+                             << QByteArray("<DDU type=\"DV01\" showFuelLvl=\"0\" infoPeriod=\"30\" address=\"7\" />");
+        QTest::newRow("REFR") << int(Port::KindRefrigerator) << QByteArray("<REFR type=\"CARRIER\" />")
+                              << QByteArray("<REFR type=\"IQFREEZE\" period=\"60\" />");
+        QTest::newRow("AXIS") << int(Port::KindAxis) << QByteArray("<AXIS holdTime=\"0\" />")
+                              << QByteArray("<AXIS holdTime=\"1\" />");
     }
     void nodeWithoutTypeLoadsDefaultModel()
     {
@@ -308,11 +334,13 @@ private slots:
             auto fuel232 = d.form<Port>("rs232");
             fuel232->setCurrentKind(Port::KindFuel);
             static_cast<QCheckBox*>(static_cast<ZOR_Form_Config_RS_Param_Flds*>(fuel232->page(Port::KindFuel))
-                                        ->sensorWidget(1, ZOR_Form_Config_RS_Param_Flds::Use))->setChecked(true);
+                                        ->sensorWidget(1, ZOR_Form_Config_RS_Param_Flds::Use))
+                ->setChecked(true);
             QVERIFY2(d.doc.save(d.path()), qPrintable(d.doc.errorString()));
             bytes = d.file();
         }
-        QVERIFY(bytes.contains("<MDBSPRM2 prm=\"1b\" addr=\"1\" reg=\"0\" cmd=\"1\" ord=\"0\" cycle=\"500\" save=\"0\" />"));
+        QVERIFY(bytes.contains(
+            "<MDBSPRM2 prm=\"1b\" addr=\"1\" reg=\"0\" cmd=\"1\" ord=\"0\" cycle=\"500\" save=\"0\" />"));
         QVERIFY(bytes.contains("<MDBSEVNT1 prm=\"mb5\" cond=\"1\" step=\"0\" low=\"0\" high=\"0\" hyst=\"0\" />"));
         ZorFormDocument::Doc d(serialPages());
         QVERIFY(d.load(bytes));

@@ -43,13 +43,25 @@ QByteArray save(Mdbs& page, bool bWithNode = true)
     return doc.render();
 }
 
-QSpinBox* spin(Mdbs& page, int row, Mdbs::RowColumn c) { return static_cast<QSpinBox*>(page.rowWidget(row, c)); }
-QComboBox* box(Mdbs& page, int row, Mdbs::RowColumn c) { return static_cast<QComboBox*>(page.rowWidget(row, c)); }
-QComboBox* eventBox(Mdbs& page, int ev, Mdbs::EventColumn c) { return static_cast<QComboBox*>(page.eventWidget(ev, c)); }
-QSpinBox* eventSpin(Mdbs& page, int ev, Mdbs::EventColumn c) { return static_cast<QSpinBox*>(page.eventWidget(ev, c)); }
+QSpinBox* spin(Mdbs& page, int row, Mdbs::RowColumn c)
+{
+    return static_cast<QSpinBox*>(page.rowWidget(row, c));
+}
+QComboBox* box(Mdbs& page, int row, Mdbs::RowColumn c)
+{
+    return static_cast<QComboBox*>(page.rowWidget(row, c));
+}
+QComboBox* eventBox(Mdbs& page, int ev, Mdbs::EventColumn c)
+{
+    return static_cast<QComboBox*>(page.eventWidget(ev, c));
+}
+QSpinBox* eventSpin(Mdbs& page, int ev, Mdbs::EventColumn c)
+{
+    return static_cast<QSpinBox*>(page.eventWidget(ev, c));
+}
 
-const QString kByteBits = QString::fromUtf8("1 байт, биты");          // "1b"
-const QString kTwoUnsigned = QString::fromUtf8("2 байта, беззнаковое");  // "2u"
+const QString kByteBits = QString::fromUtf8("1 байт, биты"); // "1b"
+const QString kTwoUnsigned = QString::fromUtf8("2 байта, беззнаковое"); // "2u"
 
 } // namespace
 
@@ -97,7 +109,8 @@ private slots:
         QTest::newRow("DI 0x0000 is 10001") << false << 0 << "DI (0x02)" << -1 << 0 << "DI (0x02)" << false;
         QTest::newRow("DO 0x0000 is 1") << false << 0 << "DO (0x01)" << -1 << 0 << "DO (0x01)" << false;
         QTest::newRow("AO 0x0010 is 40017") << false << 0x10 << "AO (0x03)" << -1 << 0x10 << "AO (0x03)" << false;
-        QTest::newRow("AI 0xffff clamps to 49999") << false << 0xffff << "AI (0x04)" << -1 << 0xffff << "AI (0x04)" << false;
+        QTest::newRow("AI 0xffff clamps to 49999")
+            << false << 0xffff << "AI (0x04)" << -1 << 0xffff << "AI (0x04)" << false;
         // From number: the blocks and the gaps between them.
         QTest::newRow("30005 is AI 4") << true << 0x77 << "DO (0x01)" << 30005 << 4 << "AI (0x04)" << false;
         QTest::newRow("9999 is DO 9998") << true << 0x77 << "DI (0x02)" << 9999 << 9998 << "DO (0x01)" << false;
@@ -125,7 +138,10 @@ private slots:
         QCOMPARE(num->isEnabled(), byNumber);
         QCOMPARE(spin(page, 4, Mdbs::RowReg)->isEnabled(), !byNumber);
         if (number < 0) {
-            const int base = cmd.startsWith("DO") ? 1 : cmd.startsWith("DI") ? 10001 : cmd.startsWith("AI") ? 30001 : 40001;
+            const int base = cmd.startsWith("DO") ? 1
+                : cmd.startsWith("DI")            ? 10001
+                : cmd.startsWith("AI")            ? 30001
+                                                  : 40001;
             QCOMPARE(num->value(), qMin(49999, base + address));
         } else {
             num->setValue(number);
@@ -158,8 +174,11 @@ private slots:
         QCOMPARE(spin(page, row, Mdbs::RowAddr)->value(), shown);
         // The same limit when loaded.
         Mdbs loaded;
-        QVERIFY(load(loaded, config(QStringLiteral("<USRPRMS><MDBSPRM%1 prm=\"1u\" addr=\"%2\" /></USRPRMS>")
-                                        .arg(row).arg(entered).toLatin1())));
+        QVERIFY(load(loaded,
+            config(QStringLiteral("<USRPRMS><MDBSPRM%1 prm=\"1u\" addr=\"%2\" /></USRPRMS>")
+                       .arg(row)
+                       .arg(entered)
+                       .toLatin1())));
         QCOMPARE(spin(loaded, row, Mdbs::RowAddr)->value(), shown);
     }
 
@@ -227,7 +246,7 @@ private slots:
     void conditionSelectsItsFields_data()
     {
         QTest::addColumn<int>("cond");
-        QTest::addColumn<QString>("enabled");  // step low high hyst
+        QTest::addColumn<QString>("enabled"); // step low high hyst
         QTest::newRow("1 threshold") << 0 << "1000";
         QTest::newRow("2 bounds") << 1 << "0110";
         QTest::newRow("3 bounds and hysteresis") << 2 << "0111";
@@ -259,23 +278,31 @@ private slots:
         QTest::newRow("rows 2 and 5 and an event") << two << two;
         QTest::newRow("row defaults and event defaults")
             << QByteArray("<USRPRMS><MDBSPRM1 prm=\"2s\" /><MDBSEVNT1 prm=\"mb1\" /></USRPRMS>")
-            << QByteArray("    <USRPRMS>\n"
-                          "        <MDBSPRM1 prm=\"2s\" addr=\"1\" reg=\"0\" cmd=\"1\" ord=\"0\" cycle=\"1000\" save=\"0\" />\n"
-                          "        <MDBSEVNT1 prm=\"mb1\" cond=\"1\" step=\"1000\" low=\"0\" high=\"1000\" hyst=\"100\" />\n"
-                          "    </USRPRMS>\n");
+            << QByteArray(
+                   "    <USRPRMS>\n"
+                   "        <MDBSPRM1 prm=\"2s\" addr=\"1\" reg=\"0\" cmd=\"1\" ord=\"0\" cycle=\"1000\" save=\"0\" "
+                   "/>\n"
+                   "        <MDBSEVNT1 prm=\"mb1\" cond=\"1\" step=\"1000\" low=\"0\" high=\"1000\" hyst=\"100\" />\n"
+                   "    </USRPRMS>\n");
         QTest::newRow("out of range and foreign values")
-            << QByteArray("<USRPRMS><MDBSPRM9 prm=\"9z\" addr=\"300\" reg=\"zz\" cmd=\"7\" ord=\"-1\" cycle=\"100\" save=\"yes\" />"
+            << QByteArray("<USRPRMS><MDBSPRM9 prm=\"9z\" addr=\"300\" reg=\"zz\" cmd=\"7\" ord=\"-1\" cycle=\"100\" "
+                          "save=\"yes\" />"
                           "<MDBSPRM10 prm=\"8s\" reg=\"123456\" cycle=\"99999\" save=\"2\" />"
-                          "<MDBSEVNT2 prm=\"mb3\" cond=\"2\" /><MDBSEVNT3 prm=\"MB9\" /><MDBSEVNT5 prm=\"mb10\" cond=\"9\" /></USRPRMS>")
-            << QByteArray("    <USRPRMS>\n"
-                          "        <MDBSPRM9 prm=\"1b\" addr=\"254\" reg=\"0\" cmd=\"1\" ord=\"0\" cycle=\"500\" save=\"0\" />\n"
-                          "        <MDBSPRM10 prm=\"8s\" addr=\"1\" reg=\"ffff\" cmd=\"1\" ord=\"0\" cycle=\"60000\" save=\"1\" />\n"
-                          "        <MDBSEVNT5 prm=\"mb10\" cond=\"1\" step=\"1000\" low=\"0\" high=\"1000\" hyst=\"100\" />\n"
-                          "    </USRPRMS>\n");
+                          "<MDBSEVNT2 prm=\"mb3\" cond=\"2\" /><MDBSEVNT3 prm=\"MB9\" /><MDBSEVNT5 prm=\"mb10\" "
+                          "cond=\"9\" /></USRPRMS>")
+            << QByteArray(
+                   "    <USRPRMS>\n"
+                   "        <MDBSPRM9 prm=\"1b\" addr=\"254\" reg=\"0\" cmd=\"1\" ord=\"0\" cycle=\"500\" save=\"0\" "
+                   "/>\n"
+                   "        <MDBSPRM10 prm=\"8s\" addr=\"1\" reg=\"ffff\" cmd=\"1\" ord=\"0\" cycle=\"60000\" "
+                   "save=\"1\" />\n"
+                   "        <MDBSEVNT5 prm=\"mb10\" cond=\"1\" step=\"1000\" low=\"0\" high=\"1000\" hyst=\"100\" />\n"
+                   "    </USRPRMS>\n");
         QTest::newRow("numbers written otherwise")
             << QByteArray("<USRPRMS><MDBSPRM3 prm=\"2u\" reg=\"12345678901234567\" cmd=\" 3\" ord=\"03\" /></USRPRMS>")
             << QByteArray("    <USRPRMS>\n"
-                          "        <MDBSPRM3 prm=\"2u\" addr=\"1\" reg=\"ffff\" cmd=\"3\" ord=\"3\" cycle=\"1000\" save=\"0\" />\n"
+                          "        <MDBSPRM3 prm=\"2u\" addr=\"1\" reg=\"ffff\" cmd=\"3\" ord=\"3\" cycle=\"1000\" "
+                          "save=\"0\" />\n"
                           "    </USRPRMS>\n");
         QTest::newRow("row with empty prm is off")
             << QByteArray("<USRPRMS><MDBSPRM1 prm=\"\" addr=\"4\" /><MDBSEVNT1 prm=\"mb1\" /></USRPRMS>")

@@ -41,11 +41,19 @@ ZOR_TerminalProfile simProfile(int nSims)
 }
 
 // A document of the two pages loaded from bytes.
-struct Loaded : ZorFormDocument::Doc {
-    explicit Loaded(const QByteArray& bytes, int nSims = 1) : Doc(kPages, simProfile(nSims)) { QVERIFY(load(bytes)); }
+struct Loaded : ZorFormDocument::Doc
+{
+    explicit Loaded(const QByteArray& bytes, int nSims = 1)
+        : Doc(kPages, simProfile(nSims))
+    {
+        QVERIFY(load(bytes));
+    }
     ZOR_Form_Config_Transfer_SrvAlg* page() const { return form<ZOR_Form_Config_Transfer_SrvAlg>("transfer"); }
-    template <typename T> T* sim(int n, const char* name) const
-    { return page()->simPage(n)->findChild<T*>(QLatin1String(name)); }
+    template <typename T>
+    T* sim(int n, const char* name) const
+    {
+        return page()->simPage(n)->findChild<T*>(QLatin1String(name));
+    }
 };
 
 // What a widget shows, as a number: spin box value or check state.
@@ -75,19 +83,24 @@ private slots:
         QTest::addColumn<QString>("shows");
         QTest::addColumn<QByteArray>("saved");
         auto row = [](const char* name, const char* node, const char* attr, const char* stored, const char* boxes,
-                      const char* shows, const char* saved) {
-            QTest::newRow(name) << QByteArray(node) << QByteArray(attr) << QByteArray(stored) << boxes << shows << QByteArray(saved);
+                       const char* shows, const char* saved) {
+            QTest::newRow(name) << QByteArray(node) << QByteArray(attr) << QByteArray(stored) << boxes << shows
+                                << QByteArray(saved);
         };
-        row("home period 5400 is 1 h 30 min", "RULES", "cnctTimer", "5400", "spinCnctHours spinCnctMinutes", "1 30", "5400");
+        row("home period 5400 is 1 h 30 min", "RULES", "cnctTimer", "5400", "spinCnctHours spinCnctMinutes", "1 30",
+            "5400");
         row("roaming period 5400 is 90 min", "ROAM", "cnctTimer", "5400", "spinRoamCnctTimer", "90", "5400");
         row("moving 90 s keeps whole minutes", "ROAM", "moveTimer", "90", "spinRoamMoveTimer", "1", "60");
         row("parked above 9999 min clamps", "ROAM", "stopTimer", "700000", "spinRoamStopTimer", "9999", "599940");
         row("ping below 15 s clamps", "RULES", "pingTimer", "5", "spinPingTimer", "15", "15");
         // Hours and minutes are the time of day that many seconds after midnight.
         row("blocking 86400 is 00:00", "RULES", "blockTimer", "86400", "spinBlockHours spinBlockMinutes", "0 0", "0");
-        row("blocking 90000 is 01:00", "RULES", "blockTimer", "90000", "spinBlockHours spinBlockMinutes", "1 0", "3600");
-        row("blocking 100000 is 03:46", "RULES", "blockTimer", "100000", "spinBlockHours spinBlockMinutes", "3 46", "13560");
-        row("negative roaming blocking counts back", "ROAM", "blockTimer", "-60", "spinRoamBlockHours spinRoamBlockMinutes", "23 59", "86340");
+        row("blocking 90000 is 01:00", "RULES", "blockTimer", "90000", "spinBlockHours spinBlockMinutes", "1 0",
+            "3600");
+        row("blocking 100000 is 03:46", "RULES", "blockTimer", "100000", "spinBlockHours spinBlockMinutes", "3 46",
+            "13560");
+        row("negative roaming blocking counts back", "ROAM", "blockTimer", "-60",
+            "spinRoamBlockHours spinRoamBlockMinutes", "23 59", "86340");
         row("empty value takes the default", "RULES", "cnctTimer", "", "spinCnctHours spinCnctMinutes", "1 0", "3600");
         row("grouping 0 is off", "RULES", "grpTimer", "0", "checkGroup", "0", "0");
         row("grouping 45 s is on", "RULES", "grpTimer", "45", "checkGroup spinGrpTimer", "1 45", "45");
@@ -200,7 +213,7 @@ private slots:
     {
         QTest::addColumn<int>("mode");
         QTest::addColumn<QByteArray>("sim1");
-        QTest::addColumn<QString>("expected");   // SIM 1 cnctR callR smsR, then SIM 2's
+        QTest::addColumn<QString>("expected"); // SIM 1 cnctR callR smsR, then SIM 2's
 
         const QByteArray absent("cnctH=\"1\"");
         const QByteArray present("cnctR=\"2\" callR=\"0\" smsR=\"1\"");
@@ -321,7 +334,7 @@ private slots:
         QCOMPARE(l.doc.render(), file);
         if (sims == 1) {
             l.doc.newDocument();
-            QCOMPARE(l.doc.render(), file);   // the defaults are the file's values
+            QCOMPARE(l.doc.render(), file); // the defaults are the file's values
         }
     }
 
@@ -339,8 +352,8 @@ private slots:
         QTest::keyClick(edit, Qt::Key_Return);
         QVERIFY(edit->isReadOnly());
         QCOMPARE(nodeLine(l.doc.render(), "WIFIBLIST"),
-                 QByteArray("<WIFIBLIST bm1=\"\" bm2=\"Office AP 2\" bm3=\"\" bm4=\"\" bm5=\"\" bm6=\"\" bm7=\"\" bm8=\"\" "
-                            "bm9=\"\" bm10=\"\" bm11=\"\" bm12=\"\" />"));
+            QByteArray("<WIFIBLIST bm1=\"\" bm2=\"Office AP 2\" bm3=\"\" bm4=\"\" bm5=\"\" bm6=\"\" bm7=\"\" bm8=\"\" "
+                       "bm9=\"\" bm10=\"\" bm11=\"\" bm12=\"\" />"));
     }
 };
 

@@ -83,10 +83,9 @@ void changeEveryEditor(ZOR_ConfigDocument& doc)
 
 QByteArray planted()
 {
-    return ZorFormDocument::config(
-        "    <RULES pingTimer=\"120\" telAddPing=\"1\" noPriorMsg=\"1\" />\n"
-        "    <RS232 device=\"0\" speed=\"19200\" parity=\"Even\" stop=\"1\" />\n"
-        "    <KEEP me=\"1\" />\n");
+    return ZorFormDocument::config("    <RULES pingTimer=\"120\" telAddPing=\"1\" noPriorMsg=\"1\" />\n"
+                                   "    <RS232 device=\"0\" speed=\"19200\" parity=\"Even\" stop=\"1\" />\n"
+                                   "    <KEEP me=\"1\" />\n");
 }
 
 } // namespace
@@ -165,7 +164,7 @@ private slots:
         // The ping period as its caption, value and unit, marked as changed.
         QVERIFY2(qsText.contains(QStringLiteral("* Период пинга (короткого пустого сообщения) для поддержания "
                                                 "постоянного соединения: 120 сек")),
-                 qPrintable(qsText.left(2000)));
+            qPrintable(qsText.left(2000)));
         QVERIFY(qsText.contains(QStringLiteral("19200")));
         QVERIFY(qsText.contains(QStringLiteral("Интерфейс RS-232")));
         QTemporaryDir dir;

@@ -198,14 +198,21 @@ void TestConsole::fixedCommands_data()
     QTest::addColumn<int>("dialect");
     QTest::addColumn<QByteArray>("sent");
     const QString cs = QStringLiteral("pushButton_Send_Ravel_Cmd_1");
-    QTest::newRow("PZ, dialect 0") << cs << "radioButton_Ravel_Cmd_1_PZ" << 0 << 5 << 0 << QByteArray("*!UC GPS,PQPZ90,W,1,0");
-    QTest::newRow("WGS, dialect 0") << cs << "radioButton_Ravel_Cmd_1_WGS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PQPZ90,W,0,0");
-    QTest::newRow("PZ, dialect 1") << cs << "radioButton_Ravel_Cmd_1_PZ" << 0 << 5 << 1 << QByteArray("*!UC GPS,PMTK330,223");
-    QTest::newRow("WGS, dialect 1") << cs << "radioButton_Ravel_Cmd_1_WGS" << 0 << 5 << 1 << QByteArray("*!UC GPS,PMTK330,0");
+    QTest::newRow("PZ, dialect 0") << cs << "radioButton_Ravel_Cmd_1_PZ" << 0 << 5 << 0
+                                   << QByteArray("*!UC GPS,PQPZ90,W,1,0");
+    QTest::newRow("WGS, dialect 0") << cs << "radioButton_Ravel_Cmd_1_WGS" << 0 << 5 << 0
+                                    << QByteArray("*!UC GPS,PQPZ90,W,0,0");
+    QTest::newRow("PZ, dialect 1") << cs << "radioButton_Ravel_Cmd_1_PZ" << 0 << 5 << 1
+                                   << QByteArray("*!UC GPS,PMTK330,223");
+    QTest::newRow("WGS, dialect 1") << cs << "radioButton_Ravel_Cmd_1_WGS" << 0 << 5 << 1
+                                    << QByteArray("*!UC GPS,PMTK330,0");
     const QString sat = QStringLiteral("pushButton_Send_Ravel_Cmd_2");
-    QTest::newRow("GPS") << sat << "radioButton_Ravel_Cmd_2_GPS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK353,1,0,0,0,0");
-    QTest::newRow("GLONASS") << sat << "radioButton_Ravel_Cmd_2_GLONASS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK353,0,1,0,0,0");
-    QTest::newRow("GPS+GLONASS") << sat << "radioButton_Ravel_Cmd_2_GPSGLONASS" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK353,1,1,0,0,0");
+    QTest::newRow("GPS") << sat << "radioButton_Ravel_Cmd_2_GPS" << 0 << 5 << 0
+                         << QByteArray("*!UC GPS,PMTK353,1,0,0,0,0");
+    QTest::newRow("GLONASS") << sat << "radioButton_Ravel_Cmd_2_GLONASS" << 0 << 5 << 0
+                             << QByteArray("*!UC GPS,PMTK353,0,1,0,0,0");
+    QTest::newRow("GPS+GLONASS") << sat << "radioButton_Ravel_Cmd_2_GPSGLONASS" << 0 << 5 << 0
+                                 << QByteArray("*!UC GPS,PMTK353,1,1,0,0,0");
     const QString rate = QStringLiteral("pushButton_Send_Ravel_Cmd_3");
     QTest::newRow("1 Hz") << rate << "" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK220,1000");
     QTest::newRow("2 Hz") << rate << "" << 1 << 5 << 0 << QByteArray("*!UC GPS,PMTK220,500");
@@ -216,12 +223,18 @@ void TestConsole::fixedCommands_data()
     QTest::newRow("elevation 5") << angle << "" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK311,5");
     QTest::newRow("elevation 15") << angle << "" << 0 << 15 << 0 << QByteArray("*!UC GPS,PMTK311,15");
     QTest::newRow("elevation clamps at 15") << angle << "" << 0 << 40 << 0 << QByteArray("*!UC GPS,PMTK311,15");
-    QTest::newRow("cold start") << "pushButton_Send_Ravel_Cmd_5" << "" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK104");
-    QTest::newRow("SMS on") << "pushButton_TmiSms_On" << "" << 0 << 5 << 0 << QByteArray("*!EDIT PHONES:MODE(1)");
-    QTest::newRow("SMS off") << "pushButton_TmiSms_Off" << "" << 0 << 5 << 0 << QByteArray("*!EDIT PHONES:MODE(0)");
-    QTest::newRow("balance") << "pushButton_Balance" << "" << 0 << 5 << 0 << QByteArray("*?USSD:*100#");
-    QTest::newRow("ICCID SIM 1") << "pushButton_IccId" << "checkBox_IccId_Sim_1" << 0 << 5 << 0 << QByteArray("*?ICCID 1");
-    QTest::newRow("ICCID SIM 2") << "pushButton_IccId" << "checkBox_IccId_Sim_2" << 0 << 5 << 0 << QByteArray("*?ICCID 2");
+    QTest::newRow("cold start") << "pushButton_Send_Ravel_Cmd_5"
+                                << "" << 0 << 5 << 0 << QByteArray("*!UC GPS,PMTK104");
+    QTest::newRow("SMS on") << "pushButton_TmiSms_On"
+                            << "" << 0 << 5 << 0 << QByteArray("*!EDIT PHONES:MODE(1)");
+    QTest::newRow("SMS off") << "pushButton_TmiSms_Off"
+                             << "" << 0 << 5 << 0 << QByteArray("*!EDIT PHONES:MODE(0)");
+    QTest::newRow("balance") << "pushButton_Balance"
+                             << "" << 0 << 5 << 0 << QByteArray("*?USSD:*100#");
+    QTest::newRow("ICCID SIM 1") << "pushButton_IccId"
+                                 << "checkBox_IccId_Sim_1" << 0 << 5 << 0 << QByteArray("*?ICCID 1");
+    QTest::newRow("ICCID SIM 2") << "pushButton_IccId"
+                                 << "checkBox_IccId_Sim_2" << 0 << 5 << 0 << QByteArray("*?ICCID 2");
 }
 
 void TestConsole::fixedCommands()
@@ -267,7 +280,8 @@ void TestConsole::iccIdReplies_data()
     QTest::newRow("both, SIM 2 code 2") << QByteArray("*#ICCID 3,8970101234567890123,2") << iccid << "mdln_032";
     QTest::newRow("SIM 1 only") << QByteArray("*#ICCID 1,8970101234567890123") << iccid << "old 2";
     QTest::newRow("SIM 2 only") << QByteArray("*#ICCID 2,8970101234567890123") << "old 1" << iccid;
-    QTest::newRow("unknown mask") << QByteArray("*#ICCID 4,1,2") << "old 1" << "old 2";
+    QTest::newRow("unknown mask") << QByteArray("*#ICCID 4,1,2") << "old 1"
+                                  << "old 2";
 }
 
 void TestConsole::iccIdReplies()
@@ -303,12 +317,18 @@ void TestConsole::iccIdCheckBoxes_data()
     QTest::addColumn<bool>("enabled1");
     QTest::addColumn<bool>("enabled2");
     QTest::addColumn<bool>("button");
-    QTest::newRow("both checked") << true << true << 0 << "A" << "B" << true << true << true;
-    QTest::newRow("SIM 1 only") << true << false << 0 << "A" << "B" << true << false << true;
-    QTest::newRow("SIM 2 only") << false << true << 0 << "A" << "B" << false << true << true;
-    QTest::newRow("uncheck SIM 1") << true << true << 1 << "" << "B" << false << true << true;
-    QTest::newRow("uncheck SIM 2 clears SIM 1") << true << true << 2 << "" << "B" << true << false << true;
-    QTest::newRow("uncheck the last") << true << false << 1 << "" << "B" << false << false << false;
+    QTest::newRow("both checked") << true << true << 0 << "A"
+                                  << "B" << true << true << true;
+    QTest::newRow("SIM 1 only") << true << false << 0 << "A"
+                                << "B" << true << false << true;
+    QTest::newRow("SIM 2 only") << false << true << 0 << "A"
+                                << "B" << false << true << true;
+    QTest::newRow("uncheck SIM 1") << true << true << 1 << ""
+                                   << "B" << false << true << true;
+    QTest::newRow("uncheck SIM 2 clears SIM 1") << true << true << 2 << ""
+                                                << "B" << true << false << true;
+    QTest::newRow("uncheck the last") << true << false << 1 << ""
+                                      << "B" << false << false << false;
 }
 
 void TestConsole::iccIdCheckBoxes()
@@ -341,12 +361,22 @@ void TestConsole::logRowColumns_data()
     QTest::addColumn<QString>("size");
     QTest::addColumn<QString>("data");
     QTest::addColumn<QString>("hex");
-    QTest::newRow("out") << 0 << QByteArray("*?V") << "OUT" << "3" << "*?V" << "2a3f56";
-    QTest::newRow("in, size counts bytes")
-        << 1 << QByteArray("\xc1\xe0\xeb\xe0\xed\xf1 5 \xf0.") << "IN" << "11"
-        << "Баланс.5.р." << "c1e0ebe0edf1203520f02e";
-    QTest::newRow("no direction") << 2 << QByteArray("X") << "" << "1" << "X" << "58";
-    QTest::newRow("negative direction") << -1 << QByteArray() << "" << "0" << "" << "";
+    QTest::newRow("out") << 0 << QByteArray("*?V") << "OUT"
+                         << "3"
+                         << "*?V"
+                         << "2a3f56";
+    QTest::newRow("in, size counts bytes") << 1 << QByteArray("\xc1\xe0\xeb\xe0\xed\xf1 5 \xf0.") << "IN"
+                                           << "11"
+                                           << "Баланс.5.р."
+                                           << "c1e0ebe0edf1203520f02e";
+    QTest::newRow("no direction") << 2 << QByteArray("X") << ""
+                                  << "1"
+                                  << "X"
+                                  << "58";
+    QTest::newRow("negative direction") << -1 << QByteArray() << ""
+                                        << "0"
+                                        << ""
+                                        << "";
 }
 
 void TestConsole::logRowColumns()
@@ -356,8 +386,8 @@ void TestConsole::logRowColumns()
     const QDateTime before = QDateTime::currentDateTime();
     form->setData(direction, bytes);
     const QDateTime after = QDateTime::currentDateTime();
-    const QDateTime logged = QDateTime::fromString(lastLogText(ZOR_Model_Log::ColumnTime),
-                                                   QStringLiteral("dd.MM.yyyy hh:mm:ss"));
+    const QDateTime logged = QDateTime::fromString(
+        lastLogText(ZOR_Model_Log::ColumnTime), QStringLiteral("dd.MM.yyyy hh:mm:ss"));
     QVERIFY(logged.isValid());
     QVERIFY(logged.secsTo(before) <= 0 && logged.secsTo(after) >= 0);
     QTEST(lastLogText(ZOR_Model_Log::ColumnDirection), "shownDirection");
@@ -370,9 +400,8 @@ void TestConsole::logHasItsHeadersWidthsAndFont()
 {
     useLanguage("ru");
     auto* view = child<QTableView>("treeWidget");
-    const QStringList headers = {QStringLiteral("Время"), QStringLiteral("IN/OUT"),
-                                 QStringLiteral("Размер (байт)"), QStringLiteral("Данные"),
-                                 QStringLiteral("Данные (HEX)")};
+    const QStringList headers = {QStringLiteral("Время"), QStringLiteral("IN/OUT"), QStringLiteral("Размер (байт)"),
+        QStringLiteral("Данные"), QStringLiteral("Данные (HEX)")};
     const int widths[] = {130, 60, 100, 250, 50};
     QCOMPARE(view->model()->columnCount(), 5);
     form->setData(0, "abc");
@@ -439,8 +468,9 @@ void TestConsole::detailsShowTheWholeRowAndAHexDump()
     const QString detail = form->logModel()->detailText(0);
     // The text as text: blanks and line ends as they are, other control bytes as dots.
     QVERIFY2(detail.contains(QStringLiteral("*#V ZOR\n0123456789.")), qPrintable(detail));
-    QVERIFY2(detail.contains(QStringLiteral("00000000  2a 23 56 20 5a 4f 52 0d  0a 30 31 32 33 34 35 36  |*#V.ZOR..0123456|")),
-             qPrintable(detail));
+    QVERIFY2(detail.contains(
+                 QStringLiteral("00000000  2a 23 56 20 5a 4f 52 0d  0a 30 31 32 33 34 35 36  |*#V.ZOR..0123456|")),
+        qPrintable(detail));
     QVERIFY(detail.contains(QStringLiteral("00000010  37 38 39 01")));
     form->showForm();
     auto* view = child<QTableView>("treeWidget");
@@ -483,7 +513,7 @@ void TestConsole::copiesRowsAsTabSeparatedText()
         form->setData(i % 2, blocks[i]);
     auto* view = child<QTableView>("treeWidget");
     view->selectionModel()->select(QItemSelection(view->model()->index(0, 0), view->model()->index(2, 4)),
-                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        QItemSelectionModel::Select | QItemSelectionModel::Rows);
     view->setFocus();
     QApplication::clipboard()->clear();
     QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
@@ -492,8 +522,7 @@ void TestConsole::copiesRowsAsTabSeparatedText()
     QCOMPARE(lines.size(), 4);
     QCOMPARE(lines.takeLast(), QString());
     const QStringList expected = {QStringLiteral("OUT\t3\t*?V\t2a3f56"),
-                                  QStringLiteral("IN\t9\t*#V.1;2..\t2a235620313b320d0a"),
-                                  QStringLiteral("OUT\t3\tx.y\t780979")};
+        QStringLiteral("IN\t9\t*#V.1;2..\t2a235620313b320d0a"), QStringLiteral("OUT\t3\tx.y\t780979")};
     for (int i = 0; i < 3; ++i) {
         QCOMPARE(lines[i].section(QLatin1Char('\t'), 1), expected[i]);
         QCOMPARE(lines[i].section(QLatin1Char('\t'), 0, 0).size(), time.size());
@@ -517,11 +546,11 @@ void TestConsole::savedLogReadsBack()
     // UTF-8 with a byte order mark, ";" between fields, quotes only where a
     // field holds ";" or '"' (doubled inside), CRLF after every record.
     QCOMPARE(file.readAll(),
-             QStringLiteral("\uFEFFВремя;IN/OUT;Размер (байт);Данные;Данные (HEX)\r\n"
-                            "01.03.2026 12:30:05.007;OUT;3;*?V;2a3f56\r\n"
-                            "01.03.2026 12:30:06.241;IN;11;\"*#V.\"\"A;B\"\"..\";2a23562022413b42220d0a\r\n"
-                            "01.03.2026 12:30:07.007;;7;CONNECT;434f4e4e454354\r\n")
-                 .toUtf8());
+        QStringLiteral("\uFEFFВремя;IN/OUT;Размер (байт);Данные;Данные (HEX)\r\n"
+                       "01.03.2026 12:30:05.007;OUT;3;*?V;2a3f56\r\n"
+                       "01.03.2026 12:30:06.241;IN;11;\"*#V.\"\"A;B\"\"..\";2a23562022413b42220d0a\r\n"
+                       "01.03.2026 12:30:07.007;;7;CONNECT;434f4e4e454354\r\n")
+            .toUtf8());
 
     const QString textPath = dir.filePath(QStringLiteral("log.txt"));
     QVERIFY(log.saveLog(textPath, ZOR_Model_Log::Format::Text));
@@ -622,7 +651,7 @@ void TestConsole::logKeepsTheNewestRowsWithinItsCap_data()
     QTest::addColumn<int>("cap");
     QTest::addColumn<int>("appended");
     QTest::addColumn<int>("direction"); // filter, -1 none
-    QTest::addColumn<qint64>("step");   // ms from row to row
+    QTest::addColumn<qint64>("step"); // ms from row to row
     QTest::newRow("at the cap") << 40 << 40 << -1 << qint64(1);
     QTest::newRow("one past") << 40 << 41 << -1 << qint64(1);
     QTest::newRow("many times over") << 40 << 700 << -1 << qint64(1);
@@ -818,8 +847,8 @@ void TestConsole::historyWalksSentCommands()
     auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
     line->setText(QStringLiteral("*?IC")); // being edited
     // Newest first; a repeated command counts once, at its latest place.
-    const QStringList up = {QStringLiteral("*?S"), QStringLiteral("*?PING 1"), QStringLiteral("*?V"),
-                            QStringLiteral("*?V")};
+    const QStringList up = {
+        QStringLiteral("*?S"), QStringLiteral("*?PING 1"), QStringLiteral("*?V"), QStringLiteral("*?V")};
     for (const QString& expected : up) {
         QTest::keyClick(line, Qt::Key_Up);
         QCOMPARE(line->text(), expected);
@@ -882,7 +911,7 @@ void TestConsole::languageSwitchTranslatesTheLogAndKeepsTheLine()
     QTest::keyClicks(line, QStringLiteral("*?PI"));
     useLanguage("en");
     const QStringList headers = {QStringLiteral("Time"), QStringLiteral("IN/OUT"), QStringLiteral("Size (bytes)"),
-                                 QStringLiteral("Data"), QStringLiteral("Data (HEX)")};
+        QStringLiteral("Data"), QStringLiteral("Data (HEX)")};
     for (int column = 0; column < headers.size(); ++column) {
         QCOMPARE(view->model()->headerData(column, Qt::Horizontal).toString(), headers[column]);
         QVERIFY(view->columnWidth(column) > view->horizontalHeader()->fontMetrics().horizontalAdvance(headers[column]));
@@ -992,8 +1021,7 @@ void TestConsole::findCountsWrapsAndKeepsTheSelection()
     view->setCurrentIndex(QModelIndex());
     QTest::keyClicks(find, QStringLiteral("ping"));
     const QStringList expected = {QStringLiteral("Match 1 of 3"), QStringLiteral("Match 2 of 3"),
-                                  QStringLiteral("Match 3 of 3"),
-                                  QStringLiteral("Match 1 of 3 — Search wrapped to the top")};
+        QStringLiteral("Match 3 of 3"), QStringLiteral("Match 1 of 3 — Search wrapped to the top")};
     for (const QString& text : expected) {
         QTest::keyClick(find, Qt::Key_Return);
         QCOMPARE(status->text(), text);

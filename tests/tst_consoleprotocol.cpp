@@ -56,8 +56,7 @@ void TestConsoleProtocol::fixedCommandsOutsideTheButtons()
     QCOMPARE(ZOR_ConsoleProtocol::iccIdCommand(true, true), QStringLiteral("*?ICCID 3"));
     QCOMPARE(ZOR_ConsoleProtocol::nmeaRateCommand(4), QStringLiteral("*!UC GPS,PMTK220,1000"));
     QCOMPARE(ZOR_ConsoleProtocol::nmeaRateCaptions(),
-             QStringList({QStringLiteral("1 Гц"), QStringLiteral("2 Гц"), QStringLiteral("5 Гц"),
-                          QStringLiteral("10 Гц")}));
+        QStringList({QStringLiteral("1 Гц"), QStringLiteral("2 Гц"), QStringLiteral("5 Гц"), QStringLiteral("10 Гц")}));
     QCOMPARE(ZOR_ConsoleProtocol::balanceCommand(QStringLiteral(" *100# ")), QStringLiteral("*?USSD: *100# "));
 }
 
@@ -72,20 +71,34 @@ void TestConsoleProtocol::iccIdReply_data()
     QTest::newRow("SIM 1 only") << QByteArray("*#ICCID 1,8970101234567890123") << iccid << "-";
     QTest::newRow("SIM 2 only") << QByteArray("*#ICCID 2,8970101234567890123") << "-" << iccid;
     QTest::newRow("line end after code 2") << QByteArray("*#ICCID 3,8970101234567890123,2\r\n") << iccid << "mdln_032";
-    QTest::newRow("8 characters and a line end") << QByteArray("*#ICCID \r\n") << "-" << "-";
-    QTest::newRow("empty field") << QByteArray("*#ICCID 1,") << "mdln_029" << "-";
-    QTest::newRow("missing field") << QByteArray("*#ICCID 3") << "mdln_029" << "mdln_029";
-    QTest::newRow("codes 0 and 1") << QByteArray("*#ICCID 3,0,1") << "mdln_030" << "mdln_031";
-    QTest::newRow("two-digit code") << QByteArray("*#ICCID 3,02,9") << "mdln_032" << "9";
-    QTest::newRow("short, other value") << QByteArray("*#ICCID 1,77") << "77" << "-";
-    QTest::newRow("three digits shown as is") << QByteArray("*#ICCID 1,001") << "001" << "-";
-    QTest::newRow("8 characters") << QByteArray("*#ICCID ") << "-" << "-";
-    QTest::newRow("7 characters") << QByteArray("*#ICCID") << "-" << "-";
-    QTest::newRow("mask 0") << QByteArray("*#ICCID 0,1,2") << "-" << "-";
-    QTest::newRow("unknown mask") << QByteArray("*#ICCID 4,1,2") << "-" << "-";
-    QTest::newRow("mask not a number") << QByteArray("*#ICCID x,1,2") << "-" << "-";
-    QTest::newRow("other reply") << QByteArray("*#ICCIX 3,1,2") << "-" << "-";
-    QTest::newRow("lower case") << QByteArray("*#iccid 3,1,2") << "-" << "-";
+    QTest::newRow("8 characters and a line end") << QByteArray("*#ICCID \r\n") << "-"
+                                                 << "-";
+    QTest::newRow("empty field") << QByteArray("*#ICCID 1,") << "mdln_029"
+                                 << "-";
+    QTest::newRow("missing field") << QByteArray("*#ICCID 3") << "mdln_029"
+                                   << "mdln_029";
+    QTest::newRow("codes 0 and 1") << QByteArray("*#ICCID 3,0,1") << "mdln_030"
+                                   << "mdln_031";
+    QTest::newRow("two-digit code") << QByteArray("*#ICCID 3,02,9") << "mdln_032"
+                                    << "9";
+    QTest::newRow("short, other value") << QByteArray("*#ICCID 1,77") << "77"
+                                        << "-";
+    QTest::newRow("three digits shown as is") << QByteArray("*#ICCID 1,001") << "001"
+                                              << "-";
+    QTest::newRow("8 characters") << QByteArray("*#ICCID ") << "-"
+                                  << "-";
+    QTest::newRow("7 characters") << QByteArray("*#ICCID") << "-"
+                                  << "-";
+    QTest::newRow("mask 0") << QByteArray("*#ICCID 0,1,2") << "-"
+                            << "-";
+    QTest::newRow("unknown mask") << QByteArray("*#ICCID 4,1,2") << "-"
+                                  << "-";
+    QTest::newRow("mask not a number") << QByteArray("*#ICCID x,1,2") << "-"
+                                       << "-";
+    QTest::newRow("other reply") << QByteArray("*#ICCIX 3,1,2") << "-"
+                                 << "-";
+    QTest::newRow("lower case") << QByteArray("*#iccid 3,1,2") << "-"
+                                << "-";
 }
 
 void TestConsoleProtocol::iccIdReply()

@@ -21,9 +21,10 @@
 #include <memory>
 
 // The socat rows need socat; without it they are skipped, not failed.
-#define SKIP_WITHOUT_SOCAT(link) \
-    if ((link).startsWith(QLatin1String("socat")) && QStandardPaths::findExecutable(QStringLiteral("socat")).isEmpty()) \
-        QSKIP("socat is not installed (scripts/deps.sh installs it)")
+#define SKIP_WITHOUT_SOCAT(link)                                                                                       \
+    if ((link).startsWith(QLatin1String("socat"))                                                                      \
+        && QStandardPaths::findExecutable(QStringLiteral("socat")).isEmpty())                                          \
+    QSKIP("socat is not installed (scripts/deps.sh installs it)")
 
 namespace {
 
@@ -78,7 +79,8 @@ void TestHostEndToEnd::initTestCase()
     m_fake.setFileName(QStringLiteral(ZOR_BIN_DIR "/libzor_fake_module.so"));
     QVERIFY2(m_fake.load(), qPrintable(m_fake.errorString()));
     fnSend = reinterpret_cast<decltype(fnSend)>(m_fake.resolve("FakeModuleSend"));
-    auto fnObserve = reinterpret_cast<void (*)(void (*)(int, unsigned long, unsigned long))>(m_fake.resolve("FakeModuleObserve"));
+    auto fnObserve = reinterpret_cast<void (*)(void (*)(int, unsigned long, unsigned long))>(
+        m_fake.resolve("FakeModuleObserve"));
     QVERIFY(fnSend && fnObserve && m_dir.isValid());
     fnObserve(&observe);
 }
@@ -105,7 +107,8 @@ QString TestHostEndToEnd::linkText(const QString& qsLink)
 {
     if (qsLink.startsWith(QLatin1String("simulator")))
         return qsLink;
-    const QString qsPort = startTerminal(qsLink.startsWith(QLatin1String("socat")), qsLink.endsWith(QLatin1String("chunked")));
+    const QString qsPort = startTerminal(
+        qsLink.startsWith(QLatin1String("socat")), qsLink.endsWith(QLatin1String("chunked")));
     return qsPort.isEmpty() ? QString() : QStringLiteral("serial:%1:115200").arg(qsPort);
 }
 
@@ -115,7 +118,7 @@ QString TestHostEndToEnd::startTerminal(bool bSocatPair, bool bChunked)
     // Replies in 7-byte pieces 15 ms apart: every reply reaches the host in
     // several reads, as from a slow line.
     const QStringList chunking = bChunked ? QStringList{QStringLiteral("--chunk"), QStringLiteral("7"),
-                                                        QStringLiteral("--chunk-delay"), QStringLiteral("15")}
+                                     QStringLiteral("--chunk-delay"), QStringLiteral("15")}
                                           : QStringList();
     if (!bSocatPair) {
         m_sim.start(qsSim, chunking);
@@ -127,9 +130,9 @@ QString TestHostEndToEnd::startTerminal(bool bSocatPair, bool bChunked)
     const QString qsTermEnd = m_dir.filePath(QStringLiteral("term"));
     QFile::remove(qsHostEnd);
     QFile::remove(qsTermEnd);
-    m_socat.start(QStringLiteral("socat"), {QStringLiteral("-d"), QStringLiteral("-d"),
-                                            QStringLiteral("pty,raw,echo=0,link=") + qsHostEnd,
-                                            QStringLiteral("pty,raw,echo=0,link=") + qsTermEnd});
+    m_socat.start(QStringLiteral("socat"),
+        {QStringLiteral("-d"), QStringLiteral("-d"), QStringLiteral("pty,raw,echo=0,link=") + qsHostEnd,
+            QStringLiteral("pty,raw,echo=0,link=") + qsTermEnd});
     if (!m_socat.waitForStarted())
         return QString();
     for (int nWait = 0; nWait < 100 && !(QFile::exists(qsHostEnd) && QFile::exists(qsTermEnd)); ++nWait)
@@ -170,7 +173,8 @@ void TestHostEndToEnd::carriesRequestsAndRepliesThroughAPty()
     // as the end of a request, which a loaded machine could make of a wait.
     for (QByteArray piece : {QByteArray("*?ICC"), QByteArray("ID 3")})
         fnSend(ZOR_MSG_SEND_TO_DEVICE, reinterpret_cast<unsigned long>(&piece), 0);
-    const QByteArray expected = "*#ICCID 3," + ZOR_TerminalSimulator::iccid(1) + "," + ZOR_TerminalSimulator::iccid(2) + "\r\n";
+    const QByteArray expected = "*#ICCID 3," + ZOR_TerminalSimulator::iccid(1) + "," + ZOR_TerminalSimulator::iccid(2)
+        + "\r\n";
     QTRY_COMPARE_WITH_TIMEOUT(receivedBytes(), expected, 5000);
     host.disconnectLink();
 }
@@ -180,7 +184,8 @@ void TestHostEndToEnd::lostPortDisconnectsTheModule()
     SKIP_WITHOUT_SOCAT(QStringLiteral("socat"));
     ZOR_HostModule host;
     QVERIFY(host.load(m_fake.fileName()));
-    QVERIFY2(host.connectLink(ZOR_TerminalLink::create(linkText(QStringLiteral("socat")))), qPrintable(host.errorString()));
+    QVERIFY2(
+        host.connectLink(ZOR_TerminalLink::create(linkText(QStringLiteral("socat")))), qPrintable(host.errorString()));
     const QString lastLink = host.lastLink();
     QVERIFY(lastLink.startsWith(QLatin1String("serial:")));
     host.setRetryIntervalMs(100);
@@ -247,7 +252,8 @@ void TestHostEndToEnd::consoleShowsBothIccids()
     QStringList rows;
     const QAbstractItemModel* lpModel = lpLog->model();
     for (int nRow = nFirstRow; nRow < lpModel->rowCount(); ++nRow)
-        rows << lpModel->index(nRow, 1).data().toString() + QLatin1Char(' ') + lpModel->index(nRow, 3).data().toString();
+        rows << lpModel->index(nRow, 1).data().toString() + QLatin1Char(' ')
+                + lpModel->index(nRow, 3).data().toString();
     QVERIFY2(rows.contains(QStringLiteral("OUT *?ICCID.3")), qPrintable(rows.join(QLatin1Char('\n'))));
     QCOMPARE(rows.filter(QStringLiteral("IN *#ICCID.3,")).size(), 1);
 

@@ -17,7 +17,8 @@
 
 namespace {
 
-struct Seen {
+struct Seen
+{
     int nMessage;
     QByteArray data; // the bytes of 2056
 };
@@ -25,7 +26,8 @@ QList<Seen> seen;
 
 void observe(int nMessage, unsigned long wParam, unsigned long)
 {
-    seen << Seen{nMessage, nMessage == ZOR_MSG_DEVICE_DATA && wParam ? *reinterpret_cast<QByteArray*>(wParam) : QByteArray()};
+    seen << Seen{
+        nMessage, nMessage == ZOR_MSG_DEVICE_DATA && wParam ? *reinterpret_cast<QByteArray*>(wParam) : QByteArray()};
 }
 
 QList<int> seenCodes()
@@ -80,7 +82,8 @@ void TestHostModule::initTestCase()
     QVERIFY2(m_fake.load(), qPrintable(m_fake.errorString()));
     fnSend = reinterpret_cast<decltype(fnSend)>(m_fake.resolve("FakeModuleSend"));
     fnHandle = reinterpret_cast<decltype(fnHandle)>(m_fake.resolve("FakeModuleMenuHandle"));
-    auto fnObserve = reinterpret_cast<void (*)(void (*)(int, unsigned long, unsigned long))>(m_fake.resolve("FakeModuleObserve"));
+    auto fnObserve = reinterpret_cast<void (*)(void (*)(int, unsigned long, unsigned long))>(
+        m_fake.resolve("FakeModuleObserve"));
     QVERIFY(fnSend && fnHandle && fnObserve);
     fnObserve(&observe);
 }
@@ -94,11 +97,12 @@ void TestHostModule::refusesWhatIsNoModule_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("error");
-    QTest::newRow("missing file") << QStringLiteral("/nonexistent/libZOR_Commands.so") << QStringLiteral("does not exist");
+    QTest::newRow("missing file") << QStringLiteral("/nonexistent/libZOR_Commands.so")
+                                  << QStringLiteral("does not exist");
     QTest::newRow("not a library") << QString() << QStringLiteral("cannot load");
-    QTest::newRow("no entry points")
-        << QLibraryInfo::location(QLibraryInfo::LibrariesPath) + QStringLiteral("/libQt5Test.so.5")
-        << QStringLiteral("has no entry point IsZorLibraryV");
+    QTest::newRow("no entry points") << QLibraryInfo::location(QLibraryInfo::LibrariesPath)
+            + QStringLiteral("/libQt5Test.so.5")
+                                     << QStringLiteral("has no entry point IsZorLibraryV");
 }
 
 void TestHostModule::refusesWhatIsNoModule()
@@ -157,8 +161,7 @@ void TestHostModule::answersTheModulesQuestions_data()
     QTest::newRow("dialect 0") << 0 << QStringLiteral("*100#") << QByteArray("*100#");
     QTest::newRow("dialect 1, empty request") << 1 << QString() << QByteArray();
     QTest::newRow("unknown dialect passed on") << 7 << QStringLiteral("*102*1#") << QByteArray("*102*1#");
-    QTest::newRow("long request cut to the record")
-        << 0 << QString(300, QLatin1Char('9')) << QByteArray(254, '9');
+    QTest::newRow("long request cut to the record") << 0 << QString(300, QLatin1Char('9')) << QByteArray(254, '9');
 }
 
 void TestHostModule::answersTheModulesQuestions()
@@ -178,7 +181,8 @@ void TestHostModule::answersTheModulesQuestions()
     moduleSends(ZOR_MSG_GET_CONFIG_PARAM, reinterpret_cast<unsigned long>(&param));
     QCOMPARE(QByteArray(param.szUssdBalance, int(qstrnlen(param.szUssdBalance, sizeof param))), ussdSeen);
     // Null records and unknown codes are ignored.
-    for (int nMessage : {int(ZOR_MSG_GET_COORDSYSTEM), int(ZOR_MSG_GET_CONFIG_PARAM), int(ZOR_MSG_SEND_TO_DEVICE), int(ZOR_MSG_MENU_ADD), 2034})
+    for (int nMessage : {int(ZOR_MSG_GET_COORDSYSTEM), int(ZOR_MSG_GET_CONFIG_PARAM), int(ZOR_MSG_SEND_TO_DEVICE),
+             int(ZOR_MSG_MENU_ADD), 2034})
         moduleSends(nMessage);
     QCOMPARE(host.menuActions().size(), 1);
 }

@@ -44,7 +44,8 @@ void TestHostSimulator::answersEveryKnownRequest_data()
     QTest::newRow("version") << QByteArray("*?V") << QByteArray("*#V ZOR-SIM 3.5.8\r\n");
     QTest::newRow("ping") << QByteArray("*?PING 1") << QByteArray("*#PING 1\r\n");
     QTest::newRow("ping, not a number") << QByteArray("*?PING x") << QByteArray("*#ERROR:*?PING x\r\n");
-    QTest::newRow("firmware version") << QByteArray("*?VERSION") << QByteArray("*#VERSION ZOR-SIM 3.5.8 (01.03.2026)\r\n");
+    QTest::newRow("firmware version") << QByteArray("*?VERSION")
+                                      << QByteArray("*#VERSION ZOR-SIM 3.5.8 (01.03.2026)\r\n");
     QTest::newRow("IMEI") << QByteArray("*?IMEI") << QByteArray("*#IMEI 356938035643809\r\n");
     QTest::newRow("reset") << QByteArray("*!RESET") << QByteArray("*@RESET\r\n");
     QTest::newRow("iccid mask 0") << QByteArray("*?ICCID 0") << QByteArray("*#ICCID 0\r\n");
@@ -56,13 +57,14 @@ void TestHostSimulator::answersEveryKnownRequest_data()
         << "*#USSD:" + ZOR_Cp1251::encode(QStringLiteral("Баланс 152,40 р. Пакет: 812 МБ до 31.12")) + "\r\n";
     QTest::newRow("ussd with empty request") << QByteArray("*?USSD:") << QByteArray();
     QTest::newRow("sms on") << QByteArray("*!EDIT PHONES:MODE(1)") << QByteArray("*@EDIT PHONES:MODE(1)\r\n");
-    QTest::newRow("sms mode 2") << QByteArray("*!EDIT PHONES:MODE(2)") << QByteArray("*#ERROR:*!EDIT PHONES:MODE(2)\r\n");
+    QTest::newRow("sms mode 2") << QByteArray("*!EDIT PHONES:MODE(2)")
+                                << QByteArray("*#ERROR:*!EDIT PHONES:MODE(2)\r\n");
     QTest::newRow("case matters") << QByteArray("*?v") << QByteArray("*#ERROR:*?v\r\n");
     QTest::newRow("unknown") << QByteArray("AT") << QByteArray("*#ERROR:AT\r\n");
-    QTest::newRow("cyrillic echoed back")
-        << ZOR_Cp1251::encode(QStringLiteral("*?ЖЖ")) << "*#ERROR:" + ZOR_Cp1251::encode(QStringLiteral("*?ЖЖ")) + "\r\n";
-    QTest::newRow("elevation 16 is out of range") << QByteArray("*!UC GPS,PMTK311,16")
-                                                  << QByteArray("*#ERROR:*!UC GPS,PMTK311,16\r\n");
+    QTest::newRow("cyrillic echoed back") << ZOR_Cp1251::encode(QStringLiteral("*?ЖЖ"))
+                                          << "*#ERROR:" + ZOR_Cp1251::encode(QStringLiteral("*?ЖЖ")) + "\r\n";
+    QTest::newRow("elevation 16 is out of range")
+        << QByteArray("*!UC GPS,PMTK311,16") << QByteArray("*#ERROR:*!UC GPS,PMTK311,16\r\n");
     // Each kind of GNSS setting the console sends is acknowledged as it stands.
     const char* const gnss[] = {
         "PQPZ90,W,1,0", "PMTK330,223", "PMTK353,1,1,0,0,0", "PMTK220,100", "PMTK311,15", "PMTK104"};
@@ -86,18 +88,22 @@ void TestHostSimulator::findsRequestEnds_data()
     QTest::addColumn<QList<QByteArray>>("pieces");
     QTest::addColumn<QByteArray>("beforeFlush");
     QTest::addColumn<QByteArray>("afterFlush");
-    QTest::newRow("whole, no terminator") << QList<QByteArray>{"*?PING 1"} << QByteArray() << QByteArray("*#PING 1\r\n");
-    QTest::newRow("split in three")
-        << QList<QByteArray>{"*?IC", "CID", " 1"} << QByteArray() << "*#ICCID 1," + ZOR_TerminalSimulator::iccid(1) + "\r\n";
-    QTest::newRow("crlf ends at once") << QList<QByteArray>{"*?V\r", "\n"} << QByteArray("*#V ZOR-SIM 3.5.8\r\n") << QByteArray();
+    QTest::newRow("whole, no terminator")
+        << QList<QByteArray>{"*?PING 1"} << QByteArray() << QByteArray("*#PING 1\r\n");
+    QTest::newRow("split in three") << QList<QByteArray>{"*?IC", "CID", " 1"} << QByteArray()
+                                    << "*#ICCID 1," + ZOR_TerminalSimulator::iccid(1) + "\r\n";
+    QTest::newRow("crlf ends at once") << QList<QByteArray>{"*?V\r", "\n"} << QByteArray("*#V ZOR-SIM 3.5.8\r\n")
+                                       << QByteArray();
     QTest::newRow("next command ends the first")
         << QList<QByteArray>{"*?PING 1*?PI", "NG 2"} << QByteArray("*#PING 1\r\n") << QByteArray("*#PING 2\r\n");
-    QTest::newRow("star alone at the end waits") << QList<QByteArray>{"*?PING 1*"} << QByteArray() << QByteArray("*#ERROR:*?PING 1*\r\n");
+    QTest::newRow("star alone at the end waits")
+        << QList<QByteArray>{"*?PING 1*"} << QByteArray() << QByteArray("*#ERROR:*?PING 1*\r\n");
     QTest::newRow("ussd code keeps its stars")
         << QList<QByteArray>{"*?USSD:*102*1#"} << QByteArray() << QByteArray("ussd");
     QTest::newRow("blank lines are no requests") << QList<QByteArray>{"\r\n\r\n", "\n"} << QByteArray() << QByteArray();
-    QTest::newRow("endless line is cut")
-        << QList<QByteArray>{QByteArray(5000, 'x')} << "*#ERROR:" + QByteArray(64, 'x') + "\r\n" << QByteArray();
+    QTest::newRow("endless line is cut") << QList<QByteArray>{QByteArray(5000, 'x')}
+                                         << "*#ERROR:" + QByteArray(64, 'x') + "\r\n"
+                                         << QByteArray();
 }
 
 void TestHostSimulator::findsRequestEnds()
@@ -210,7 +216,8 @@ void TestHostSimulator::chunkedLinkSplitsReplies()
     QVERIFY(link && link->open());
     QSignalSpy received(link.get(), &ZOR_TerminalLink::signal_Received);
     link->write("*?ICCID 3\r\n");
-    const QByteArray expected = "*#ICCID 3," + ZOR_TerminalSimulator::iccid(1) + "," + ZOR_TerminalSimulator::iccid(2) + "\r\n";
+    const QByteArray expected = "*#ICCID 3," + ZOR_TerminalSimulator::iccid(1) + "," + ZOR_TerminalSimulator::iccid(2)
+        + "\r\n";
     const auto joined = [&received] {
         QByteArray all;
         for (const QList<QVariant>& args : received)
@@ -229,13 +236,12 @@ void TestHostSimulator::assemblerDeliversWholeReplies_data()
     QTest::addColumn<QList<QByteArray>>("pieces");
     QTest::addColumn<QList<QByteArray>>("blocks");
     using L = QList<QByteArray>;
-    QTest::newRow("ICCID reply in two reads")
-        << L{"*#ICCID 3,89701012345", "67890128,8970201234567890127\r\n"}
-        << L{"*#ICCID 3,8970101234567890128,8970201234567890127\r\n"};
+    QTest::newRow("ICCID reply in two reads") << L{"*#ICCID 3,89701012345", "67890128,8970201234567890127\r\n"}
+                                              << L{"*#ICCID 3,8970101234567890128,8970201234567890127\r\n"};
     QTest::newRow("two replies in one read") << L{"*#V X\r\n*#PING 1\r\n"} << L{"*#V X\r\n", "*#PING 1\r\n"};
     QTest::newRow("CR and LF in two reads") << L{"*#V X\r", "\n"} << L{"*#V X\r\n"};
-    QTest::newRow("reply and the start of the next") << L{"*#V X\r\n*#PI", "NG 1\r\n"}
-                                                      << L{"*#V X\r\n", "*#PING 1\r\n"};
+    QTest::newRow("reply and the start of the next")
+        << L{"*#V X\r\n*#PI", "NG 1\r\n"} << L{"*#V X\r\n", "*#PING 1\r\n"};
     QTest::newRow("no line end: the gap ends it") << L{"\x01\x02", "\x03", ""} << L{"\x01\x02\x03"};
     QTest::newRow("a quiet spell splits") << L{"*#A", "", "*#B", ""} << L{"*#A", "*#B"};
     QTest::newRow("bare line end") << L{"\n"} << L{"\n"};

@@ -42,8 +42,10 @@ int run(const char* lpProgram, const QStringList& args, QByteArray* lpOut = null
 
 bool makeArchive(const QString& qsPath, int nRecords, int nVersion, const QString& qsMask)
 {
-    return run("zor-sim", {"--archive", QString::number(nRecords), "--version", QString::number(nVersion), "--mask", qsMask,
-                           "-o", qsPath}) == 0;
+    return run("zor-sim",
+               {"--archive", QString::number(nRecords), "--version", QString::number(nVersion), "--mask", qsMask, "-o",
+                   qsPath})
+        == 0;
 }
 
 ZOR_TmiFieldSet fieldSet(int nVersion, const QString& qsMask)
@@ -100,9 +102,11 @@ void TestHostTelemetry::simulatorWritesRecordsOfTheFieldSet_data()
     QTest::addColumn<QStringList>("args");
     QTest::addColumn<qint64>("size");
     QTest::newRow("default: version 3, all 255 fields, 734 bytes") << QStringList() << qint64(10 * 734);
-    QTest::newRow("version 1 full: 146 bytes") << QStringList{QStringLiteral("--version"), QStringLiteral("1")} << qint64(10 * 146);
+    QTest::newRow("version 1 full: 146 bytes")
+        << QStringList{QStringLiteral("--version"), QStringLiteral("1")} << qint64(10 * 146);
     QTest::newRow("mask-hex 60..: Code and Time, 6 bytes")
-        << QStringList{QStringLiteral("--mask-hex"), QStringLiteral("60") + QString(62, QLatin1Char('0'))} << qint64(60);
+        << QStringList{QStringLiteral("--mask-hex"), QStringLiteral("60") + QString(62, QLatin1Char('0'))}
+        << qint64(60);
 }
 
 void TestHostTelemetry::simulatorWritesRecordsOfTheFieldSet()
@@ -122,8 +126,8 @@ void TestHostTelemetry::simulatorWritesRecordsOfTheFieldSet()
 void TestHostTelemetry::simulatorRefusesBadOptions()
 {
     const QString qsFile = path(QStringLiteral("bad.bin"));
-    for (const QStringList& args : {QStringList{"--version", "4", "-o", qsFile}, QStringList{"--mask-hex", "FF", "-o", qsFile},
-                                    QStringList{"--mask", "0", "-o", qsFile}, QStringList()})
+    for (const QStringList& args : {QStringList{"--version", "4", "-o", qsFile},
+             QStringList{"--mask-hex", "FF", "-o", qsFile}, QStringList{"--mask", "0", "-o", qsFile}, QStringList()})
         QCOMPARE(run("zor-sim", QStringList{"--archive", "5"} + args), 2);
     QVERIFY(!QFile::exists(qsFile));
 }
@@ -215,8 +219,11 @@ void TestHostTelemetry::cellsMatchZorToolDecode()
     QVERIFY(model.openFile(qsFile));
     for (int nRow : {0, 37, 399}) {
         QByteArray decoded;
-        QCOMPARE(run("zor-tool", {"decode", "--version", QString::number(version), "--mask", mask, "--hex",
-                                  QString::fromLatin1(model.recordBytes(nRow).toHex())}, &decoded), 0);
+        QCOMPARE(run("zor-tool",
+                     {"decode", "--version", QString::number(version), "--mask", mask, "--hex",
+                         QString::fromLatin1(model.recordBytes(nRow).toHex())},
+                     &decoded),
+            0);
         // Each line: number;name;the field's column texts, one per column.
         int c = 0;
         for (const QString& line : QString::fromUtf8(decoded).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
@@ -270,7 +277,7 @@ void TestHostTelemetry::highlightsTheBytesOfTheSelectedValue()
     // The field list shows the field with its offset and width.
     const QList<QTreeWidgetItem*> items = window.fieldList()->findItems(QString::number(field), Qt::MatchExactly, 0);
     QCOMPARE(items.size(), 1);
-    QCOMPARE(items.first()->text(3).toInt(), offset);  // every part here starts at its field
+    QCOMPARE(items.first()->text(3).toInt(), offset); // every part here starts at its field
     // Choosing a byte of another field and then this one selects it back.
     window.selectCell(5, 0);
     window.selectByte(offset + length - 1);
@@ -281,7 +288,7 @@ void TestHostTelemetry::highlightsTheBytesOfTheSelectedValue()
 void TestHostTelemetry::changingTheFieldSetRedecodes()
 {
     const QString qsFile = path(QStringLiteral("mask.bin"));
-    const QString qsMask = formatOf({1, 2, 3, 13});  // 14 bytes a record
+    const QString qsMask = formatOf({1, 2, 3, 13}); // 14 bytes a record
     QVERIFY(makeArchive(qsFile, 734, 3, qsMask));
     ZOR_TelemetryWindow window;
     QVERIFY(window.openFile(qsFile));
@@ -308,7 +315,8 @@ void TestHostTelemetry::fieldSetFromSettingsFile()
     QFile file(qsFile);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\r\n<CONFIG>\r\n <PROTOCOL page=\"PROTOCOL\">\r\n"
-               "  <KITE format=\"20\" mask=\"" + formatOf({1, 2, 3, 70}).toLatin1() + "\"/>\r\n </PROTOCOL>\r\n</CONFIG>\r\n");
+               "  <KITE format=\"20\" mask=\""
+        + formatOf({1, 2, 3, 70}).toLatin1() + "\"/>\r\n </PROTOCOL>\r\n</CONFIG>\r\n");
     file.close();
     ZOR_TmiFieldSet set;
     QString qsError;
@@ -328,7 +336,7 @@ void TestHostTelemetry::fieldSetFromSettingsFile()
 void TestHostTelemetry::fieldSetFromTheOpenConfiguration()
 {
     ZOR_TelemetryWindow window;
-    QVERIFY(!window.takeFieldSetFromConfig());  // no configuration: nothing changes
+    QVERIFY(!window.takeFieldSetFromConfig()); // no configuration: nothing changes
     QCOMPARE(window.fieldSet(), ZOR_TmiFieldSet());
 
     ZOR_ConfigDocument document;
@@ -347,7 +355,7 @@ void TestHostTelemetry::exportEqualsZorToolCsv()
 {
     const QString qsFile = path(QStringLiteral("export.bin"));
     QVERIFY(makeArchive(qsFile, 3000, 3, kAll));
-    QVERIFY(QFile::resize(qsFile, 3000 * 734 - 100));  // and a partial record, left out by both
+    QVERIFY(QFile::resize(qsFile, 3000 * 734 - 100)); // and a partial record, left out by both
     const QString qsTool = path(QStringLiteral("tool.csv"));
     QCOMPARE(run("zor-tool", {"csv", "--version", "3", "--mask", kAll, "--in", qsFile, "--out", qsTool}), 1);
 
@@ -398,7 +406,7 @@ void TestHostTelemetry::cancelledExportLeavesNoFile()
     QSignalSpy finished(&window, &ZOR_TelemetryWindow::signal_ExportFinished);
     const QString qsCsv = path(QStringLiteral("cancelled.csv"));
     QVERIFY(window.exportCsv(qsCsv, false));
-    QVERIFY(!window.exportCsv(path(QStringLiteral("second.csv")), false));  // one at a time
+    QVERIFY(!window.exportCsv(path(QStringLiteral("second.csv")), false)); // one at a time
     window.cancelExport();
     QVERIFY(finished.wait(60000));
     QCOMPARE(finished.first().at(0).toInt(), int(ZOR_TmiExportJob::Cancelled));

@@ -43,8 +43,8 @@ void TestHostTelemetryFiles::onlyRegularFilesAreOpened()
     ZOR_TmiArchiveModel model;
     QVERIFY(!model.openFile(path));
     QVERIFY2(model.errorString().contains(QLatin1String("not a regular file"))
-                 || model.errorString().contains(QLatin1String("folder")),
-             qPrintable(model.errorString()));
+            || model.errorString().contains(QLatin1String("folder")),
+        qPrintable(model.errorString()));
     ZOR_TmiFieldSet set;
     QString error;
     QVERIFY(!set.readSettingsFile(path, &error));

@@ -80,8 +80,8 @@ private:
         const bool bPng = path.startsWith("/png/");
         const QByteArray body = bPng ? m_png : QByteArray("<html><body>Welcome</body></html>");
         lpSocket->write("HTTP/1.1 200 OK\r\nContent-Type: " + QByteArray(bPng ? "image/png" : "text/html")
-                        + "\r\nCache-Control: max-age=86400\r\nContent-Length: " + QByteArray::number(body.size())
-                        + "\r\n\r\n" + body);
+            + "\r\nCache-Control: max-age=86400\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n"
+            + body);
     }
     QByteArray m_png;
     QHash<QTcpSocket*, QByteArray> m_requests;
@@ -190,12 +190,12 @@ void TestHostTelemetryPanes::chartColumnsShowTheirRecords()
         if (dMin <= dMax) {
             // The table shows one decimal.
             QVERIFY2(std::abs(dGotMin - dMin) <= 0.051 && std::abs(dGotMax - dMax) <= 0.051,
-                     qPrintable(QStringLiteral("column %1: %2..%3, table %4..%5")
-                                    .arg(nColumn)
-                                    .arg(dGotMin)
-                                    .arg(dGotMax)
-                                    .arg(dMin)
-                                    .arg(dMax)));
+                qPrintable(QStringLiteral("column %1: %2..%3, table %4..%5")
+                               .arg(nColumn)
+                               .arg(dGotMin)
+                               .arg(dGotMax)
+                               .arg(dMin)
+                               .arg(dMax)));
         }
     }
 }
@@ -223,7 +223,7 @@ void TestHostTelemetryPanes::tableRowChartCursorAndTrackFollowEachOther()
     QTest::mouseClick(lpChart, Qt::LeftButton, Qt::NoModifier, at);
     const int nRecord = int(std::lround(
         (lpChart->visibleFrom()
-         + (300 + 0.0) * (lpChart->visibleTo() - lpChart->visibleFrom()) / lpChart->plotRect().width() - kStart)
+            + (300 + 0.0) * (lpChart->visibleTo() - lpChart->visibleFrom()) / lpChart->plotRect().width() - kStart)
         / 10));
     QVERIFY2(std::abs(window.currentRecord() - nRecord) <= 2, qPrintable(QString::number(window.currentRecord())));
     QCOMPARE(lpTrack->selectedRecord(), window.currentRecord());
@@ -235,8 +235,8 @@ void TestHostTelemetryPanes::tableRowChartCursorAndTrackFollowEachOther()
     QVERIFY(lpTrack->pointOf(1234, point));
     QTest::mouseClick(lpTrack, Qt::LeftButton, Qt::NoModifier, point.toPoint());
     // Every hour drives the same loop: any lap's record at that place.
-    QVERIFY2(std::abs(window.currentRecord() % 360 - 1234 % 360) <= 1,
-             qPrintable(QString::number(window.currentRecord())));
+    QVERIFY2(
+        std::abs(window.currentRecord() % 360 - 1234 % 360) <= 1, qPrintable(QString::number(window.currentRecord())));
     QCOMPARE(lpChart->cursorRecord(), window.currentRecord());
 }
 

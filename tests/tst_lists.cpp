@@ -25,16 +25,13 @@ const QString kOperatorsUser = QStringLiteral("/Localization/Temp/gsm_operators_
 QByteArray serversXml(const QList<QStringList>& rows)
 {
     return ZorListSandbox::listXml(QStringLiteral("SERVERS"), QStringLiteral("SERVER"),
-                                   {QStringLiteral("name"), QStringLiteral("ip"), QStringLiteral("port")},
-                                   rows);
+        {QStringLiteral("name"), QStringLiteral("ip"), QStringLiteral("port")}, rows);
 }
 
 QByteArray operatorsXml(const QList<QStringList>& rows)
 {
-    return ZorListSandbox::listXml(
-        QStringLiteral("GSM_OPERATORS"), QStringLiteral("GSM_OPERATOR"),
-        {QStringLiteral("name"), QStringLiteral("login"), QStringLiteral("password"), QStringLiteral("apn")},
-        rows);
+    return ZorListSandbox::listXml(QStringLiteral("GSM_OPERATORS"), QStringLiteral("GSM_OPERATOR"),
+        {QStringLiteral("name"), QStringLiteral("login"), QStringLiteral("password"), QStringLiteral("apn")}, rows);
 }
 
 QList<QStringList> serverRows(const QStringList& names)
@@ -124,8 +121,7 @@ void TestLists::readsDefaultThenUserWithoutDuplicates_data()
     QTest::newRow("a repeated default record stays")
         << QStringList{"A", "A"} << QStringList{"A", "B"} << QStringList{"A", "A", "B"} << 2;
     QTest::newRow("no default file") << QStringList{} << QStringList{"C"} << QStringList{"C"} << 0;
-    QTest::newRow("names differ only in case") << QStringList{"a"} << QStringList{"A"}
-                                               << QStringList{"a", "A"} << 1;
+    QTest::newRow("names differ only in case") << QStringList{"a"} << QStringList{"A"} << QStringList{"a", "A"} << 1;
 }
 
 void TestLists::readsDefaultThenUserWithoutDuplicates()
@@ -262,18 +258,17 @@ void TestLists::roundTripsAwkwardText()
     }
     ZOR_Dialog_GSM_Operators reread;
     QCOMPARE(reread.records().size(), 1);
-    QCOMPARE(reread.records().first(),
-             (QStringList{text + "1", text + "2", text + "3", text + "4"}));
+    QCOMPARE(reread.records().first(), (QStringList{text + "1", text + "2", text + "3", text + "4"}));
 }
 
 void TestLists::readsMissingAttributesAsEmptyAndIgnoresUnknown()
 {
     sandbox->write(kOperatorsUser,
-                   "<?xml version=\"1.0\"?>\n<GSM_OPERATORS version=\"7\">\n"
-                   "  <COMMENT text=\"not a record\"/>\n"
-                   "  <GSM_OPERATOR name=\"Only name\" colour=\"red\"/>\n"
-                   "  <GSM_OPERATOR apn=\"apn.only\"><CHILD/></GSM_OPERATOR>\n"
-                   "</GSM_OPERATORS>\n");
+        "<?xml version=\"1.0\"?>\n<GSM_OPERATORS version=\"7\">\n"
+        "  <COMMENT text=\"not a record\"/>\n"
+        "  <GSM_OPERATOR name=\"Only name\" colour=\"red\"/>\n"
+        "  <GSM_OPERATOR apn=\"apn.only\"><CHILD/></GSM_OPERATOR>\n"
+        "</GSM_OPERATORS>\n");
     ZOR_Dialog_GSM_Operators dialog;
     QCOMPARE(dialog.records(), (QVector<QStringList>{{"Only name", "", "", ""}, {"", "", "", "apn.only"}}));
     QVERIFY(sandbox->asked.isEmpty());
@@ -284,13 +279,11 @@ void TestLists::keepsBrokenUserFileBeforeWritingOverIt_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QStringList>("readable");
 
-    QTest::newRow("cut off mid record")
-        << QByteArray("<?xml version=\"1.0\"?><SERVERS><SERVER name=\"Kept\" ip=\"h\" port=\"1\"/>"
-                      "<SERVER name=\"Cut")
-        << QStringList{"Kept"};
+    QTest::newRow("cut off mid record") << QByteArray(
+        "<?xml version=\"1.0\"?><SERVERS><SERVER name=\"Kept\" ip=\"h\" port=\"1\"/>"
+        "<SERVER name=\"Cut") << QStringList{"Kept"};
     QTest::newRow("not xml at all") << QByteArray("\x01\x02garbage\xff") << QStringList{};
-    QTest::newRow("two roots")
-        << QByteArray("<SERVERS/><SERVERS><SERVER name=\"Second\"/></SERVERS>") << QStringList{};
+    QTest::newRow("two roots") << QByteArray("<SERVERS/><SERVERS><SERVER name=\"Second\"/></SERVERS>") << QStringList{};
     QTest::newRow("another kind of list")
         << QByteArray("<?xml version=\"1.0\"?><GSM_OPERATORS><GSM_OPERATOR name=\"MTS\"/></GSM_OPERATORS>")
         << QStringList{};
@@ -329,7 +322,7 @@ void TestLists::hugeUserFileIsMovedAside()
 {
     sandbox->write(kServersUser, "<SERVERS><SERVER name=\"Big\" ip=\"h\" port=\"1\"/>");
     const qint64 size = qint64(3) << 30;
-    QVERIFY(QFile::resize(sandbox->path(kServersUser), size));   // sparse: costs no disk
+    QVERIFY(QFile::resize(sandbox->path(kServersUser), size)); // sparse: costs no disk
     ZOR_Dialog_Servers dialog;
     QCOMPARE(names(dialog), QStringList());
     dialog.addServer(QStringLiteral("a.example.ru"), 1);
@@ -399,9 +392,7 @@ void TestLists::deleteAsksAndSparesDefaultRows()
     sandbox->write(kServersUser, serversXml(serverRows({"B"})));
     ZOR_Dialog_Servers dialog;
     QTreeWidget* tree = dialog.treeWidget();
-    const auto pressDelete = [&] {
-        QMetaObject::invokeMethod(&dialog, "slot_pressed_Btn_Del");
-    };
+    const auto pressDelete = [&] { QMetaObject::invokeMethod(&dialog, "slot_pressed_Btn_Del"); };
 
     tree->setCurrentItem(tree->topLevelItem(0));
     pressDelete();
@@ -436,9 +427,9 @@ void TestLists::addServerProposesUniqueCurrentServer()
 
 void TestLists::movedPresetPortIsCorrectedOnRead()
 {
-    sandbox->write(kServersUser, serversXml({{"ZOR Online", "srv.zor-online.ru", "30004"},
-                                             {"Other", "srv.zor-online.ru", "30004"},
-                                             {"Mine", "my.example.ru", "30004"}}));
+    sandbox->write(kServersUser,
+        serversXml({{"ZOR Online", "srv.zor-online.ru", "30004"}, {"Other", "srv.zor-online.ru", "30004"},
+            {"Mine", "my.example.ru", "30004"}}));
     ZOR_Dialog_Servers dialog;
     QCOMPARE(dialog.getServer4Name("ZOR Online")->getPort(), 30003);
     QCOMPARE(dialog.getServer4Name("Other")->getPort(), 30004);
@@ -447,10 +438,10 @@ void TestLists::movedPresetPortIsCorrectedOnRead()
 
 void TestLists::findsServerByHostAndOperatorByFields()
 {
-    sandbox->write(kServersUser, serversXml({{"A", "Host.Example.RU", "1"}, {"B", "host.example.ru", "2"},
-                                             {"C", "x", "not a port"}}));
-    sandbox->write(kOperators, operatorsXml({{"MTS", "mts", "mts", "internet.mts.ru"},
-                                             {"Tele2", "", "", "internet.tele2.ru"}}));
+    sandbox->write(kServersUser,
+        serversXml({{"A", "Host.Example.RU", "1"}, {"B", "host.example.ru", "2"}, {"C", "x", "not a port"}}));
+    sandbox->write(
+        kOperators, operatorsXml({{"MTS", "mts", "mts", "internet.mts.ru"}, {"Tele2", "", "", "internet.tele2.ru"}}));
     ZOR_Dialog_Servers servers;
     ZOR_Dialog_GSM_Operators operators;
 

@@ -36,8 +36,8 @@ void TestLogBinFile::writesTheExpectedFile_data()
     const QByteArray cp1251("Windows-1251");
     QTest::newRow("sent *?V") << cp1251 << QStringList{"w:*?V"} << "sent_v.log";
     QTest::newRow("no known word: all data in hex") << cp1251 << QStringList{"w:HELLO"} << "no_word.log";
-    QTest::newRow("word of the full 12-byte window") << cp1251 << QStringList{QStringLiteral("r:*!SETT_RESET\u0410\u0001")}
-                                                     << "long_data.log";
+    QTest::newRow("word of the full 12-byte window")
+        << cp1251 << QStringList{QStringLiteral("r:*!SETT_RESET\u0410\u0001")} << "long_data.log";
     QTest::newRow("16-byte block drops later entries")
         << cp1251 << QStringList{"w:", "s:later", "w:*?V"} << "short_block.log";
     QTest::newRow("block shorter than a header: zeros, no read past it")
@@ -72,8 +72,8 @@ void TestLogBinFile::writesTheExpectedFile()
             QByteArray frame = raw ? QByteArray::fromHex(arg.toLatin1()) : commonFunctions().getUsbCommandToDevice(arg);
             // A block of 16 bytes or less (a header alone, say) leaves the file open.
             leftOpen = leftOpen || frame.size() <= 16;
-            log.setLogBuf(step.startsWith(QLatin1String("r:")), reinterpret_cast<unsigned char*>(frame.data()),
-                          frame.size());
+            log.setLogBuf(
+                step.startsWith(QLatin1String("r:")), reinterpret_cast<unsigned char*>(frame.data()), frame.size());
         }
     }
     QFile actual(path);

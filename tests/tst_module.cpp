@@ -58,8 +58,7 @@ void TestModule::initTestCase()
     getLibraryInfo = reinterpret_cast<ZOR_GetLibraryInfoFunc>(library.resolve("GetLibraryInfo"));
     initialize = reinterpret_cast<ZOR_InitializeFunc>(library.resolve("Initialize"));
     receiveMessage = reinterpret_cast<ZOR_ReceiveMessageFunc>(library.resolve("ReceiveMessage"));
-    setConfiguratorMode =
-        reinterpret_cast<ZOR_SetConfiguratorModeFunc>(library.resolve("SetConfiguratorMode"));
+    setConfiguratorMode = reinterpret_cast<ZOR_SetConfiguratorModeFunc>(library.resolve("SetConfiguratorMode"));
     QVERIFY(isZorLibrary && getLibraryInfo && initialize && receiveMessage && setConfiguratorMode);
     QCOMPARE(isZorLibrary(), 1);
     szLibraryInfo info;
@@ -88,14 +87,12 @@ void TestModule::infoRecordHasTheFixedLayout()
 {
     unsigned char buffer[600];
     std::memset(buffer, 0xEE, sizeof(buffer));
-    QCOMPARE(static_cast<void*>(getLibraryInfo(reinterpret_cast<szLibraryInfo*>(buffer))),
-             static_cast<void*>(buffer));
+    QCOMPARE(static_cast<void*>(getLibraryInfo(reinterpret_cast<szLibraryInfo*>(buffer))), static_cast<void*>(buffer));
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(buffer + 8)), QByteArray("ZOR_Commands"));
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(buffer + 263)), QByteArray("ZOR Commands"));
-    const unsigned char integers[] = {3, 0, 0, 0, 5, 0, 0, 0, 8, 0, 0, 0, 1, 0, 0, 0,
-                                      1, 0, 0, 0, 0, 0, 0, 0};
+    const unsigned char integers[] = {3, 0, 0, 0, 5, 0, 0, 0, 8, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0};
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(buffer + 518), 24),
-             QByteArray(reinterpret_cast<const char*>(integers), 24));
+        QByteArray(reinterpret_cast<const char*>(integers), 24));
     // Exactly 542 bytes were written.
     QCOMPARE(int(buffer[542]), 0xEE);
     QCOMPARE(int(buffer[541]), 0);

@@ -54,12 +54,13 @@ void TestProtocol::framesMatchTheWireLayout_data()
     QTest::addColumn<QByteArray>("frame");
     QTest::newRow("*?V is 19 bytes") << QStringLiteral("*?V") << QByteArray()
                                      << QByteArray::fromHex("405a4f520000000001000000030043462a3f56");
-    QTest::newRow("empty data: length 0, checksum 0") << QString() << QByteArray()
-                                                      << QByteArray::fromHex("405a4f52000000000100000000000006");
-    QTest::newRow("cyrillic in windows-1251") << QStringLiteral("*>PASS:Ёж") << QByteArray()
-                                              << QByteArray::fromHex("405a4f5200000000010000000900717e2a3e504153533aa8e6");
-    QTest::newRow("payload counted in length and checksum") << QStringLiteral("*!R") << QByteArray::fromHex("04030201")
-                                                            << QByteArray::fromHex("405a4f52000000000100000007005d5c2a215204030201");
+    QTest::newRow("empty data: length 0, checksum 0")
+        << QString() << QByteArray() << QByteArray::fromHex("405a4f52000000000100000000000006");
+    QTest::newRow("cyrillic in windows-1251") << QStringLiteral(
+        "*>PASS:Ёж") << QByteArray() << QByteArray::fromHex("405a4f5200000000010000000900717e2a3e504153533aa8e6");
+    QTest::newRow("payload counted in length and checksum")
+        << QStringLiteral("*!R") << QByteArray::fromHex("04030201")
+        << QByteArray::fromHex("405a4f52000000000100000007005d5c2a215204030201");
 }
 
 void TestProtocol::framesMatchTheWireLayout()
@@ -94,20 +95,33 @@ void TestProtocol::namedBuildersCarryTheirTextAndBlock_data()
     // each shows the list is applied; the hand-written ones follow their rules.
     QTest::newRow("fixed") << Builder([](const commonFunctions& f) { return f.getUsbCommand_ConfigReset(); })
                            << QByteArray("*!SETT_RESET");
-    QTest::newRow("prefix with block") << Builder([block](const commonFunctions& f) { return f.getUsbCommand_SetParamValue(block); })
-                                       << QByteArray("*!SETP ") + block;
-    QTest::newRow("out on 2") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Out_On(2); }) << QByteArray("*!2Y");
-    QTest::newRow("out off 12") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Out_Off(12); }) << QByteArray("*!12N");
-    QTest::newRow("canlog version") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Canlog_Ver(3); }) << QByteArray("*!CANLOG3");
-    QTest::newRow("set time positive has plus") << Builder([](const commonFunctions& f) { return f.getUsbCommand_DeviceSetTime(1); }) << QByteArray("*!SETTIME +1");
-    QTest::newRow("set time zero has no sign") << Builder([](const commonFunctions& f) { return f.getUsbCommand_DeviceSetTime(0); }) << QByteArray("*!SETTIME 0");
-    QTest::newRow("set time negative keeps minus") << Builder([](const commonFunctions& f) { return f.getUsbCommand_DeviceSetTime(-3600); }) << QByteArray("*!SETTIME -3600");
-    QTest::newRow("password") << Builder([](const commonFunctions& f) { return f.getUsbCommand_DevicePassword(QStringLiteral("пароль")); })
-                              << QByteArray("*>PASS:\xEF\xE0\xF0\xEE\xEB\xFC");
-    QTest::newRow("read page little-endian") << Builder([](const commonFunctions& f) { return f.getUsbCommand_ReadPage(0x01020304u); })
-                                             << QByteArray("*!R\x04\x03\x02\x01");
-    QTest::newRow("tm file read little-endian") << Builder([](const commonFunctions& f) { return f.getUsbCommand_TM_FileRead(0xA0B0); })
-                                                << QByteArray("*!DKR\xB0\xA0");
+    QTest::newRow("prefix with block") << Builder([block](const commonFunctions& f) {
+        return f.getUsbCommand_SetParamValue(block);
+    }) << QByteArray("*!SETP ") + block;
+    QTest::newRow("out on 2") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Out_On(2); })
+                              << QByteArray("*!2Y");
+    QTest::newRow("out off 12") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Out_Off(12); })
+                                << QByteArray("*!12N");
+    QTest::newRow("canlog version") << Builder([](const commonFunctions& f) { return f.getUsbCommand_Canlog_Ver(3); })
+                                    << QByteArray("*!CANLOG3");
+    QTest::newRow("set time positive has plus")
+        << Builder([](const commonFunctions& f) { return f.getUsbCommand_DeviceSetTime(1); })
+        << QByteArray("*!SETTIME +1");
+    QTest::newRow("set time zero has no sign")
+        << Builder([](const commonFunctions& f) { return f.getUsbCommand_DeviceSetTime(0); })
+        << QByteArray("*!SETTIME 0");
+    QTest::newRow("set time negative keeps minus")
+        << Builder([](const commonFunctions& f) { return f.getUsbCommand_DeviceSetTime(-3600); })
+        << QByteArray("*!SETTIME -3600");
+    QTest::newRow("password") << Builder([](const commonFunctions& f) {
+        return f.getUsbCommand_DevicePassword(QStringLiteral("пароль"));
+    }) << QByteArray("*>PASS:\xEF\xE0\xF0\xEE\xEB\xFC");
+    QTest::newRow("read page little-endian")
+        << Builder([](const commonFunctions& f) { return f.getUsbCommand_ReadPage(0x01020304u); })
+        << QByteArray("*!R\x04\x03\x02\x01");
+    QTest::newRow("tm file read little-endian")
+        << Builder([](const commonFunctions& f) { return f.getUsbCommand_TM_FileRead(0xA0B0); })
+        << QByteArray("*!DKR\xB0\xA0");
 }
 
 void TestProtocol::namedBuildersCarryTheirTextAndBlock()
@@ -260,7 +274,7 @@ void TestProtocol::scrambledTextsComeBackOnlyWithTheirKey_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("key");
-    QString every;   // all 256 Windows-1251 characters, NUL included
+    QString every; // all 256 Windows-1251 characters, NUL included
     for (int b = 0; b < 256; ++b)
         every += b < 128 ? QChar(b) : QChar(ZOR_Cp1251::upperHalf()[b - 128]);
     QTest::newRow("every character") << every << QStringLiteral("ключ");
@@ -275,7 +289,8 @@ void TestProtocol::scrambledTextsComeBackOnlyWithTheirKey()
     QFETCH(QString, key);
     const QString hex = stringEncrypt(text, key);
     QCOMPARE(hex.size(), text.size() * 2);
-    QVERIFY(std::all_of(hex.cbegin(), hex.cend(), [](QChar c) { return QStringLiteral("0123456789ABCDEF").contains(c); }));
+    QVERIFY(
+        std::all_of(hex.cbegin(), hex.cend(), [](QChar c) { return QStringLiteral("0123456789ABCDEF").contains(c); }));
     QString back;
     QVERIFY(stringDecrypt(hex, key, back));
     QCOMPARE(back, text);

@@ -16,7 +16,8 @@ namespace {
 
 const QByteArray kDecl("<?xml version=\"1.0\" encoding=\"windows-1251\"?>\n");
 
-struct MemoDoc {
+struct MemoDoc
+{
     CSerialize* doc = nullptr;
     explicit MemoDoc(const QByteArray& bytes = QByteArray())
     {
@@ -74,11 +75,11 @@ void TestStore::namesAreEncodedAndComeBack_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("written");
     const QString all = QStringLiteral(" &><\"'!:;%`~@#$^*()-+=|\\чЧ,/");
-    const int codes[] = {32, 38, 62, 60, 34, 39, 33, 58, 59, 37, 96, 126, 64, 35,
-                         36, 94, 42, 40, 41, 45, 43, 61, 124, 92, 1095, 1063, 44, 47};
+    const int codes[] = {32, 38, 62, 60, 34, 39, 33, 58, 59, 37, 96, 126, 64, 35, 36, 94, 42, 40, 41, 45, 43, 61, 124,
+        92, 1095, 1063, 44, 47};
     for (int i = 0; i < all.size(); ++i) {
-        QTest::addRow("code %d", codes[i]) << QStringLiteral("a%1b").arg(all[i])
-                                           << QByteArray("a_" + QByteArray::number(codes[i]) + "_b");
+        QTest::addRow("code %d", codes[i])
+            << QStringLiteral("a%1b").arg(all[i]) << QByteArray("a_" + QByteArray::number(codes[i]) + "_b");
     }
     QByteArray allWritten;
     for (int c : codes)
@@ -121,7 +122,8 @@ void TestStore::valuesAreEscapedAndComeBack_data()
                             << QStringLiteral("a&b<c>d\"e'f");
     QTest::newRow("cyrillic") << QStringLiteral("Привет, мир") << cp(QStringLiteral("Привет, мир"))
                               << QStringLiteral("Привет, мир");
-    QTest::newRow("greek letter becomes underscore") << QStringLiteral("αβ1") << QByteArray("__1") << QStringLiteral("__1");
+    QTest::newRow("greek letter becomes underscore")
+        << QStringLiteral("αβ1") << QByteArray("__1") << QStringLiteral("__1");
     QTest::newRow("euro is in the code page") << QStringLiteral("5€") << QByteArray("5\x88") << QStringLiteral("5€");
     QTest::newRow("empty") << QString() << QByteArray() << QString();
 }
@@ -289,7 +291,8 @@ void TestStore::wideElementRecordsAreItsChildren()
     QVERIFY(list.findParameter("c298", 0, &at));
     QCOMPARE(at, 299);
     QVERIFY(root.writeParameters());
-    QCOMPARE(m.bytes(), kDecl + "<R a=\"1\" c5=\"7\">\n" + file.mid(file.indexOf("    <c0")) + "    <c0 />\n    <d />\n</R>\n");
+    QCOMPARE(m.bytes(),
+        kDecl + "<R a=\"1\" c5=\"7\">\n" + file.mid(file.indexOf("    <c0")) + "    <c0 />\n    <d />\n</R>\n");
 }
 
 void TestStore::colourIsSignedArgb()
@@ -339,10 +342,12 @@ void TestStore::fontBoldThresholdAndDefaults()
     f58.setUnderline(true);
     root.writeFont("F57", f57);
     root.writeFont("F58", f58);
-    QCOMPARE(m.bytes(), kDecl + "<R>\n"
-        "    <F57 Family=\"Sans\" Size=\"11\" Bold=\"0\" Italic=\"1\" Strikeout=\"0\" Underline=\"0\" />\n"
-        "    <F58 Family=\"Mono\" Size=\"9\" Bold=\"1\" Italic=\"0\" Strikeout=\"0\" Underline=\"1\" />\n"
-        "</R>\n");
+    QCOMPARE(m.bytes(),
+        kDecl
+            + "<R>\n"
+              "    <F57 Family=\"Sans\" Size=\"11\" Bold=\"0\" Italic=\"1\" Strikeout=\"0\" Underline=\"0\" />\n"
+              "    <F58 Family=\"Mono\" Size=\"9\" Bold=\"1\" Italic=\"0\" Strikeout=\"0\" Underline=\"1\" />\n"
+              "</R>\n");
     MemoDoc back(m.bytes() + "");
     CXMLWorkData root2(back.doc, QStringLiteral("R"));
     const QFont bold = root2.readFont("F58", QFont());
@@ -409,8 +414,10 @@ void TestStore::textElementsOnOneLine()
     // 3 is the one value besides the three states that the type can hold.
     root.writeIntegerZOR(QStringLiteral("CX"), static_cast<Qt::CheckState>(3));
     root.writeIntegerZOR(QStringLiteral("I"), 8);
-    QCOMPARE(m.bytes(), kDecl + "<R>\n    <S>a&amp;b</S>\n    <I>8</I>\n    <F>1.500000</F>\n    <E />\n"
-                                "    <C0>0</C0>\n    <C1>1</C1>\n    <C2>1</C2>\n</R>\n");
+    QCOMPARE(m.bytes(),
+        kDecl
+            + "<R>\n    <S>a&amp;b</S>\n    <I>8</I>\n    <F>1.500000</F>\n    <E />\n"
+              "    <C0>0</C0>\n    <C1>1</C1>\n    <C2>1</C2>\n</R>\n");
 }
 
 void TestStore::settingsNodeOpenForReadCreatesNothing()
@@ -452,8 +459,8 @@ void TestStore::badInputGivesCursorWithoutDocument_data()
     QTest::newRow("whitespace only") << QByteArray("  \n");
     QTest::newRow("control bytes") << QByteArray("<R a=\"\x01\x02\" />");
     QTest::newRow("nul byte") << QByteArray("<R>\0</R>", 8);
-    QTest::newRow("entity declaration")
-        << QByteArray("<?xml version=\"1.0\"?><!DOCTYPE R [<!ENTITY a \"aaaa\"><!ENTITY b \"&a;&a;&a;\">]><R v=\"&b;\"/>");
+    QTest::newRow("entity declaration") << QByteArray(
+        "<?xml version=\"1.0\"?><!DOCTYPE R [<!ENTITY a \"aaaa\"><!ENTITY b \"&a;&a;&a;\">]><R v=\"&b;\"/>");
     QTest::newRow("10000 deep") << QByteArray("<a>").repeated(10000) + QByteArray("</a>").repeated(10000);
     QTest::newRow("two roots") << QByteArray("<R/><S/>");
 }

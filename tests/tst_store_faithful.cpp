@@ -88,12 +88,20 @@ void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays_data()
     QTest::addColumn<int>("place");
     QTest::addColumn<QString>("content");
     QTest::addColumn<QString>("named");
-    QTest::newRow("control character in a value") << int(AttrValue) << QStringLiteral("a\x01" "b") << QStringLiteral("U+0001");
-    QTest::newRow("control character through a form") << int(FormValue) << QStringLiteral("a\x1f" "b") << QStringLiteral("U+001F");
+    QTest::newRow("control character in a value") << int(AttrValue)
+                                                  << QStringLiteral("a\x01"
+                                                                    "b")
+                                                  << QStringLiteral("U+0001");
+    QTest::newRow("control character through a form") << int(FormValue)
+                                                      << QStringLiteral("a\x1f"
+                                                                        "b")
+                                                      << QStringLiteral("U+001F");
     QTest::newRow("control character in text") << int(Text) << QStringLiteral("\x02") << QStringLiteral("U+0002");
     QTest::newRow("question mark in a name") << int(AttrName) << QStringLiteral("a?b") << QStringLiteral("\"?\"");
-    QTest::newRow("name beginning with a digit") << int(AttrName) << QStringLiteral("1abc") << QStringLiteral("begin with");
-    QTest::newRow("brackets in an element name") << int(ElementName) << QStringLiteral("a[1]") << QStringLiteral("\"[\"");
+    QTest::newRow("name beginning with a digit")
+        << int(AttrName) << QStringLiteral("1abc") << QStringLiteral("begin with");
+    QTest::newRow("brackets in an element name")
+        << int(ElementName) << QStringLiteral("a[1]") << QStringLiteral("\"[\"");
     QTest::newRow("euro sign in a name") << int(ElementName) << QStringLiteral("a€") << QStringLiteral("U+20AC");
     QTest::newRow("numero sign in a name") << int(AttrName) << QStringLiteral("№1") << QStringLiteral("U+2116");
     QTest::newRow("empty name") << int(ElementName) << QString() << QStringLiteral("name");
@@ -101,7 +109,8 @@ void TestStoreFaithful::unreadableContentIsRefusedAndOldFileStays_data()
     QTest::newRow("value holding _33_") << int(AttrValue) << QStringLiteral("x_33_y") << QStringLiteral("_33_");
     QTest::newRow("value holding &gt;") << int(AttrValue) << QStringLiteral("&gt;") << QStringLiteral("&gt;");
     QTest::newRow("text holding &nbsp;") << int(LineText) << QStringLiteral("a&nbsp;b") << QStringLiteral("&nbsp;");
-    QTest::newRow("text beside a child") << int(TextAndChild) << QStringLiteral("0.25") << QStringLiteral("text and child");
+    QTest::newRow("text beside a child") << int(TextAndChild) << QStringLiteral("0.25")
+                                         << QStringLiteral("text and child");
     QTest::newRow("attribute named twice") << int(AttrTwice) << QStringLiteral("v") << QStringLiteral("two attributes");
     // The root and 256 levels below it: one level more than the reader takes.
     QTest::newRow("nested one level too deep")
@@ -155,11 +164,14 @@ void TestStoreFaithful::escapedContentReadsBackExactly_data()
     QTest::addColumn<QByteArray>("written");
     QTest::newRow("tab in a value") << false << QStringLiteral("a\tb") << QByteArray("<R v=\"a&#9;b\" />");
     QTest::newRow("line feed in a value") << false << QStringLiteral("a\nb") << QByteArray("<R v=\"a&#10;b\" />");
-    QTest::newRow("carriage return in a value") << false << QStringLiteral("a\r\nb") << QByteArray("<R v=\"a&#13;&#10;b\" />");
-    QTest::newRow("markup in one-line text") << true << QStringLiteral("a<b&c>d")
-                                             << QByteArray("<R>\n    <T>a&lt;b&amp;c>d</T>\n</R>");
-    QTest::newRow("cdata end in one-line text") << true << QStringLiteral("]]>") << QByteArray("<R>\n    <T>]]&gt;</T>\n</R>");
-    QTest::newRow("line ends in one-line text") << true << QStringLiteral("1\r\n2") << QByteArray("<R>\n    <T>1&#13;\n2</T>\n</R>");
+    QTest::newRow("carriage return in a value")
+        << false << QStringLiteral("a\r\nb") << QByteArray("<R v=\"a&#13;&#10;b\" />");
+    QTest::newRow("markup in one-line text")
+        << true << QStringLiteral("a<b&c>d") << QByteArray("<R>\n    <T>a&lt;b&amp;c>d</T>\n</R>");
+    QTest::newRow("cdata end in one-line text")
+        << true << QStringLiteral("]]>") << QByteArray("<R>\n    <T>]]&gt;</T>\n</R>");
+    QTest::newRow("line ends in one-line text")
+        << true << QStringLiteral("1\r\n2") << QByteArray("<R>\n    <T>1&#13;\n2</T>\n</R>");
 }
 
 void TestStoreFaithful::escapedContentReadsBackExactly()
@@ -215,12 +227,11 @@ void TestStoreFaithful::referencesAboveBmpAreTheirCharacters_data()
     const QString smile = QString::fromUcs4(U"\U0001F600");
     const QByteArray utf8 = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
     QTest::newRow("hex and decimal") << QByteArray("<R v=\"&#x1F600;\"><T>&#128512;</T></R>") << smile << smile;
-    QTest::newRow("first and last planes")
-        << QByteArray("<R v=\"&#x10000;\"><T>&#x10FFFF;</T></R>") << QString::fromUcs4(U"\U00010000")
-        << QString::fromUcs4(U"\U0010FFFF");
-    QTest::newRow("beside text, UTF-8")
-        << QByteArray(utf8 + "<R v=\"a&#x1F600;b\"><T>\xf0\x9f\x98\x80&#x1f600;</T></R>")
-        << QStringLiteral("a%1b").arg(smile) << smile + smile;
+    QTest::newRow("first and last planes") << QByteArray("<R v=\"&#x10000;\"><T>&#x10FFFF;</T></R>")
+                                           << QString::fromUcs4(U"\U00010000") << QString::fromUcs4(U"\U0010FFFF");
+    QTest::newRow("beside text, UTF-8") << QByteArray(
+        utf8 + "<R v=\"a&#x1F600;b\"><T>\xf0\x9f\x98\x80&#x1f600;</T></R>")
+                                        << QStringLiteral("a%1b").arg(smile) << smile + smile;
     QTest::newRow("CDATA keeps the reference as text")
         << QByteArray("<R v=\"&#x41;\"><T><![CDATA[&#x1F600;]]></T><!-- &#xD800; --></R>") << QStringLiteral("A")
         << QStringLiteral("&#x1F600;");
@@ -316,8 +327,8 @@ void TestStoreFaithful::lockIsHeldForAnUpdate()
     QVERIFY2(second.errorString().contains(QLatin1String("another program")), qPrintable(second.errorString()));
     first.unlock();
     // A lock left by a program that died is taken over.
-    QVERIFY(writeFile(path + QStringLiteral(".lock"),
-                      "2147483600\nzor-tool\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
+    QVERIFY(writeFile(
+        path + QStringLiteral(".lock"), "2147483600\nzor-tool\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
     QVERIFY2(second.lockForUpdate(path, 0), qPrintable(second.errorString()));
     QVERIFY(second.openFile(path));
     QVERIFY2(second.save(), qPrintable(second.errorString()));
@@ -339,9 +350,11 @@ void TestStoreFaithful::encodingsAreReadAndKept_data()
     QTest::addColumn<QByteArray>("word");
     QTest::newRow("UTF-8") << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n")
                            << QByteArray("\xd1\x82\xd0\xb5\xd1\x81\xd1\x82");
-    QTest::newRow("UTF-8 with a byte-order mark") << QByteArray("\xef\xbb\xbf<?xml version=\"1.0\" encoding=\"utf-8\"?>\n")
-                                                  << QByteArray("\xd1\x82\xd0\xb5\xd1\x81\xd1\x82");
-    QTest::newRow("KOI8-R") << QByteArray("<?xml version=\"1.0\" encoding=\"KOI8-R\"?>\n") << QByteArray("\xd4\xc5\xd3\xd4");
+    QTest::newRow("UTF-8 with a byte-order mark")
+        << QByteArray("\xef\xbb\xbf<?xml version=\"1.0\" encoding=\"utf-8\"?>\n")
+        << QByteArray("\xd1\x82\xd0\xb5\xd1\x81\xd1\x82");
+    QTest::newRow("KOI8-R") << QByteArray("<?xml version=\"1.0\" encoding=\"KOI8-R\"?>\n")
+                            << QByteArray("\xd4\xc5\xd3\xd4");
     QTest::newRow("Windows-1251") << kDecl << QByteArray("\xf2\xe5\xf1\xf2");
 }
 
@@ -397,10 +410,11 @@ void TestStoreFaithful::readOnlyFolderGivesReasonAndKeepsFile()
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("cfg.xml"));
     QVERIFY(writeFile(path, kOld));
-    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadOther
-                                    | QFileDevice::WriteOther | QFileDevice::ReadGroup | QFileDevice::WriteGroup);
-    QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::ReadOther
-                                          | QFileDevice::ExeOther);
+    QFile::setPermissions(path,
+        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadOther | QFileDevice::WriteOther
+            | QFileDevice::ReadGroup | QFileDevice::WriteGroup);
+    QFile::setPermissions(
+        dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::ReadOther | QFileDevice::ExeOther);
     const int code = inChild(true, [&] {
         CXMLWorkData root(path, QStringLiteral("R"));
         root.writeInteger("a", 2);
@@ -408,8 +422,10 @@ void TestStoreFaithful::readOnlyFolderGivesReasonAndKeepsFile()
         if (root.closeDocument(true))
             return 1;
         qWarning("%s", qPrintable(root.errorString()));
-        return root.errorString().contains(QLatin1String("the folder is read-only, so the file cannot be replaced safely"))
-                   ? 0 : 2;
+        return root.errorString().contains(
+                   QLatin1String("the folder is read-only, so the file cannot be replaced safely"))
+            ? 0
+            : 2;
     });
     QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     QCOMPARE(code, 0);
@@ -447,7 +463,7 @@ void TestStoreFaithful::fileOverTheLimitIsNotReadAsEmpty()
         QFile f(path);
         QVERIFY(f.open(QIODevice::WriteOnly));
         f.write(kOld);
-        QVERIFY(f.resize(qint64(3) << 30));   // sparse: costs no disk
+        QVERIFY(f.resize(qint64(3) << 30)); // sparse: costs no disk
     }
     CXMLWorkData root(path, QStringLiteral("R"));
     QVERIFY(!root.isValid());
@@ -467,7 +483,7 @@ void TestStoreFaithful::documentTooLargeForMemoryIsAnError()
     {
         QFile f(path);
         QVERIFY(f.open(QIODevice::WriteOnly));
-        QVERIFY(f.resize(200 << 20));   // sparse, under the size limit
+        QVERIFY(f.resize(200 << 20)); // sparse, under the size limit
     }
     const int code = inChild(false, [&] {
         QFile statm(QStringLiteral("/proc/self/statm"));

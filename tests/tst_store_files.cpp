@@ -38,7 +38,12 @@ void writeGoldenDocument(CXMLWorkData& root)
     root.writeInteger("version", 3);
     root.writeString("name", QStringLiteral("Тест & проверка"));
     root.writeParameters();
-    const struct { int n; const char* type; bool use; } rows[] = {{1, "4f", true}, {2, "2u", false}};
+    const struct
+    {
+        int n;
+        const char* type;
+        bool use;
+    } rows[] = {{1, "4f", true}, {2, "2u", false}};
     for (const auto& row : rows) {
         auto node = ZOR_SettingsNode::openForWrite(&root, ZOR_SettingsNode::name(QStringLiteral("MDBSPRM"), row.n));
         node->writeInteger("addr", row.n);
@@ -46,7 +51,8 @@ void writeGoldenDocument(CXMLWorkData& root)
         node->writeBool("use", row.use);
         node->writeParameters();
     }
-    auto rules = ZOR_SettingsNode::openForWrite(&root, ZOR_SettingsNode::name(QStringLiteral("SIM"), 1, QStringLiteral("RULES")));
+    auto rules = ZOR_SettingsNode::openForWrite(
+        &root, ZOR_SettingsNode::name(QStringLiteral("SIM"), 1, QStringLiteral("RULES")));
     rules->writeString("a b", QStringLiteral("<x>"));
     rules->writeString(ZOR_Cp1251::encode(QStringLiteral("Чек")).constData(), QStringLiteral("\"q'"));
     rules->writeString("greek", QStringLiteral("Ω"));
@@ -122,14 +128,24 @@ private slots:
 // a failed save leaves the old file as it was.
 void TestStoreFiles::fileFailuresSayWhy_data()
 {
-    QTest::addColumn<QString>("open");    // file opened ("" = none)
-    QTest::addColumn<QString>("saveAs");  // then saved as ("" = save)
-    QTest::addColumn<QString>("reason");  // part of the errorString
-    QTest::newRow("folder is a file") << "plain/cfg.xml" << "" << "cannot create";
-    QTest::newRow("a folder as the file") << "folder" << "" << "cannot read";
-    QTest::newRow("no file name") << "" << "" << "no file to be saved to";
-    QTest::newRow("save into a file's path") << "cfg.xml" << "plain/other.xml" << "cannot save";
-    QTest::newRow("save onto a folder") << "cfg.xml" << "folder" << "cannot save";
+    QTest::addColumn<QString>("open"); // file opened ("" = none)
+    QTest::addColumn<QString>("saveAs"); // then saved as ("" = save)
+    QTest::addColumn<QString>("reason"); // part of the errorString
+    QTest::newRow("folder is a file") << "plain/cfg.xml"
+                                      << ""
+                                      << "cannot create";
+    QTest::newRow("a folder as the file") << "folder"
+                                          << ""
+                                          << "cannot read";
+    QTest::newRow("no file name") << ""
+                                  << ""
+                                  << "no file to be saved to";
+    QTest::newRow("save into a file's path") << "cfg.xml"
+                                             << "plain/other.xml"
+                                             << "cannot save";
+    QTest::newRow("save onto a folder") << "cfg.xml"
+                                        << "folder"
+                                        << "cannot save";
 }
 
 void TestStoreFiles::fileFailuresSayWhy()
@@ -222,7 +238,7 @@ void TestStoreFiles::killDuringSaveLeavesOldOrNewFile()
         QVERIFY(child.waitForFinished(10000));
         const QByteArray now = readAll(path);
         QVERIFY2(now == oldBytes || now == newBytes,
-                 qPrintable(QStringLiteral("round %1: %2 bytes").arg(round).arg(now.size())));
+            qPrintable(QStringLiteral("round %1: %2 bytes").arg(round).arg(now.size())));
         sawNew += now == newBytes;
         CSerialize doc;
         QVERIFY(doc.openFile(path));

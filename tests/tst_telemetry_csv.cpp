@@ -84,11 +84,10 @@ void TestTelemetryCsv::initTestCase()
 void TestTelemetryCsv::headerNamesEveryColumnByItsCaption()
 {
     TmiPage_Kite3 columns(formatOf({1, 4, 38, 246}));
-    const QStringList expected = {
-        QStringLiteral("tmikte_123"), QStringLiteral("tmikte_001"), QStringLiteral("tmikte_126"),
-        QStringLiteral("tmikte_127"), QStringLiteral("tmikte_128"), QStringLiteral("tmikte_129"),
-        QStringLiteral("tmikte_130"), QStringLiteral("tmikte_131"), QStringLiteral("RS-485 tmikte_163 1"),
-        QStringLiteral("tmikte_357 9")};
+    const QStringList expected = {QStringLiteral("tmikte_123"), QStringLiteral("tmikte_001"),
+        QStringLiteral("tmikte_126"), QStringLiteral("tmikte_127"), QStringLiteral("tmikte_128"),
+        QStringLiteral("tmikte_129"), QStringLiteral("tmikte_130"), QStringLiteral("tmikte_131"),
+        QStringLiteral("RS-485 tmikte_163 1"), QStringLiteral("tmikte_357 9")};
     QCOMPARE(cells(header(columns)), expected);
 }
 
@@ -141,11 +140,14 @@ void TestTelemetryCsv::dataLineTexts_data()
         << QStringLiteral("=\"a") + QChar(0) + QStringLiteral("b\";=\"22\";\r\n");
     QTest::newRow("quotes stay unescaped")
         << codeGsm << codeGsm << rec << QStringLiteral("say \"hi\"") << QStringLiteral("=\"say \"hi\"\";=\"22\";\r\n");
-    QTest::newRow("time cell without MiliSec ends in n/a") << formatOf({3}) << formatOf({3}) << QByteArray::fromHex("10000000")
-                                                          << QString() << QStringLiteral("=\"01.01.1970 0:00:16n/a\";\r\n");
+    QTest::newRow("time cell without MiliSec ends in n/a")
+        << formatOf({3}) << formatOf({3}) << QByteArray::fromHex("10000000") << QString()
+        << QStringLiteral("=\"01.01.1970 0:00:16n/a\";\r\n");
     // The record lacks field 7 and carries 14, which has no column here.
     QTest::newRow("columns follow the column-defining record") << formatOf({1, 7}) << formatOf({1, 14})
-        << QByteArray::fromHex("05000000" "5a00") << QString() << QStringLiteral("=\"5\";=\"n/a\";\r\n");
+                                                               << QByteArray::fromHex("05000000"
+                                                                                      "5a00")
+                                                               << QString() << QStringLiteral("=\"5\";=\"n/a\";\r\n");
 }
 
 void TestTelemetryCsv::dataLineTexts()
@@ -223,7 +225,9 @@ void TestTelemetryCsv::writerEncodesWindows1251()
     QVERIFY(csv.open(&buffer));
     QVERIFY(csv.writeRecord(&record, code));
     QVERIFY(csv.commit());
-    QCOMPARE(buffer.data(), QByteArray("=\"\xD2\xF0\xE5\xE2\xEE\xE3\xE0 \xB9" "1\";\r\n"));
+    QCOMPARE(buffer.data(),
+        QByteArray("=\"\xD2\xF0\xE5\xE2\xEE\xE3\xE0 \xB9"
+                   "1\";\r\n"));
 }
 
 void TestTelemetryCsv::cancelledExportKeepsTheOldFile()

@@ -83,7 +83,8 @@ void TestTelemetryDecode::emptyFieldSetShowsNaEverywhere()
 void TestTelemetryDecode::absentFieldsKeepTheirMembers()
 {
     TmiPage_Kite3 page(QStringLiteral("11"));
-    QByteArray rec = QByteArray::fromHex("07000000" "0900");
+    QByteArray rec = QByteArray::fromHex("07000000"
+                                         "0900");
     page.setCurrentTMI(recordBytes(rec), rec.size());
     page.setPageFormat(QStringLiteral("01"));
     rec = QByteArray("\x05\x00", 2);

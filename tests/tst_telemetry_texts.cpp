@@ -64,10 +64,14 @@ void TestTelemetryTexts::floatTexts_data()
     QTest::addColumn<int>("column");
     QTest::addColumn<float>("value");
     QTest::addColumn<QString>("text");
-    QTest::newRow("speed: a half rounds up") << 13 << int(ZorTmi::Col_Speed) << 61.25f << QStringLiteral("61.3 abbr_024");
-    QTest::newRow("distance below zero") << 16 << int(ZorTmi::Col_Distance) << -0.25f << QStringLiteral("-0.25 abbr_023");
-    QTest::newRow("fuel used: any negative is no data") << 54 << int(ZorTmi::Col_CanFuelConsumption) << -0.001f << QStringLiteral("n/a");
-    QTest::newRow("CAN mileage: zero is a value") << 57 << int(ZorTmi::Col_CanFullRun) << 0.0f << QStringLiteral("0.00 abbr_023");
+    QTest::newRow("speed: a half rounds up")
+        << 13 << int(ZorTmi::Col_Speed) << 61.25f << QStringLiteral("61.3 abbr_024");
+    QTest::newRow("distance below zero") << 16 << int(ZorTmi::Col_Distance) << -0.25f
+                                         << QStringLiteral("-0.25 abbr_023");
+    QTest::newRow("fuel used: any negative is no data")
+        << 54 << int(ZorTmi::Col_CanFuelConsumption) << -0.001f << QStringLiteral("n/a");
+    QTest::newRow("CAN mileage: zero is a value")
+        << 57 << int(ZorTmi::Col_CanFullRun) << 0.0f << QStringLiteral("0.00 abbr_023");
 }
 
 void TestTelemetryTexts::floatTexts()
@@ -84,7 +88,13 @@ void TestTelemetryTexts::floatTexts()
 // that a negative value rounding to zero shows no sign.
 void TestTelemetryTexts::floatTextsMatchQtFormattingAtEveryMagnitude()
 {
-    struct Form { int field; int column; int decimals; const char* unit; };
+    struct Form
+    {
+        int field;
+        int column;
+        int decimals;
+        const char* unit;
+    };
     const Form forms[] = {{13, ZorTmi::Col_Speed, 1, " abbr_024"}, {76, ZorTmi::Col_NaviSpeed, 2, ""}};
     quint32 seed = 12345;
     for (int exponent = 0; exponent < 255; ++exponent) {
@@ -224,25 +234,24 @@ void TestTelemetryTexts::numbers_data()
     QTest::newRow("engine work: flag of bit 7") << 5 << int(ZorTmi::Col_EngineWork) << QByteArray("80") << 1.0;
     QTest::newRow("SIM number: 1 when clear") << 5 << int(ZorTmi::Col_SimNumber) << QByteArray("00") << 1.0;
     QTest::newRow("satellites: bits 2-7") << 8 << int(ZorTmi::Col_NGaugeSatellites) << QByteArray("27") << 9.0;
-    QTest::newRow("latitude 55 deg 45' in degrees") << 10 << int(ZorTmi::Col_Latitude) << QByteArray("10 68 fe 01")
-                                                    << 55.75;
+    QTest::newRow("latitude 55 deg 45' in degrees")
+        << 10 << int(ZorTmi::Col_Latitude) << QByteArray("10 68 fe 01") << 55.75;
     QTest::newRow("west longitude") << 11 << int(ZorTmi::Col_Longitude) << QByteArray("60 4c cd fe") << -33.5;
-    QTest::newRow("altitude -1.5 m, not truncated") << 12 << int(ZorTmi::Col_Altitude) << QByteArray("f1 ff ff ff")
-                                                    << -1.5;
+    QTest::newRow("altitude -1.5 m, not truncated")
+        << 12 << int(ZorTmi::Col_Altitude) << QByteArray("f1 ff ff ff") << -1.5;
     QTest::newRow("speed: the float itself") << 13 << int(ZorTmi::Col_Speed) << QByteArray("00 00 75 42") << 61.25;
     QTest::newRow("GSM 99: unknown") << 7 << int(ZorTmi::Col_GSM) << QByteArray("63") << none;
     QTest::newRow("supply: volts") << 19 << int(ZorTmi::Col_Power) << QByteArray("39 30") << 12.345;
     QTest::newRow("engine hours") << 37 << int(ZorTmi::Col_Motochas) << QByteArray("10 0e 00 00") << 1.0;
     QTest::newRow("temperature -128: no sensor") << 45 << int(ZorTmi::Col_Temp1) << QByteArray("80") << none;
-    QTest::newRow("CAN level in litres x 10") << 53 << int(ZorTmi::Col_CanFuelLevelLitres) << QByteArray("e9 03")
-                                              << 100.1;
-    QTest::newRow("CAN level in percent has no litres") << 53 << int(ZorTmi::Col_CanFuelLevelLitres)
-                                                        << QByteArray("32 80") << none;
-    QTest::newRow("fuel used: negative is no data") << 54 << int(ZorTmi::Col_CanFuelConsumption)
-                                                    << QByteArray("00 00 80 bf") << none;
+    QTest::newRow("CAN level in litres x 10")
+        << 53 << int(ZorTmi::Col_CanFuelLevelLitres) << QByteArray("e9 03") << 100.1;
+    QTest::newRow("CAN level in percent has no litres")
+        << 53 << int(ZorTmi::Col_CanFuelLevelLitres) << QByteArray("32 80") << none;
+    QTest::newRow("fuel used: negative is no data")
+        << 54 << int(ZorTmi::Col_CanFuelConsumption) << QByteArray("00 00 80 bf") << none;
     QTest::newRow("service distance x 5 km") << 68 << int(ZorTmi::Col_CanTimeTO) << QByteArray("0a 00") << 50.0;
-    QTest::newRow("humidity in half percent") << 167 << int(ZorTmi::Col_HPrecisionHumidity1) << QByteArray("05")
-                                              << 2.5;
+    QTest::newRow("humidity in half percent") << 167 << int(ZorTmi::Col_HPrecisionHumidity1) << QByteArray("05") << 2.5;
 }
 
 void TestTelemetryTexts::numbers()

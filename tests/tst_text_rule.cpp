@@ -76,10 +76,18 @@ void TestTextRule::ensureSuffix_data()
     QTest::addColumn<QString>("s");
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<QString>("result");
-    QTest::newRow("appended") << "cfg" << ".xml" << "cfg.xml";
-    QTest::newRow("already there") << "cfg.xml" << ".xml" << "cfg.xml";
-    QTest::newRow("case-sensitive") << "cfg.XML" << ".xml" << "cfg.XML.xml";
-    QTest::newRow("empty stays empty") << "" << ".xml" << "";
+    QTest::newRow("appended") << "cfg"
+                              << ".xml"
+                              << "cfg.xml";
+    QTest::newRow("already there") << "cfg.xml"
+                                   << ".xml"
+                                   << "cfg.xml";
+    QTest::newRow("case-sensitive") << "cfg.XML"
+                                    << ".xml"
+                                    << "cfg.XML.xml";
+    QTest::newRow("empty stays empty") << ""
+                                       << ".xml"
+                                       << "";
 }
 
 void TestTextRule::ensureSuffix()
@@ -104,15 +112,33 @@ void TestTextRule::missingCaptionFallsBackToRussian_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("text");
-    QTest::newRow("en has it") << "en" << "a" << "Apple";
-    QTest::newRow("en lacks it") << "en" << "b" << "Берёза";
-    QTest::newRow("en leaves it empty") << "en" << "c" << "Вишня";
-    QTest::newRow("nobody has it") << "en" << "z" << "z";
-    QTest::newRow("unknown language") << "xx" << "a" << "Абрикос";
-    QTest::newRow("ru itself") << "ru" << "b" << "Берёза";
-    QTest::newRow("ru lacks it") << "ru" << "d" << "d";
-    QTest::newRow("English only key") << "en" << "d" << "Date";
-    QTest::newRow("keys pseudo-language") << "keys" << "a" << "a";
+    QTest::newRow("en has it") << "en"
+                               << "a"
+                               << "Apple";
+    QTest::newRow("en lacks it") << "en"
+                                 << "b"
+                                 << "Берёза";
+    QTest::newRow("en leaves it empty") << "en"
+                                        << "c"
+                                        << "Вишня";
+    QTest::newRow("nobody has it") << "en"
+                                   << "z"
+                                   << "z";
+    QTest::newRow("unknown language") << "xx"
+                                      << "a"
+                                      << "Абрикос";
+    QTest::newRow("ru itself") << "ru"
+                               << "b"
+                               << "Берёза";
+    QTest::newRow("ru lacks it") << "ru"
+                                 << "d"
+                                 << "d";
+    QTest::newRow("English only key") << "en"
+                                      << "d"
+                                      << "Date";
+    QTest::newRow("keys pseudo-language") << "keys"
+                                          << "a"
+                                          << "a";
 }
 
 void TestTextRule::missingCaptionFallsBackToRussian()

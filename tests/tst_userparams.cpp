@@ -55,8 +55,7 @@ QHash<QString, QString> languageFile(const QString& qsLanguage)
 QString keyPlus(const QString& qsKey, int nAdd)
 {
     const int nSep = qsKey.indexOf(QLatin1Char('_'));
-    return qsKey.left(nSep + 1)
-        + QStringLiteral("%1").arg(qsKey.mid(nSep + 1).toInt() + nAdd, 3, 10, QLatin1Char('0'));
+    return qsKey.left(nSep + 1) + QStringLiteral("%1").arg(qsKey.mid(nSep + 1).toInt() + nAdd, 3, 10, QLatin1Char('0'));
 }
 
 using TypeLookup = bool (ZOR_UserParams::*)(const QString&, int*) const;
@@ -74,18 +73,14 @@ const QHash<QString, ListLookups>& lookups()
 {
     using C = ZOR_UserParams;
     static const QHash<QString, ListLookups> table = {
-        {"SC", {&C::getTypeCAN_SC, &C::getStrTypeCAN_SC, &C::getStrProtocolUserCAN_SC,
-                &C::getNumberType_CAN_SC}},
-        {"BC", {&C::getTypeCAN_BC, &C::getStrTypeCAN_BC, &C::getStrProtocolUserCAN_BC,
-                &C::getNumberType_CAN_BC}},
-        {"AC", {&C::getTypeCAN_AC, &C::getStrTypeCAN_AC, &C::getStrProtocolUserCAN_AC,
-                &C::getNumberType_CAN_AC}},
-        {"CO", {&C::getTypeACond_CO, &C::getStrTypeACond_CO, &C::getStrProtocolUserACond_CO,
-                &C::getNumberType_ACond_CO}},
-        {"AX", {&C::getType_AX, &C::getStrType_AX, &C::getStrProtocolUser_AX,
-                &C::getNumberType_AX}},
-        {"RC", {&C::getTypeACond_RC, &C::getStrTypeACond_RC, &C::getStrProtocolUserACond_RC,
-                &C::getNumberType_ACond_RC}},
+        {"SC", {&C::getTypeCAN_SC, &C::getStrTypeCAN_SC, &C::getStrProtocolUserCAN_SC, &C::getNumberType_CAN_SC}},
+        {"BC", {&C::getTypeCAN_BC, &C::getStrTypeCAN_BC, &C::getStrProtocolUserCAN_BC, &C::getNumberType_CAN_BC}},
+        {"AC", {&C::getTypeCAN_AC, &C::getStrTypeCAN_AC, &C::getStrProtocolUserCAN_AC, &C::getNumberType_CAN_AC}},
+        {"CO",
+            {&C::getTypeACond_CO, &C::getStrTypeACond_CO, &C::getStrProtocolUserACond_CO, &C::getNumberType_ACond_CO}},
+        {"AX", {&C::getType_AX, &C::getStrType_AX, &C::getStrProtocolUser_AX, &C::getNumberType_AX}},
+        {"RC",
+            {&C::getTypeACond_RC, &C::getStrTypeACond_RC, &C::getStrProtocolUserACond_RC, &C::getNumberType_ACond_RC}},
     };
     return table;
 }
@@ -103,16 +98,28 @@ private slots:
         QTest::addColumn<QString>("list");
         QTest::addColumn<QString>("entries");
         QTest::addColumn<QString>("bits");
-        QTest::newRow("SC") << "SC" << "1-20,38,71,80" << "21-36,39-61,63-67,69-70,72-79";
-        QTest::newRow("BC") << "BC" << "1-20,29" << "21-28";
+        QTest::newRow("SC") << "SC"
+                            << "1-20,38,71,80"
+                            << "21-36,39-61,63-67,69-70,72-79";
+        QTest::newRow("BC") << "BC"
+                            << "1-20,29"
+                            << "21-28";
         QTest::newRow("AC") << "AC"
                             << "1,18,35,52,61,70,79,88,97,106,115,124,133,142,151-213,231-255"
                             << "2-16,19-27,36-49,53-60,62-69,71-77,80-87,89-96,98-104,107-108,"
                                "116-118,120-122,125-127,129-131,134-136,138-140,143-145,147-149";
-        QTest::newRow("CO") << "CO" << "1-18" << "";
-        QTest::newRow("RC") << "RC" << "1-37" << "";
-        QTest::newRow("AX") << "AX" << "1-15" << "";
-        QTest::newRow("Cmd") << "Cmd" << "1-10" << "";
+        QTest::newRow("CO") << "CO"
+                            << "1-18"
+                            << "";
+        QTest::newRow("RC") << "RC"
+                            << "1-37"
+                            << "";
+        QTest::newRow("AX") << "AX"
+                            << "1-15"
+                            << "";
+        QTest::newRow("Cmd") << "Cmd"
+                             << "1-10"
+                             << "";
     }
 
     void listsHoldTheDefinedNumbers()
@@ -137,7 +144,8 @@ private slots:
                 // A bit's key is its set's key plus its position in the set; the
                 // one exception is BC's bit 28, whose turn would be entry 29's key.
                 const bool bExtra = list == QLatin1String("BC") && bit->getParam_Num() == 28;
-                QCOMPARE(bit->getParamKey(), bExtra ? QStringLiteral("cfgt5_476") : keyPlus(entry->getParamKey(), ++nPosition));
+                QCOMPARE(bit->getParamKey(),
+                    bExtra ? QStringLiteral("cfgt5_476") : keyPlus(entry->getParamKey(), ++nPosition));
                 QVERIFY2(!keys.contains(bit->getParamKey()), qPrintable(bit->getParamKey()));
                 keys.insert(bit->getParamKey());
             }
@@ -251,8 +259,7 @@ private slots:
         QCOMPARE(sc.first()->getParamTitle(), english.value("cfgt5_053"));
         QCOMPARE(sc.at(19)->getListParamBit().first()->getParamTitle(), english.value("cfgt5_073"));
         // entry 7 is the first of the second compartment
-        QCOMPARE(ax.at(6)->getParamTitle(),
-                 english.value("cfgt6_211") + ", 2 " + english.value("cfgt6_208"));
+        QCOMPARE(ax.at(6)->getParamTitle(), english.value("cfgt6_211") + ", 2 " + english.value("cfgt6_208"));
         QCOMPARE(catalogue.getUserParamTitle("SC, 1, 2u"), english.value("cfgt5_053"));
     }
 
@@ -334,8 +341,7 @@ private slots:
         QCOMPARE(ZOR_UserParams::getUserParamName("SC", "1", "2u"), QStringLiteral("SC, 1, 2u"));
         QString qsPrefix, qsMiddle, qsType;
         // a published value's label may hold commas of its own
-        QVERIFY(ZOR_UserParams::splitUserParamName("MB, MB1,  5,  1a, 2u", &qsPrefix, &qsMiddle,
-                                                    &qsType));
+        QVERIFY(ZOR_UserParams::splitUserParamName("MB, MB1,  5,  1a, 2u", &qsPrefix, &qsMiddle, &qsType));
         QCOMPARE(qsPrefix, QStringLiteral("MB"));
         QCOMPARE(qsMiddle, QStringLiteral("MB1,  5,  1a"));
         QCOMPARE(qsType, QStringLiteral("2u"));
@@ -377,7 +383,7 @@ private slots:
         catalogue.getListParamsCAN_AC_316(numbers);
         QVERIFY(!numbers.contains(999));
         QCOMPARE(numbers.value(214), 231);
-        QCOMPARE(numbers.value(119, 0), 0);   // no number 119 today
+        QCOMPARE(numbers.value(119, 0), 0); // no number 119 today
     }
 
     void everyKeyHasRussianAndEnglishCaptions()

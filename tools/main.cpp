@@ -13,7 +13,8 @@
 
 namespace {
 
-struct Subcommand {
+struct Subcommand
+{
     const char* name;
     int (*run)(const QStringList&);
     const char* summary;

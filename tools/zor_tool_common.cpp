@@ -77,15 +77,16 @@ bool parseHex(const QString& text, QByteArray& bytes, QString* error)
     for (int i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
         const bool separator = c.isSpace() || c == QLatin1Char(':');
-        if (separator || (tokenStart && high < 0 && c == QLatin1Char('0') && i + 1 < text.size()
-                          && (text[i + 1] == QLatin1Char('x') || text[i + 1] == QLatin1Char('X')))) {
+        if (separator
+            || (tokenStart && high < 0 && c == QLatin1Char('0') && i + 1 < text.size()
+                && (text[i + 1] == QLatin1Char('x') || text[i + 1] == QLatin1Char('X')))) {
             if (high >= 0) {
                 if (error)
                     *error = QStringLiteral("malformed hex: a byte is cut by a separator at position %1").arg(i + 1);
                 return false;
             }
             if (!separator)
-                ++i;   // the "0x"
+                ++i; // the "0x"
             tokenStart = separator;
             continue;
         }
@@ -123,14 +124,15 @@ bool readFile(const QString& path, QByteArray& bytes, QString* error)
     }
     if (file.size() > nMaxInputBytes) {
         if (error)
-            *error = QStringLiteral("%1 is larger than %2 MiB, the most zor-tool reads")
-                         .arg(path).arg(nMaxInputBytes >> 20);
+            *error =
+                QStringLiteral("%1 is larger than %2 MiB, the most zor-tool reads").arg(path).arg(nMaxInputBytes >> 20);
         return false;
     }
     bytes = file.readAll();
     if (bytes.size() != file.size()) {
         if (error)
-            *error = QStringLiteral("cannot read %1: got %2 of its %3 bytes").arg(path).arg(bytes.size()).arg(file.size());
+            *error =
+                QStringLiteral("cannot read %1: got %2 of its %3 bytes").arg(path).arg(bytes.size()).arg(file.size());
         return false;
     }
     return true;
@@ -169,8 +171,7 @@ bool parse(QCommandLineParser& parser, const QStringList& args, int* code)
         QString text = parser.helpText();
         const QString program = QCoreApplication::arguments().value(0);
         if (!program.isEmpty() && !args.isEmpty())
-            text.replace(QStringLiteral("Usage: ") + program,
-                         QStringLiteral("Usage: zor-tool ") + args.first());
+            text.replace(QStringLiteral("Usage: ") + program, QStringLiteral("Usage: zor-tool ") + args.first());
         out() << text;
         out().flush();
         *code = 0;

@@ -19,22 +19,21 @@
 
 namespace {
 
-const char* const kHelp =
-    "Settings documents through every settings form.\n"
-    "  config new -o OUT [profile]          a new configuration: every form's defaults\n"
-    "  config normalize IN [-o OUT] [profile]\n"
-    "                                       load into every form and save as the window\n"
-    "                                       would (in place without -o)\n"
-    "  config diff A B                      nodes and attributes added (+), removed (-)\n"
-    "                                       and changed (~); exit 0 equal, 1 different\n"
-    "  config check FILE [profile]          every value the forms would not keep as written,\n"
-    "                                       one line each: FILE:LINE: NODE/attribute:\n"
-    "                                       \"value\" -> \"kept\": reason; exit 0 none, 1 some,\n"
-    "                                       2 the file does not parse; never writes\n"
-    "  config sheet FILE -o OUT [--format pdf|html|txt] [profile]\n"
-    "                                       the settings sheet: page, caption, value with\n"
-    "                                       its unit, non-default values marked *\n"
-    "profile: --sims 1|2  --can-variant ext|bt  --ble-slots N";
+const char* const kHelp = "Settings documents through every settings form.\n"
+                          "  config new -o OUT [profile]          a new configuration: every form's defaults\n"
+                          "  config normalize IN [-o OUT] [profile]\n"
+                          "                                       load into every form and save as the window\n"
+                          "                                       would (in place without -o)\n"
+                          "  config diff A B                      nodes and attributes added (+), removed (-)\n"
+                          "                                       and changed (~); exit 0 equal, 1 different\n"
+                          "  config check FILE [profile]          every value the forms would not keep as written,\n"
+                          "                                       one line each: FILE:LINE: NODE/attribute:\n"
+                          "                                       \"value\" -> \"kept\": reason; exit 0 none, 1 some,\n"
+                          "                                       2 the file does not parse; never writes\n"
+                          "  config sheet FILE -o OUT [--format pdf|html|txt] [profile]\n"
+                          "                                       the settings sheet: page, caption, value with\n"
+                          "                                       its unit, non-default values marked *\n"
+                          "profile: --sims 1|2  --can-variant ext|bt  --ble-slots N";
 
 bool readProfile(const QCommandLineParser& parser, ZOR_TerminalProfile& profile, QString* error)
 {
@@ -119,10 +118,9 @@ int sheet(ZOR_ConfigDocument& doc, const QString& file, const QString& output, Q
 {
     if (format.isEmpty())
         format = QFileInfo(output).suffix().toLower();
-    static const QHash<QString, ZOR_ConfigSheet::Format> kFormats = {
-        {QStringLiteral("pdf"), ZOR_ConfigSheet::Pdf}, {QStringLiteral("html"), ZOR_ConfigSheet::Html},
-        {QStringLiteral("htm"), ZOR_ConfigSheet::Html}, {QStringLiteral("txt"), ZOR_ConfigSheet::Text},
-        {QString(), ZOR_ConfigSheet::Text}};
+    static const QHash<QString, ZOR_ConfigSheet::Format> kFormats = {{QStringLiteral("pdf"), ZOR_ConfigSheet::Pdf},
+        {QStringLiteral("html"), ZOR_ConfigSheet::Html}, {QStringLiteral("htm"), ZOR_ConfigSheet::Html},
+        {QStringLiteral("txt"), ZOR_ConfigSheet::Text}, {QString(), ZOR_ConfigSheet::Text}};
     if (!kFormats.contains(format))
         return ZorTool::fail(2, QStringLiteral("--format takes pdf, html or txt, not '%1'").arg(format));
     doc.createForms();
@@ -144,10 +142,12 @@ int toolConfig(const QStringList& args)
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(kHelp));
     parser.addPositionalArgument(QStringLiteral("action"), QStringLiteral("new, normalize, diff, check or sheet"));
-    parser.addOption({{QStringLiteral("o"), QStringLiteral("output")}, QStringLiteral("File to write."), QStringLiteral("file")});
-    parser.addOption({QStringLiteral("format"), QStringLiteral("Sheet format: pdf, html or txt."),
-                      QStringLiteral("f")});
-    parser.addOption({QStringLiteral("sims"), QStringLiteral("SIM cards of the terminal: 1 or 2."), QStringLiteral("n")});
+    parser.addOption(
+        {{QStringLiteral("o"), QStringLiteral("output")}, QStringLiteral("File to write."), QStringLiteral("file")});
+    parser.addOption(
+        {QStringLiteral("format"), QStringLiteral("Sheet format: pdf, html or txt."), QStringLiteral("f")});
+    parser.addOption(
+        {QStringLiteral("sims"), QStringLiteral("SIM cards of the terminal: 1 or 2."), QStringLiteral("n")});
     parser.addOption({QStringLiteral("can-variant"), QStringLiteral("CAN variant: ext or bt."), QStringLiteral("v")});
     parser.addOption({QStringLiteral("ble-slots"), QStringLiteral("Bluetooth LE sensor slots."), QStringLiteral("n")});
     int code = 0;
@@ -194,11 +194,12 @@ int toolConfig(const QStringList& args)
         // The tree holds no comments: say so before they are gone.
         if (doc.droppedMarkup() > 0)
             ZorTool::err() << "zor-tool: note: " << pos.at(1) << ": " << doc.droppedMarkup()
-                           << " comment(s) or processing instruction(s) are not kept\n" << Qt::flush;
+                           << " comment(s) or processing instruction(s) are not kept\n"
+                           << Qt::flush;
         return saveDocument(doc, output.isEmpty() ? pos.at(1) : output);
     }
-    return ZorTool::fail(2, QStringLiteral("config: unknown action '%1' (new, normalize, diff, check or sheet)")
-                                .arg(action));
+    return ZorTool::fail(
+        2, QStringLiteral("config: unknown action '%1' (new, normalize, diff, check or sheet)").arg(action));
 }
 
 int toolConfigMain(int argc, char** argv)

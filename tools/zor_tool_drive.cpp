@@ -27,29 +27,31 @@ struct DriveOptions
     };
     std::vector<Number> numbers;
     QCommandLineOption levels{QStringLiteral("levels"),
-                              QStringLiteral("Level columns for fuel events, comma-separated (default: the RS-485 "
-                                             "and RS-232 levels and the CAN levels)."),
-                              QStringLiteral("NAMES")};
+        QStringLiteral("Level columns for fuel events, comma-separated (default: the RS-485 "
+                       "and RS-232 levels and the CAN levels)."),
+        QStringLiteral("NAMES")};
 
     DriveOptions()
     {
         const ZOR_DriveOptions d;
         auto real = [&](const char* name, const char* help, double ZOR_DriveOptions::*member) {
-            numbers.push_back({QCommandLineOption(QLatin1String(name),
-                                                  QStringLiteral("%1 (default %2).").arg(QLatin1String(help))
-                                                      .arg(d.*member), QStringLiteral("N")), member, nullptr});
+            numbers.push_back(
+                {QCommandLineOption(QLatin1String(name),
+                     QStringLiteral("%1 (default %2).").arg(QLatin1String(help)).arg(d.*member), QStringLiteral("N")),
+                    member, nullptr});
         };
         auto whole = [&](const char* name, const char* help, int ZOR_DriveOptions::*member) {
-            numbers.push_back({QCommandLineOption(QLatin1String(name),
-                                                  QStringLiteral("%1 (default %2).").arg(QLatin1String(help))
-                                                      .arg(d.*member), QStringLiteral("N")), nullptr, member});
+            numbers.push_back(
+                {QCommandLineOption(QLatin1String(name),
+                     QStringLiteral("%1 (default %2).").arg(QLatin1String(help)).arg(d.*member), QStringLiteral("N")),
+                    nullptr, member});
         };
         real("moving-speed", "Speed in km/h above which a record moves", &ZOR_DriveOptions::movingSpeedKmh);
         whole("min-stop", "Seconds a stop lasts at least; shorter ones stay inside their trip",
-              &ZOR_DriveOptions::minStopS);
+            &ZOR_DriveOptions::minStopS);
         real("gap-km", "Jump in km between consecutive fixes reported as a gap", &ZOR_DriveOptions::gapKm);
         whole("max-interval", "Seconds between records beyond which the interval is not moving time",
-              &ZOR_DriveOptions::maxIntervalS);
+            &ZOR_DriveOptions::maxIntervalS);
         real("fuel-threshold", "Level change, in sensor units, of a refuel or drain", &ZOR_DriveOptions::fuelThreshold);
         whole("fuel-window", "Seconds within which that change happens", &ZOR_DriveOptions::fuelWindowS);
         real("fuel-noise", "Sensor noise, in its units", &ZOR_DriveOptions::fuelNoise);
@@ -70,8 +72,8 @@ struct DriveOptions
             bool ok = false;
             const double v = parser.value(n.option).toDouble(&ok);
             if (!ok || v < 0 || v > 1e9)
-                return ZorTool::fail(2, QStringLiteral("--%1 must be a number of at least 0")
-                                            .arg(n.option.names().constFirst()));
+                return ZorTool::fail(
+                    2, QStringLiteral("--%1 must be a number of at least 0").arg(n.option.names().constFirst()));
             if (n.real)
                 options.*n.real = v;
             else
@@ -88,8 +90,8 @@ struct DriveOptions
 // Reads the archive and the options into track and options. False when the
 // command is done already (help shown, or a failure reported: *lpCode).
 bool readDrive(const char* command, const QStringList& args, QCommandLineParser& parser, const QString& description,
-              const std::function<void(QCommandLineParser&)>& more, ZOR_DriveTrack& track,
-              ZOR_DriveOptions& options, QString& partial, int* lpCode)
+    const std::function<void(QCommandLineParser&)>& more, ZOR_DriveTrack& track, ZOR_DriveOptions& options,
+    QString& partial, int* lpCode)
 {
     parser.setApplicationDescription(description);
     ZorTool::ArchiveReader archive(command);
@@ -101,10 +103,12 @@ bool readDrive(const char* command, const QStringList& args, QCommandLineParser&
         return false;
     if ((*lpCode = drive.read(parser, options, track)) != 0 || (*lpCode = archive.open(parser)) != 0)
         return false;
-    archive.forEach([&track](const TmiPage_Base& record) {
-        track.addRecord(record);
-        return true;
-    }, true);
+    archive.forEach(
+        [&track](const TmiPage_Base& record) {
+            track.addRecord(record);
+            return true;
+        },
+        true);
     if (archive.partialBytes())
         partial = archive.partialMessage() + QStringLiteral(" (read as far as whole fields reach)");
     return true;
@@ -128,10 +132,9 @@ int toolTrack(const QStringList& args)
 {
     QCommandLineParser parser;
     const QCommandLineOption format(QStringLiteral("format"),
-                                    QStringLiteral("gpx (GPX 1.1), kml (KML 2.2) or geojson."),
-                                    QStringLiteral("gpx|kml|geojson"));
-    const QCommandLineOption outFile(QStringLiteral("out"), QStringLiteral("File (default: standard output)."),
-                                     QStringLiteral("FILE"));
+        QStringLiteral("gpx (GPX 1.1), kml (KML 2.2) or geojson."), QStringLiteral("gpx|kml|geojson"));
+    const QCommandLineOption outFile(
+        QStringLiteral("out"), QStringLiteral("File (default: standard output)."), QStringLiteral("FILE"));
     ZOR_DriveTrack track;
     ZOR_DriveOptions options;
     QString partial;
@@ -167,8 +170,8 @@ int toolSummary(const QStringList& args)
 {
     QCommandLineParser parser;
     const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Print the summary as a JSON object."));
-    const QCommandLineOption outFile(QStringLiteral("out"), QStringLiteral("File (default: standard output)."),
-                                     QStringLiteral("FILE"));
+    const QCommandLineOption outFile(
+        QStringLiteral("out"), QStringLiteral("File (default: standard output)."), QStringLiteral("FILE"));
     ZOR_DriveTrack track;
     ZOR_DriveOptions options;
     QString partial;

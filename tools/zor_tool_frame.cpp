@@ -24,10 +24,10 @@ QString faultText(commonFunctions::FrameFault fault, const QByteArray& frame)
     switch (fault) {
     case commonFunctions::FrameTruncatedHeader:
         return QStringLiteral("truncated frame: %1 bytes, the header alone is %2")
-            .arg(frame.size()).arg(int(commonFunctions::HeaderSize));
+            .arg(frame.size())
+            .arg(int(commonFunctions::HeaderSize));
     case commonFunctions::FrameBadSignature:
-        return QStringLiteral("wrong signature: %1 (expected 405a4f52, \"@ZOR\")")
-            .arg(ZorTool::toHex(frame.left(4)));
+        return QStringLiteral("wrong signature: %1 (expected 405a4f52, \"@ZOR\")").arg(ZorTool::toHex(frame.left(4)));
     case commonFunctions::FrameBadHeaderChecksum:
         return QStringLiteral("bad header checksum: %1, the header bytes give %2")
             .arg(ZorTool::toHex(frame.mid(15, 1)))
@@ -38,21 +38,22 @@ QString faultText(commonFunctions::FrameFault fault, const QByteArray& frame)
         return QStringLiteral("%1: the header gives %2 data bytes, the frame has %3")
             .arg(fault == commonFunctions::FrameLengthPastEnd ? QStringLiteral("length past the end")
                                                               : QStringLiteral("bytes after the data"))
-            .arg(length).arg(frame.size() - commonFunctions::HeaderSize);
+            .arg(length)
+            .arg(frame.size() - commonFunctions::HeaderSize);
     }
     case commonFunctions::FrameBadDataChecksum:
         return QStringLiteral("bad data checksum: %1, the data bytes give %2")
             .arg(ZorTool::toHex(frame.mid(14, 1)))
-            .arg(getSumDataToByte(frame.constData() + commonFunctions::HeaderSize,
-                                  frame.size() - commonFunctions::HeaderSize),
-                 2, 16, QLatin1Char('0'));
-    case commonFunctions::FrameOk:
-        break;
+            .arg(getSumDataToByte(
+                     frame.constData() + commonFunctions::HeaderSize, frame.size() - commonFunctions::HeaderSize),
+                2, 16, QLatin1Char('0'));
+    case commonFunctions::FrameOk: break;
     }
     return QString();
 }
 
-struct CrcKind {
+struct CrcKind
+{
     const char* name;
     int digits;
     quint32 (*compute)(const QByteArray&);
@@ -61,11 +62,12 @@ struct CrcKind {
 const CrcKind kCrcKinds[] = {
     {"crc8", 2, [](const QByteArray& b) -> quint32 { return SummCRC8(bytesOf(b), b.size()); }},
     {"crc16", 4, [](const QByteArray& b) -> quint32 { return SummCRC16(bytesOf(b), b.size()); }},
-    {"crc32", 8, [](const QByteArray& b) -> quint32 {
-         crc32 c;
-         c.ProcessCRC(bytesOf(b), b.size());
-         return c.value();
-     }},
+    {"crc32", 8,
+        [](const QByteArray& b) -> quint32 {
+            crc32 c;
+            c.ProcessCRC(bytesOf(b), b.size());
+            return c.value();
+        }},
 };
 
 } // namespace
@@ -73,12 +75,11 @@ const CrcKind kCrcKinds[] = {
 int toolFrame(const QStringList& args)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Prints the framed command for TEXT (Windows-1251) as lower-case hex."));
+    parser.setApplicationDescription(
+        QStringLiteral("Prints the framed command for TEXT (Windows-1251) as lower-case hex."));
     parser.addPositionalArgument(QStringLiteral("TEXT"), QStringLiteral("command text, e.g. \"*?V\""));
     const QCommandLineOption payloadOption(QStringLiteral("payload"),
-                                           QStringLiteral("binary parameter block appended to the text"),
-                                           QStringLiteral("HEX"));
+        QStringLiteral("binary parameter block appended to the text"), QStringLiteral("HEX"));
     parser.addOption(payloadOption);
     const QCommandLineOption rawOption(QStringLiteral("raw"), QStringLiteral("write the frame's bytes instead of hex"));
     parser.addOption(rawOption);
@@ -104,11 +105,11 @@ int toolFrame(const QStringList& args)
 int toolUnframe(const QStringList& args)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Checks a frame (signature, length, header and data checksums) and prints its data part "
-        "as Windows-1251 text and as hex, or names what is wrong (exit code 1). Frames back to "
-        "back are shown one by one; bytes after the last are reported with their offset. "
-        "\"-\" reads the frames from standard input, as hex or as the raw bytes."));
+    parser.setApplicationDescription(
+        QStringLiteral("Checks a frame (signature, length, header and data checksums) and prints its data part "
+                       "as Windows-1251 text and as hex, or names what is wrong (exit code 1). Frames back to "
+                       "back are shown one by one; bytes after the last are reported with their offset. "
+                       "\"-\" reads the frames from standard input, as hex or as the raw bytes."));
     parser.addPositionalArgument(QStringLiteral("HEX"), QStringLiteral("the frame as hex, or -"));
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))
@@ -139,15 +140,21 @@ int toolUnframe(const QStringList& args)
         const commonFunctions::FrameFault fault = commonFunctions().checkFrame(frame, &data);
         if (fault != commonFunctions::FrameOk) {
             ZorTool::out() << shown;
-            const bool trailing = count > 0 && (fault == commonFunctions::FrameTruncatedHeader
-                                                || fault == commonFunctions::FrameBadSignature
-                                                || fault == commonFunctions::FrameLengthPastEnd);
+            const bool trailing = count > 0
+                && (fault == commonFunctions::FrameTruncatedHeader || fault == commonFunctions::FrameBadSignature
+                    || fault == commonFunctions::FrameLengthPastEnd);
             if (trailing)
-                return ZorTool::fail(1, QStringLiteral("%1 bytes after the data of frame %2, at offset %3")
-                                            .arg(rest.size()).arg(count).arg(offset));
-            return ZorTool::fail(1, count ? QStringLiteral("frame %1 at offset %2: %3")
-                                                .arg(count + 1).arg(offset).arg(faultText(fault, frame))
-                                          : faultText(fault, frame));
+                return ZorTool::fail(1,
+                    QStringLiteral("%1 bytes after the data of frame %2, at offset %3")
+                        .arg(rest.size())
+                        .arg(count)
+                        .arg(offset));
+            return ZorTool::fail(1,
+                count ? QStringLiteral("frame %1 at offset %2: %3")
+                            .arg(count + 1)
+                            .arg(offset)
+                            .arg(faultText(fault, frame))
+                      : faultText(fault, frame));
         }
         ++count;
         if (bytes.size() > frame.size() || count > 1)
@@ -171,11 +178,11 @@ int toolCrc(const QStringList& args)
         return ZorTool::fail(2, QStringLiteral("unknown checksum '%1'").arg(name));
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Prints the %1 of the given bytes as lower-case hex.")
-                                         .arg(name.toUpper()));
+    parser.setApplicationDescription(
+        QStringLiteral("Prints the %1 of the given bytes as lower-case hex.").arg(name.toUpper()));
     parser.addPositionalArgument(QStringLiteral("HEX"), QStringLiteral("the bytes as hex (or use --file)"));
-    const QCommandLineOption fileOption(QStringLiteral("file"), QStringLiteral("take the bytes from a file"),
-                                        QStringLiteral("PATH"));
+    const QCommandLineOption fileOption(
+        QStringLiteral("file"), QStringLiteral("take the bytes from a file"), QStringLiteral("PATH"));
     parser.addOption(fileOption);
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))

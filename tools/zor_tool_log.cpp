@@ -30,11 +30,10 @@ int toolLog(const QStringList& args)
         "Prints exchange logs, one after the other, with their carriage-return line ends as lines. The bytes "
         "are otherwise printed as they are (the log is in the local 8-bit encoding)."));
     parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("a log file, or - for standard input; more may follow"),
-                                 QStringLiteral("FILE..."));
+        QStringLiteral("a log file, or - for standard input; more may follow"), QStringLiteral("FILE..."));
     const QCommandLineOption rotated(QStringLiteral("rotated"),
-                                     QStringLiteral("print the older files of a rotated log first "
-                                                    "(FILE.N down to FILE.1, then FILE)"));
+        QStringLiteral("print the older files of a rotated log first "
+                       "(FILE.N down to FILE.1, then FILE)"));
     parser.addOption(rotated);
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))

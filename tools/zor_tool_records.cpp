@@ -43,8 +43,7 @@ void RecordOptions::addTo(QCommandLineParser& parser) const
     parser.addOption(lang);
 }
 
-int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
-                      std::unique_ptr<TmiPage_Base>& record)
+int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o, std::unique_ptr<TmiPage_Base>& record)
 {
     bool ok = false;
     const int version = parser.value(o.version).toInt(&ok);
@@ -58,8 +57,8 @@ int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
         if (!parseHex(parser.value(o.maskHex), bytes, &error))
             return fail(2, QStringLiteral("--mask-hex: %1").arg(error));
         if (bytes.size() != ZorTmi::MaskBytes)
-            return fail(2, QStringLiteral("--mask-hex needs 64 hex digits (32 bytes), got %1 digits")
-                               .arg(bytes.size() * 2));
+            return fail(
+                2, QStringLiteral("--mask-hex needs 64 hex digits (32 bytes), got %1 digits").arg(bytes.size() * 2));
         record->setPageFormat(reinterpret_cast<const unsigned char*>(bytes.constData()));
     } else if (parser.isSet(o.mask)) {
         record->setPageFormat(parser.value(o.mask));
@@ -125,7 +124,7 @@ bool ArchiveReader::forEach(const std::function<bool(const TmiPage_Base&)>& each
         chunk = m_input.read(wanted);
         while (chunk.size() < wanted) {
             const QByteArray more = m_input.read(wanted - chunk.size());
-            if (more.isEmpty())  // a read blocks until data comes: nothing means the end
+            if (more.isEmpty()) // a read blocks until data comes: nothing means the end
                 break;
             chunk += more;
         }
@@ -139,7 +138,7 @@ bool ArchiveReader::forEach(const std::function<bool(const TmiPage_Base&)>& each
                 return false;
         }
         m_nOffset += pos;
-        if (pos < chunk.size()) {  // only the last read can end in a partial record
+        if (pos < chunk.size()) { // only the last read can end in a partial record
             m_nPartial = chunk.size() - pos;
             m_record->setCurrentTMI(p + pos, m_nPartial);
             return !withPartial || each(*m_record);

@@ -22,23 +22,20 @@ struct RecordOptions
 {
     // "--version" was the first name of this option and still works.
     QCommandLineOption version{QStringList{QStringLiteral("protocol"), QStringLiteral("version")},
-                               QStringLiteral("Protocol version: 1, 2 or 3."), QStringLiteral("1|2|3")};
+        QStringLiteral("Protocol version: 1, 2 or 3."), QStringLiteral("1|2|3")};
     QCommandLineOption mask{QStringLiteral("mask"),
-                            QStringLiteral("Field set as text: character i is field i+1, \"1\" present."),
-                            QStringLiteral("MASK")};
-    QCommandLineOption maskHex{QStringLiteral("mask-hex"), QStringLiteral("Field set as its 32 bytes in hex."),
-                               QStringLiteral("HEX64")};
+        QStringLiteral("Field set as text: character i is field i+1, \"1\" present."), QStringLiteral("MASK")};
+    QCommandLineOption maskHex{
+        QStringLiteral("mask-hex"), QStringLiteral("Field set as its 32 bytes in hex."), QStringLiteral("HEX64")};
     QCommandLineOption lang{QStringLiteral("lang"),
-                            QStringLiteral("Caption language (ru, en, ...; \"keys\" shows the keys)."),
-                            QStringLiteral("LANG")};
+        QStringLiteral("Caption language (ru, en, ...; \"keys\" shows the keys)."), QStringLiteral("LANG")};
 
     void addTo(QCommandLineParser& parser) const;
 };
 
 // The record object of --protocol with the field set of --mask / --mask-hex.
 // Returns 0 or the exit code of a usage error.
-int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o,
-                      std::unique_ptr<TmiPage_Base>& record);
+int recordFromOptions(const QCommandLineParser& parser, const RecordOptions& o, std::unique_ptr<TmiPage_Base>& record);
 void applyLanguage(const QCommandLineParser& parser, const RecordOptions& o);
 
 // An archive named by --in (and the record options).
@@ -49,8 +46,8 @@ public:
     ~ArchiveReader();
 
     RecordOptions options;
-    QCommandLineOption in{QStringLiteral("in"), QStringLiteral("File of records (\"-\": standard input)."),
-                          QStringLiteral("FILE")};
+    QCommandLineOption in{
+        QStringLiteral("in"), QStringLiteral("File of records (\"-\": standard input)."), QStringLiteral("FILE")};
     void addTo(QCommandLineParser& parser) const;
 
     // Makes the column-defining record and opens the input; 0 or the exit

@@ -99,11 +99,12 @@ CXmlTagV2* makePath(CSerialize& doc, const QString& path)
     return tag;
 }
 
-struct Request {
+struct Request
+{
     QString command;
     QString file;
     QString path;
-    QString attribute;   // empty with --text
+    QString attribute; // empty with --text
     QString value;
     bool text = false;
     bool json = false;
@@ -115,7 +116,7 @@ struct Request {
 QString unencodable(const QString& text, const XmlWriter::Encoding& enc)
 {
     if (enc.codec)
-        return QString();  // the writer refuses these itself, naming them
+        return QString(); // the writer refuses these itself, naming them
     for (int i = 0; i < text.size(); ++i) {
         const QChar c = text.at(i);
         if (c.unicode() < 128 || ZOR_Cp1251::canEncode(c))
@@ -166,7 +167,8 @@ int run(const Request& r)
     const bool fromStdin = r.file == QLatin1String("-");
     const bool changes = r.command == QLatin1String("set") || r.command == QLatin1String("del");
     if (fromStdin && changes)
-        return ZorTool::fail(2, QStringLiteral("settings %1 changes a file; standard input cannot be changed").arg(r.command));
+        return ZorTool::fail(
+            2, QStringLiteral("settings %1 changes a file; standard input cannot be changed").arg(r.command));
     CSerialize doc;
     if (changes && !doc.lockForUpdate(r.file))
         return ZorTool::fail(1, doc.errorString());
@@ -180,17 +182,17 @@ int run(const Request& r)
     } else {
         const QFileInfo info(r.file);
         if (!info.isFile() || !info.isReadable())
-            return ZorTool::fail(2, QStringLiteral("cannot read %1: %2")
-                                        .arg(r.file, info.exists() ? QStringLiteral("permission denied")
-                                                                   : QStringLiteral("no such file")));
+            return ZorTool::fail(2,
+                QStringLiteral("cannot read %1: %2")
+                    .arg(r.file, info.exists() ? QStringLiteral("permission denied") : QStringLiteral("no such file")));
         if (!doc.openFile(r.file))
             return ZorTool::fail(1, doc.errorString());
     }
 
     if (r.command == QLatin1String("dump")) {
         if (r.json) {
-            const QByteArray bytes = QJsonDocument(doc.root() ? jsonTag(doc.root()) : QJsonObject())
-                                         .toJson(QJsonDocument::Indented);
+            const QByteArray bytes =
+                QJsonDocument(doc.root() ? jsonTag(doc.root()) : QJsonObject()).toJson(QJsonDocument::Indented);
             std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
         } else if (doc.root()) {
             dumpTag(doc.root(), 0);
@@ -234,7 +236,8 @@ int apply(CSerialize& doc, const Request& r)
         } else {
             const int i = tag->attributeIndex(r.attribute);
             if (i < 0)
-                return ZorTool::fail(1, QStringLiteral("%1: no attribute '%2' at '%3'").arg(r.file, r.attribute, r.path));
+                return ZorTool::fail(
+                    1, QStringLiteral("%1: no attribute '%2' at '%3'").arg(r.file, r.attribute, r.path));
             tag->attributesRef().removeAt(i);
             if (tag->attributes().isEmpty() && tag->kind() == CXmlTagV2::KindAttributes)
                 tag->setKind(CXmlTagV2::KindPlain);
@@ -259,25 +262,25 @@ int apply(CSerialize& doc, const Request& r)
 int toolSettings(const QStringList& args)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Read and change settings documents.\n"
-        "  settings dump FILE [--json]\n"
-        "  settings paths FILE\n"
-        "  settings get FILE NODEPATH ATTR     (--text: get FILE NODEPATH)\n"
-        "  settings set FILE NODEPATH ATTR VALUE  (--text: set FILE NODEPATH VALUE)\n"
-        "  settings del FILE NODEPATH [ATTR]   (the attribute, or the element)\n"
-        "NODEPATH is element names joined by '/' below the root. FILE '-' reads\n"
-        "standard input (dump, paths, get). A change is saved in the document's\n"
-        "own encoding, or refused, with the file left as it was, when the result\n"
-        "would not read back, or when the document's encoding cannot hold a\n"
-        "character of NODEPATH, ATTR or VALUE (--lossy stores it as \"_\").\n"
-        "Changes to one file queue behind each other; a file changed by another\n"
-        "program meanwhile is not overwritten."));
+    parser.setApplicationDescription(
+        QStringLiteral("Read and change settings documents.\n"
+                       "  settings dump FILE [--json]\n"
+                       "  settings paths FILE\n"
+                       "  settings get FILE NODEPATH ATTR     (--text: get FILE NODEPATH)\n"
+                       "  settings set FILE NODEPATH ATTR VALUE  (--text: set FILE NODEPATH VALUE)\n"
+                       "  settings del FILE NODEPATH [ATTR]   (the attribute, or the element)\n"
+                       "NODEPATH is element names joined by '/' below the root. FILE '-' reads\n"
+                       "standard input (dump, paths, get). A change is saved in the document's\n"
+                       "own encoding, or refused, with the file left as it was, when the result\n"
+                       "would not read back, or when the document's encoding cannot hold a\n"
+                       "character of NODEPATH, ATTR or VALUE (--lossy stores it as \"_\").\n"
+                       "Changes to one file queue behind each other; a file changed by another\n"
+                       "program meanwhile is not overwritten."));
     parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("dump, paths, get, set or del"));
     const QCommandLineOption text(QStringLiteral("text"), QStringLiteral("get or set the element's text"));
     const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("dump as JSON"));
-    const QCommandLineOption lossy(QStringLiteral("lossy"),
-                                   QStringLiteral("set: store characters the encoding lacks as \"_\""));
+    const QCommandLineOption lossy(
+        QStringLiteral("lossy"), QStringLiteral("set: store characters the encoding lacks as \"_\""));
     parser.addOption(text);
     parser.addOption(json);
     parser.addOption(lossy);
@@ -292,22 +295,28 @@ int toolSettings(const QStringList& args)
     r.lossy = parser.isSet(lossy);
     if (!pos.isEmpty())
         pos.removeFirst();
-    struct Shape { const char* command; int plain; int withText; };
+    struct Shape
+    {
+        const char* command;
+        int plain;
+        int withText;
+    };
     static const Shape kShapes[] = {{"dump", 1, -1}, {"paths", 1, -1}, {"get", 3, 2}, {"set", 4, 3}, {"del", -2, -1}};
     const Shape* shape = nullptr;
     for (const Shape& s : kShapes)
         if (r.command == QLatin1String(s.command))
             shape = &s;
     if (!shape)
-        return ZorTool::fail(2, QStringLiteral("settings: unknown command '%1' (dump, paths, get, set or del)").arg(r.command));
+        return ZorTool::fail(
+            2, QStringLiteral("settings: unknown command '%1' (dump, paths, get, set or del)").arg(r.command));
     if (r.json && r.command != QLatin1String("dump"))
         return ZorTool::fail(2, QStringLiteral("settings %1: --json is for dump").arg(r.command));
     const int wanted = r.text ? shape->withText : shape->plain;
     const bool fits = wanted == -2 ? (pos.size() == 2 || pos.size() == 3) : pos.size() == wanted;
     if (!fits)
-        return ZorTool::fail(2, wanted == -1 ? QStringLiteral("settings %1: --text does not apply").arg(r.command)
-                                             : QStringLiteral("settings %1: wrong number of arguments (try --help)")
-                                                   .arg(r.command));
+        return ZorTool::fail(2,
+            wanted == -1 ? QStringLiteral("settings %1: --text does not apply").arg(r.command)
+                         : QStringLiteral("settings %1: wrong number of arguments (try --help)").arg(r.command));
     r.file = pos.value(0);
     r.path = pos.value(1);
     if (r.text) {

@@ -29,8 +29,8 @@ void noteInputSize(int nGiven, int nUsed, bool isF8)
     const int kF8Bytes = 128;
     QTextStream& e = ZorTool::err();
     if (isF8 && nGiven < kF8Bytes)
-        e << "zor-tool: note: the F8 record is " << nGiven << " bytes, not " << kF8Bytes
-          << "; the missing " << kF8Bytes - nGiven << " bytes were read as zero\n";
+        e << "zor-tool: note: the F8 record is " << nGiven << " bytes, not " << kF8Bytes << "; the missing "
+          << kF8Bytes - nGiven << " bytes were read as zero\n";
     else if (nGiven > nUsed)
         e << "zor-tool: note: " << nGiven - nUsed << " bytes after the " << nUsed << "-byte record were not read\n";
     e.flush();
@@ -65,8 +65,8 @@ QByteArray fieldLines(const TmiPage_Base& record, bool json)
         text.chop(1);
         if (json) {
             fields.append(QJsonObject{{QStringLiteral("number"), n},
-                                      {QStringLiteral("name"), QString::fromLatin1(ZorTmi::field(n).name)},
-                                      {QStringLiteral("text"), QString::fromUtf8(text)}});
+                {QStringLiteral("name"), QString::fromLatin1(ZorTmi::field(n).name)},
+                {QStringLiteral("text"), QString::fromUtf8(text)}});
             continue;
         }
         lines.append(QByteArray::number(n)).append(';').append(ZorTmi::field(n).name).append(';');
@@ -80,25 +80,24 @@ QByteArray fieldLines(const TmiPage_Base& record, bool json)
 int toolDecode(const QStringList& args)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Decodes one telemetry record and prints number;name;text for every field it carries, "
-        "the text being the field's CSV column texts joined by \";\". --f8 reads the fixed "
-        "128-byte F8 record instead (version-1 fields)."));
+    parser.setApplicationDescription(
+        QStringLiteral("Decodes one telemetry record and prints number;name;text for every field it carries, "
+                       "the text being the field's CSV column texts joined by \";\". --f8 reads the fixed "
+                       "128-byte F8 record instead (version-1 fields)."));
     ZorTool::RecordOptions o;
     o.addTo(parser);
     const QCommandLineOption f8(QStringLiteral("f8"), QStringLiteral("The data is an F8 record."));
     const QCommandLineOption hex(QStringLiteral("hex"), QStringLiteral("Record bytes in hex."), QStringLiteral("HEX"));
-    const QCommandLineOption file(QStringLiteral("file"), QStringLiteral("File with the record bytes."),
-                                  QStringLiteral("PATH"));
+    const QCommandLineOption file(
+        QStringLiteral("file"), QStringLiteral("File with the record bytes."), QStringLiteral("PATH"));
     const QCommandLineOption utcOffset(QStringLiteral("utc-offset"),
-                                       QStringLiteral("Show times as UTC plus SECONDS instead of the TZ zone."),
-                                       QStringLiteral("SECONDS"));
+        QStringLiteral("Show times as UTC plus SECONDS instead of the TZ zone."), QStringLiteral("SECONDS"));
     parser.addOption(f8);
     parser.addOption(hex);
     parser.addOption(file);
     parser.addOption(utcOffset);
-    const QCommandLineOption json(QStringLiteral("json"),
-                                  QStringLiteral("Print a JSON array of {number, name, text} instead."));
+    const QCommandLineOption json(
+        QStringLiteral("json"), QStringLiteral("Print a JSON array of {number, name, text} instead."));
     parser.addOption(json);
     int code = 0;
     if (!ZorTool::parse(parser, args, &code))
@@ -141,10 +140,11 @@ int toolDecode(const QStringList& args)
     std::fflush(stdout);
     noteInputSize(data.size(), isF8 ? 128 : record->recordSize(), isF8);
     if (!isF8 && record->missingBytes() > 0)
-        return ZorTool::fail(1, QStringLiteral("record too short: %1 bytes missing (the field set needs %2, got %3)")
-                                    .arg(record->missingBytes())
-                                    .arg(record->recordSize())
-                                    .arg(data.size()));
+        return ZorTool::fail(1,
+            QStringLiteral("record too short: %1 bytes missing (the field set needs %2, got %3)")
+                .arg(record->missingBytes())
+                .arg(record->recordSize())
+                .arg(data.size()));
     return 0;
 }
 
@@ -185,8 +185,7 @@ private:
     std::vector<quint16> ids;
 };
 
-int exportNumeric(ZorTool::ArchiveReader& archive, const QCommandLineParser& parser,
-                  const QCommandLineOption& outFile)
+int exportNumeric(ZorTool::ArchiveReader& archive, const QCommandLineParser& parser, const QCommandLineOption& outFile)
 {
     QSaveFile file;
     QFile standardOutput;
@@ -213,8 +212,8 @@ int exportNumeric(ZorTool::ArchiveReader& archive, const QCommandLineParser& par
     });
     ok = ok && device->write(buffer) == buffer.size() && (device != &file || file.commit());
     if (!ok)
-        return ZorTool::fail(2, QStringLiteral("cannot write %1: %2")
-                                    .arg(parser.value(outFile), device->errorString()));
+        return ZorTool::fail(
+            2, QStringLiteral("cannot write %1: %2").arg(parser.value(outFile), device->errorString()));
     return archive.partialBytes() ? ZorTool::fail(1, archive.partialMessage()) : 0;
 }
 
@@ -223,16 +222,16 @@ int exportNumeric(ZorTool::ArchiveReader& archive, const QCommandLineParser& par
 int toolCsv(const QStringList& args)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Exports records of one field set, stored back to back, as CSV: a header line, then one "
-        "line per record (\";\" cells, \"\\r\\n\" line ends, UTF-8). --numeric writes a CSV for "
-        "analysis instead: a header of field names, \",\" cells, numbers with \".\" decimals in the "
-        "unit of the column's text, times as ISO 8601 UTC, coordinates in decimal degrees, flags 0/1, "
-        "empty cells where a record has no value."));
+    parser.setApplicationDescription(
+        QStringLiteral("Exports records of one field set, stored back to back, as CSV: a header line, then one "
+                       "line per record (\";\" cells, \"\\r\\n\" line ends, UTF-8). --numeric writes a CSV for "
+                       "analysis instead: a header of field names, \",\" cells, numbers with \".\" decimals in the "
+                       "unit of the column's text, times as ISO 8601 UTC, coordinates in decimal degrees, flags 0/1, "
+                       "empty cells where a record has no value."));
     ZorTool::ArchiveReader archive("csv");
     archive.addTo(parser);
-    const QCommandLineOption outFile(QStringLiteral("out"), QStringLiteral("CSV file (default: standard output)."),
-                                     QStringLiteral("FILE"));
+    const QCommandLineOption outFile(
+        QStringLiteral("out"), QStringLiteral("CSV file (default: standard output)."), QStringLiteral("FILE"));
     const QCommandLineOption numeric(QStringLiteral("numeric"), QStringLiteral("Numbers for analysis, see above."));
     parser.addOption(outFile);
     parser.addOption(numeric);

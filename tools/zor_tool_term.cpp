@@ -30,13 +30,15 @@ enum class Format { Text, Hex, Json };
 
 // A command to send, a pattern the reply to the last command must match,
 // or a pause.
-struct Step {
+struct Step
+{
     enum Kind { Send, Expect, Sleep } kind;
     QString qsText;
     int nMs = 0;
 };
 
-struct Options {
+struct Options
+{
     QString qsPort;
     int nGapMs = ZOR_ReplyAssembler::nDefaultIdleGapMs;
     int nTimeoutMs = kDefaultTimeoutMs;
@@ -223,9 +225,8 @@ Session::Session(ZOR_TerminalLink* lpLink, const Options& options, ExchangeLog& 
 {
     m_assembler.setIdleGapMs(options.nGapMs);
     QObject::connect(lpLink, &ZOR_TerminalLink::signal_Received, &m_assembler, &ZOR_ReplyAssembler::feed);
-    QObject::connect(&m_assembler, &ZOR_ReplyAssembler::signal_Reply, &m_assembler, [this](const QByteArray& reply) {
-        m_replies.append(reply);
-    });
+    QObject::connect(&m_assembler, &ZOR_ReplyAssembler::signal_Reply, &m_assembler,
+        [this](const QByteArray& reply) { m_replies.append(reply); });
     QObject::connect(lpLink, &ZOR_TerminalLink::signal_Lost, &m_assembler, [this](const QString& qsReason) {
         m_qsLost = qsReason.isEmpty() ? QStringLiteral("the port went away") : qsReason;
     });
@@ -295,16 +296,18 @@ int Session::expect(const QString& qsPattern)
 {
     if (QRegularExpression(qsPattern).match(replyText(m_reply)).hasMatch())
         return 0;
-    return ZorTool::fail(1, QStringLiteral("the reply to %1 does not match '%2': %3")
-                                .arg(m_qsCommand, qsPattern, ZOR_Form_Commands::getStrVisibleData(&m_reply)));
+    return ZorTool::fail(1,
+        QStringLiteral("the reply to %1 does not match '%2': %3")
+            .arg(m_qsCommand, qsPattern, ZOR_Form_Commands::getStrVisibleData(&m_reply)));
 }
 
 void Session::print(const QString& qsCommand, const QByteArray* reply, qint64 nMs)
 {
     QTextStream& out = ZorTool::out();
     if (m_options.format == Format::Json) {
-        out << "{\"command\":" << jsonString(qsCommand) << ",\"reply\":"
-            << (reply ? jsonString(ZOR_Cp1251::decode(*reply)) : QStringLiteral("null")) << ",\"ms\":" << nMs << "}\n";
+        out << "{\"command\":" << jsonString(qsCommand)
+            << ",\"reply\":" << (reply ? jsonString(ZOR_Cp1251::decode(*reply)) : QStringLiteral("null"))
+            << ",\"ms\":" << nMs << "}\n";
     } else if (reply) {
         out << (m_options.format == Format::Hex ? ZorTool::toHex(*reply) : ZOR_Form_Commands::getStrVisibleData(reply))
             << '\n';
@@ -318,16 +321,15 @@ int portFailure(const QString& qsPort, const ZOR_TerminalLink& link)
 {
     const QString qsPath = qsPort.section(QLatin1Char(':'), 1, 1);
     switch (link.failure()) {
-    case ZOR_TerminalLink::Failure::NotFound:
-        return ZorTool::fail(2, QStringLiteral("no such port: %1").arg(qsPath));
+    case ZOR_TerminalLink::Failure::NotFound: return ZorTool::fail(2, QStringLiteral("no such port: %1").arg(qsPath));
     case ZOR_TerminalLink::Failure::Busy:
         return ZorTool::fail(2, QStringLiteral("port %1 is busy: another program has it open").arg(qsPath));
     case ZOR_TerminalLink::Failure::NoPermission:
-        return ZorTool::fail(2, QStringLiteral("no permission to open %1 (on Debian serial ports are for the group "
-                                               "dialout: sudo adduser $USER dialout, then log in again)")
-                                    .arg(qsPath));
-    default:
-        return ZorTool::fail(2, QStringLiteral("cannot open %1: %2").arg(qsPath, link.errorString()));
+        return ZorTool::fail(2,
+            QStringLiteral("no permission to open %1 (on Debian serial ports are for the group "
+                           "dialout: sudo adduser $USER dialout, then log in again)")
+                .arg(qsPath));
+    default: return ZorTool::fail(2, QStringLiteral("cannot open %1: %2").arg(qsPath, link.errorString()));
     }
 }
 
@@ -343,21 +345,26 @@ int toolTerm(const QStringList& args)
         "its reply (matching its --expect), 1 no reply or a reply that does not match, 2 usage or port errors."));
     parser.addOptions({
         {QStringLiteral("port"), QStringLiteral("serial:PATH[:BAUD] (115200 by default) or simulator"),
-         QStringLiteral("PORT")},
-        {QStringLiteral("gap"), QStringLiteral("quiet time that ends a reply without a line end (default %1)")
-                                    .arg(ZOR_ReplyAssembler::nDefaultIdleGapMs), QStringLiteral("MS")},
-        {QStringLiteral("timeout"), QStringLiteral("wait for each reply at most this long (default %1)")
-                                        .arg(kDefaultTimeoutMs), QStringLiteral("MS")},
+            QStringLiteral("PORT")},
+        {QStringLiteral("gap"),
+            QStringLiteral("quiet time that ends a reply without a line end (default %1)")
+                .arg(ZOR_ReplyAssembler::nDefaultIdleGapMs),
+            QStringLiteral("MS")},
+        {QStringLiteral("timeout"),
+            QStringLiteral("wait for each reply at most this long (default %1)").arg(kDefaultTimeoutMs),
+            QStringLiteral("MS")},
         {QStringLiteral("hex"), QStringLiteral("print replies as hex")},
         {QStringLiteral("json"), QStringLiteral("print one JSON object per exchange: command, reply, ms")},
         {QStringLiteral("expect"), QStringLiteral("the n-th one must match the reply to the n-th COMMAND"),
-         QStringLiteral("REGEX")},
-        {QStringLiteral("script"), QStringLiteral("run FILE first: a command per line, expect REGEX, sleep MS, "
-                                                  "# comment"), QStringLiteral("FILE")},
+            QStringLiteral("REGEX")},
+        {QStringLiteral("script"),
+            QStringLiteral("run FILE first: a command per line, expect REGEX, sleep MS, "
+                           "# comment"),
+            QStringLiteral("FILE")},
         {QStringLiteral("log"), QStringLiteral("append the exchanges to this exchange log"), QStringLiteral("FILE")},
     });
-    parser.addPositionalArgument(QStringLiteral("COMMAND"), QStringLiteral("commands to send, in order"),
-                                 QStringLiteral("[COMMAND...]"));
+    parser.addPositionalArgument(
+        QStringLiteral("COMMAND"), QStringLiteral("commands to send, in order"), QStringLiteral("[COMMAND...]"));
     int nCode = 0;
     if (!ZorTool::parse(parser, args, &nCode))
         return nCode;
@@ -370,8 +377,8 @@ int toolTerm(const QStringList& args)
         return ZorTool::fail(2, qsError);
     QScopedPointer<ZOR_TerminalLink> link(ZOR_TerminalLink::create(options.qsPort));
     if (!link)
-        return ZorTool::fail(2, QStringLiteral("unknown port '%1' (use serial:PATH[:BAUD] or simulator)")
-                                    .arg(options.qsPort));
+        return ZorTool::fail(
+            2, QStringLiteral("unknown port '%1' (use serial:PATH[:BAUD] or simulator)").arg(options.qsPort));
     if (!link->open())
         return portFailure(options.qsPort, *link);
     const int nResult = Session(link.data(), options, log).run();

@@ -67,7 +67,8 @@ bool ZOR_HostModule::load(const QString& qsPath, int nConfiguratorMode)
     ZOR_GetLibraryInfoFunc fnInfo = nullptr;
     ZOR_InitializeFunc fnInitialize = nullptr;
     ZOR_ReceiveMessageFunc fnReceive = nullptr;
-    const struct {
+    const struct
+    {
         const char* name;
         void** target;
     } entries[] = {
@@ -122,7 +123,8 @@ void ZOR_HostModule::handle(int nMessage, unsigned long wParam, unsigned long lP
         // The icon and the caption belong to the module and live only
         // during this call: copy both.
         const QIcon icon = item->lpIcon ? *static_cast<QIcon*>(item->lpIcon) : QIcon();
-        const QString qsCaption = QString::fromLocal8Bit(item->szCaption, int(qstrnlen(item->szCaption, sizeof item->szCaption)));
+        const QString qsCaption = QString::fromLocal8Bit(
+            item->szCaption, int(qstrnlen(item->szCaption, sizeof item->szCaption)));
         QAction* lpAction = actionOf(m_actions, item->nMenuHandle);
         if (nMessage == ZOR_MSG_MENU_ADD) {
             lpAction = new QAction(icon, qsCaption, this);
@@ -149,15 +151,12 @@ void ZOR_HostModule::handle(int nMessage, unsigned long wParam, unsigned long lP
             qstrncpy(param->szUssdBalance, m_qsUssdRequest.toLatin1().constData(), sizeof param->szUssdBalance);
         break;
     case ZOR_MSG_RECEIVE_START:
-    case ZOR_MSG_RECEIVE_STOP:
-        m_bForwarding = nMessage == ZOR_MSG_RECEIVE_START;
-        break;
+    case ZOR_MSG_RECEIVE_STOP: m_bForwarding = nMessage == ZOR_MSG_RECEIVE_START; break;
     case ZOR_MSG_SEND_TO_DEVICE:
         if (wParam && m_lpLink)
             m_lpLink->write(*record<QByteArray>(wParam));
         break;
-    default:
-        break;
+    default: break;
     }
 }
 

@@ -7,7 +7,8 @@
 
 namespace {
 
-struct HostText {
+struct HostText
+{
     const char* lpKey;
     const char* lpRu; // UTF-8
     const char* lpEn;
@@ -36,7 +37,7 @@ const HostText kTexts[] = {
     {"status_connected", "Подключено: %1", "Connected: %1"},
     {"status_disconnected", "Отключено", "Disconnected"},
     {"status_lost", "Связь с %1 потеряна: %2. Повторное подключение, как только порт появится…",
-     "The link to %1 is lost: %2. It reconnects as soon as the port is back…"},
+        "The link to %1 is lost: %2. It reconnects as soon as the port is back…"},
     {"status_no_last", "Нет связи, к которой можно переподключиться", "There is no link to reconnect to"},
 };
 

@@ -12,8 +12,8 @@ namespace {
 ZOR_TerminalLink::Failure failureOf(QSerialPort::SerialPortError error, const QString& qsPort)
 {
     using Failure = ZOR_TerminalLink::Failure;
-    const QByteArray path = QFile::encodeName(qsPort.startsWith(QLatin1Char('/')) ? qsPort
-                                                                                  : QLatin1String("/dev/") + qsPort);
+    const QByteArray path = QFile::encodeName(
+        qsPort.startsWith(QLatin1Char('/')) ? qsPort : QLatin1String("/dev/") + qsPort);
     if (error == QSerialPort::DeviceNotFoundError || ::access(path.constData(), F_OK) != 0)
         return Failure::NotFound;
     if (error != QSerialPort::PermissionError)

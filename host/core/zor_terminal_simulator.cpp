@@ -17,14 +17,16 @@ const int kMaxRequest = 4096;
 
 const char* const kIccid[] = {"8970101234567890128", "8970201234567890127"};
 
-struct State {
+struct State
+{
     int& nSmsMode;
     int& nRateMs;
 };
 
 using Answer = QString (*)(const QRegularExpressionMatch&, State&);
 
-struct Rule {
+struct Rule
+{
     const char* pattern;
     Answer answer;
 };
@@ -32,56 +34,60 @@ struct Rule {
 // Every request the simulated terminal knows. A "*?" request is answered
 // with "*#", a "*!" command acknowledged with "*@" and the same text.
 const Rule kRules[] = {
-    {R"(\*\?V)", [](const QRegularExpressionMatch&, State&) {
-         return QStringLiteral("*#V ZOR-SIM 3.5.8");
-     }},
-    {R"(\*\?S)", [](const QRegularExpressionMatch&, State& s) {
-         return QStringLiteral("*#S GSM:1,GNSS:1,SAT:9,SMS:%1,RATE:%2").arg(s.nSmsMode).arg(s.nRateMs);
-     }},
-    {R"(\*\?VERSION)", [](const QRegularExpressionMatch&, State&) {
-         return QStringLiteral("*#VERSION ZOR-SIM 3.5.8 (01.03.2026)");
-     }},
-    {R"(\*\?IMEI)", [](const QRegularExpressionMatch&, State&) {
-         return QStringLiteral("*#IMEI 356938035643809");
-     }},
-    {R"(\*\?PING(?: (\d{1,5}))?)", [](const QRegularExpressionMatch& m, State&) {
-         return m.captured(1).isEmpty() ? QStringLiteral("*#PING") : QStringLiteral("*#PING ") + m.captured(1);
-     }},
-    {R"(\*\?GSM)", [](const QRegularExpressionMatch&, State&) {
-         return QStringLiteral("*#GSM LEVEL:23,REG:1,ROAMING:0,OPER:25001,SIM:1");
-     }},
-    {R"(\*\?GPS)", [](const QRegularExpressionMatch&, State&) {
-         return QStringLiteral("*#GPS VALID:1,SAT:9,LAT:55.752200,LON:37.615600,ALT:156,SPD:0.0,CRS:0");
-     }},
-    {R"(\*!(RESET|SETT_RESET))", [](const QRegularExpressionMatch& m, State& s) {
-         if (m.captured(1) == QLatin1String("SETT_RESET")) {
-             s.nSmsMode = 0;
-             s.nRateMs = 1000;
-         }
-         return QStringLiteral("*@") + m.captured(1);
-     }},
-    {R"(\*\?ICCID ([0-3]))", [](const QRegularExpressionMatch& m, State&) {
-         const int nMask = m.captured(1).toInt();
-         QString qsReply = QStringLiteral("*#ICCID %1").arg(nMask);
-         for (int nSim = 1; nSim <= 2; ++nSim) {
-             if (nMask & nSim)
-                 qsReply += QLatin1Char(',') + QLatin1String(kIccid[nSim - 1]);
-         }
-         return qsReply;
-     }},
-    {R"(\*\?USSD:(.*))", [](const QRegularExpressionMatch&, State&) {
-         return QStringLiteral("*#USSD:Баланс 152,40 р. Пакет: 812 МБ до 31.12");
-     }},
-    {R"(\*!UC GPS,(PQPZ90,W,[01],0|PMTK330,(?:223|0)|PMTK353,[01],[01],0,0,0|PMTK220,(1000|500|200|100)|PMTK311,(?:[5-9]|1[0-5])|PMTK104))",
-     [](const QRegularExpressionMatch& m, State& s) {
-         if (!m.captured(2).isEmpty())
-             s.nRateMs = m.captured(2).toInt();
-         return QStringLiteral("*@UC GPS,") + m.captured(1);
-     }},
-    {R"(\*!EDIT PHONES:MODE\(([01])\))", [](const QRegularExpressionMatch& m, State& s) {
-         s.nSmsMode = m.captured(1).toInt();
-         return QStringLiteral("*@EDIT PHONES:MODE(%1)").arg(s.nSmsMode);
-     }},
+    {R"(\*\?V)", [](const QRegularExpressionMatch&, State&) { return QStringLiteral("*#V ZOR-SIM 3.5.8"); }},
+    {R"(\*\?S)",
+        [](const QRegularExpressionMatch&, State& s) {
+            return QStringLiteral("*#S GSM:1,GNSS:1,SAT:9,SMS:%1,RATE:%2").arg(s.nSmsMode).arg(s.nRateMs);
+        }},
+    {R"(\*\?VERSION)",
+        [](const QRegularExpressionMatch&, State&) { return QStringLiteral("*#VERSION ZOR-SIM 3.5.8 (01.03.2026)"); }},
+    {R"(\*\?IMEI)", [](const QRegularExpressionMatch&, State&) { return QStringLiteral("*#IMEI 356938035643809"); }},
+    {R"(\*\?PING(?: (\d{1,5}))?)",
+        [](const QRegularExpressionMatch& m, State&) {
+            return m.captured(1).isEmpty() ? QStringLiteral("*#PING") : QStringLiteral("*#PING ") + m.captured(1);
+        }},
+    {R"(\*\?GSM)",
+        [](const QRegularExpressionMatch&, State&) {
+            return QStringLiteral("*#GSM LEVEL:23,REG:1,ROAMING:0,OPER:25001,SIM:1");
+        }},
+    {R"(\*\?GPS)",
+        [](const QRegularExpressionMatch&, State&) {
+            return QStringLiteral("*#GPS VALID:1,SAT:9,LAT:55.752200,LON:37.615600,ALT:156,SPD:0.0,CRS:0");
+        }},
+    {R"(\*!(RESET|SETT_RESET))",
+        [](const QRegularExpressionMatch& m, State& s) {
+            if (m.captured(1) == QLatin1String("SETT_RESET")) {
+                s.nSmsMode = 0;
+                s.nRateMs = 1000;
+            }
+            return QStringLiteral("*@") + m.captured(1);
+        }},
+    {R"(\*\?ICCID ([0-3]))",
+        [](const QRegularExpressionMatch& m, State&) {
+            const int nMask = m.captured(1).toInt();
+            QString qsReply = QStringLiteral("*#ICCID %1").arg(nMask);
+            for (int nSim = 1; nSim <= 2; ++nSim) {
+                if (nMask & nSim)
+                    qsReply += QLatin1Char(',') + QLatin1String(kIccid[nSim - 1]);
+            }
+            return qsReply;
+        }},
+    {R"(\*\?USSD:(.*))",
+        [](const QRegularExpressionMatch&, State&) {
+            return QStringLiteral("*#USSD:Баланс 152,40 р. Пакет: 812 МБ до 31.12");
+        }},
+    {R"(\*!UC GPS,(PQPZ90,W,[01],0|PMTK330,(?:223|0)|PMTK353,[01],[01],0,0,0|)"
+     R"(PMTK220,(1000|500|200|100)|PMTK311,(?:[5-9]|1[0-5])|PMTK104))",
+        [](const QRegularExpressionMatch& m, State& s) {
+            if (!m.captured(2).isEmpty())
+                s.nRateMs = m.captured(2).toInt();
+            return QStringLiteral("*@UC GPS,") + m.captured(1);
+        }},
+    {R"(\*!EDIT PHONES:MODE\(([01])\))",
+        [](const QRegularExpressionMatch& m, State& s) {
+            s.nSmsMode = m.captured(1).toInt();
+            return QStringLiteral("*@EDIT PHONES:MODE(%1)").arg(s.nSmsMode);
+        }},
 };
 
 // Where the request at the start of the buffer ends: {end, bytes to drop
@@ -112,7 +118,8 @@ QByteArray ZOR_TerminalSimulator::reply(const QByteArray& request)
     static const auto rules = [] {
         std::vector<std::pair<QRegularExpression, Answer>> v;
         for (const Rule& r : kRules)
-            v.emplace_back(QRegularExpression(QRegularExpression::anchoredPattern(QString::fromLatin1(r.pattern))), r.answer);
+            v.emplace_back(
+                QRegularExpression(QRegularExpression::anchoredPattern(QString::fromLatin1(r.pattern))), r.answer);
         return v;
     }();
     const QString qsRequest = ZOR_Cp1251::decode(request);

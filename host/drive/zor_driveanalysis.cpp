@@ -54,8 +54,7 @@ double ZOR_DriveAnalysis::haversineKm(double lat1, double lon1, double lat2, dou
     return 2.0 * 6371.0088 * std::asin(std::min(1.0, std::sqrt(h)));
 }
 
-std::vector<std::vector<int>> ZOR_DriveAnalysis::segments(const ZOR_DriveTrack& track,
-                                                          const ZOR_DriveOptions& options)
+std::vector<std::vector<int>> ZOR_DriveAnalysis::segments(const ZOR_DriveTrack& track, const ZOR_DriveOptions& options)
 {
     std::vector<std::vector<int>> lines;
     int prev = -1;
@@ -97,8 +96,8 @@ void ZOR_DriveAnalysis::addDistance(const ZOR_DriveTrack& track, ZOR_DriveSummar
             ++s.fixes;
             double km = 0;
             if (prev >= 0 && isGap(track, prev, i, m_options, &km))
-                s.gaps.push_back(ZOR_DriveGap{i, track.hasTime() && p.time < track.point(prev).time, km,
-                                              p.time - track.point(prev).time});
+                s.gaps.push_back(ZOR_DriveGap{
+                    i, track.hasTime() && p.time < track.point(prev).time, km, p.time - track.point(prev).time});
             else if (prev >= 0)
                 s.distanceKm += km;
             prev = i;
@@ -193,7 +192,7 @@ void fillRun(const ZOR_DriveTrack& track, const ZOR_DriveOptions& options, ZOR_D
     const ZOR_DrivePoint& a = track.point(run.first);
     run.start = a.time;
     run.end = isStop && run.last + 1 < track.size() ? track.point(run.last + 1).time : track.point(run.last).time;
-    int prev = -1;  // the last fix before the run
+    int prev = -1; // the last fix before the run
     for (int i = run.first - 1; i >= 0 && prev < 0 && track.hasCoordinates(); --i)
         if (track.point(i).fix)
             prev = i;
@@ -210,7 +209,7 @@ void fillRun(const ZOR_DriveTrack& track, const ZOR_DriveOptions& options, ZOR_D
             run.distanceKm += km;
         prev = i;
     }
-    if (run.fixRecord < 0 && prev >= 0)  // a stop without a fix of its own: where the vehicle was last seen
+    if (run.fixRecord < 0 && prev >= 0) // a stop without a fix of its own: where the vehicle was last seen
         run.fixRecord = prev;
 }
 
@@ -222,7 +221,7 @@ void ZOR_DriveAnalysis::addRuns(const ZOR_DriveTrack& track, ZOR_DriveSummary& s
         s.notComputed << QStringLiteral("trips and stops: the records carry neither Module1 nor Speed");
         return;
     }
-    bool joinNext = false;  // a short stop after the last trip: the next trip continues it
+    bool joinNext = false; // a short stop after the last trip: the next trip continues it
     for (const RawRun& r : rawRuns(track, m_options.movingSpeedKmh)) {
         ZOR_DriveRun run;
         run.first = r.first;
@@ -254,13 +253,13 @@ void ZOR_DriveAnalysis::addFuel(const ZOR_DriveTrack& track, ZOR_DriveSummary& s
     for (const ZOR_DriveTrack::Level& level : track.levels())
         findEvents(track, level, s);
     std::stable_sort(s.fuelEvents.begin(), s.fuelEvents.end(),
-                     [](const ZOR_FuelEvent& a, const ZOR_FuelEvent& b) { return a.first < b.first; });
+        [](const ZOR_FuelEvent& a, const ZOR_FuelEvent& b) { return a.first < b.first; });
 }
 
-void ZOR_DriveAnalysis::findEvents(const ZOR_DriveTrack& track, const ZOR_DriveTrack::Level& level,
-                                   ZOR_DriveSummary& s) const
+void ZOR_DriveAnalysis::findEvents(
+    const ZOR_DriveTrack& track, const ZOR_DriveTrack::Level& level, ZOR_DriveSummary& s) const
 {
-    std::vector<int> at;  // records with a value
+    std::vector<int> at; // records with a value
     std::vector<double> raw;
     for (int i = 0; i < int(level.values.size()); ++i)
         if (!std::isnan(level.values[size_t(i)])) {
@@ -320,8 +319,8 @@ void ZOR_DriveAnalysis::findEvents(const ZOR_DriveTrack& track, const ZOR_DriveT
             ++end;
         // The event's first record is the first one past the old level.
         const int first = at[size_t(std::min(start + 1, end))];
-        s.fuelEvents.push_back(ZOR_FuelEvent{sign > 0, first, at[size_t(end)], level.name,
-                                             v[size_t(start)], v[size_t(end)]});
+        s.fuelEvents.push_back(
+            ZOR_FuelEvent{sign > 0, first, at[size_t(end)], level.name, v[size_t(start)], v[size_t(end)]});
         i = end + 1;
     }
 }

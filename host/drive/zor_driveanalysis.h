@@ -57,21 +57,21 @@ struct ZOR_DriveOptions
 
 struct ZOR_DriveRun
 {
-    int first = 0;   // records
+    int first = 0; // records
     int last = 0;
-    qint64 start = 0;  // UTC seconds
+    qint64 start = 0; // UTC seconds
     qint64 end = 0;
     double distanceKm = 0;
     double maxSpeedKmh = NAN;
-    int fixRecord = -1;  // a record with a fix, for the position; -1 none
+    int fixRecord = -1; // a record with a fix, for the position; -1 none
 };
 
 struct ZOR_FuelEvent
 {
     bool refuel = true;
-    int first = 0;      // records: the first past the old level, the one at the new level
+    int first = 0; // records: the first past the old level, the one at the new level
     int last = 0;
-    QString field;      // level column name
+    QString field; // level column name
     double before = 0;
     double after = 0;
     double change() const { return after - before; }
@@ -79,10 +79,10 @@ struct ZOR_FuelEvent
 
 struct ZOR_DriveGap
 {
-    int record = 0;        // the fix after the gap
+    int record = 0; // the fix after the gap
     bool backInTime = false;
     double km = 0;
-    qint64 seconds = 0;    // time from the fix before (negative: back)
+    qint64 seconds = 0; // time from the fix before (negative: back)
 };
 
 struct ZOR_DriveSummary

@@ -30,8 +30,8 @@ QJsonArray position(const ZOR_DrivePoint& p)
 
 } // namespace
 
-ZOR_DriveExport::ZOR_DriveExport(const ZOR_DriveTrack& track, const ZOR_DriveSummary& summary,
-                                 const ZOR_DriveOptions& options)
+ZOR_DriveExport::ZOR_DriveExport(
+    const ZOR_DriveTrack& track, const ZOR_DriveSummary& summary, const ZOR_DriveOptions& options)
     : m_track(track)
     , m_summary(summary)
     , m_options(options)
@@ -56,8 +56,8 @@ QByteArray ZOR_DriveExport::gpx() const
     w.writeStartDocument();
     w.writeStartElement(QStringLiteral("gpx"));
     w.writeDefaultNamespace(QStringLiteral("http://www.topografix.com/GPX/1/1"));
-    w.writeNamespace(QStringLiteral("http://www.garmin.com/xmlschemas/TrackPointExtension/v2"),
-                     QStringLiteral("gpxtpx"));
+    w.writeNamespace(
+        QStringLiteral("http://www.garmin.com/xmlschemas/TrackPointExtension/v2"), QStringLiteral("gpxtpx"));
     w.writeAttribute(QStringLiteral("version"), QStringLiteral("1.1"));
     w.writeAttribute(QStringLiteral("creator"), QStringLiteral("zor-tool"));
     const QString ext = QStringLiteral("http://www.garmin.com/xmlschemas/TrackPointExtension/v2");
@@ -89,7 +89,7 @@ QByteArray ZOR_DriveExport::gpx() const
             if (!std::isnan(p.speed)) {
                 w.writeStartElement(QStringLiteral("extensions"));
                 w.writeStartElement(ext, QStringLiteral("TrackPointExtension"));
-                w.writeTextElement(ext, QStringLiteral("speed"), number(p.speed / 3.6, 2));  // m/s
+                w.writeTextElement(ext, QStringLiteral("speed"), number(p.speed / 3.6, 2)); // m/s
                 w.writeEndElement();
                 w.writeEndElement();
             }
@@ -114,7 +114,7 @@ QByteArray ZOR_DriveExport::kml() const
     int part = 0;
     for (const std::vector<int>& line : ZOR_DriveAnalysis::segments(m_track, m_options)) {
         if (line.size() < 2)
-            continue;  // a LineString needs two positions
+            continue; // a LineString needs two positions
         w.writeStartElement(QStringLiteral("Placemark"));
         w.writeTextElement(QStringLiteral("name"), QStringLiteral("Track %1").arg(++part));
         w.writeStartElement(QStringLiteral("LineString"));
@@ -152,39 +152,31 @@ QJsonObject ZOR_DriveExport::stopFeature(const ZOR_DriveRun& stop) const
     QJsonValue geometry;
     if (stop.fixRecord >= 0)
         geometry = QJsonObject{{QStringLiteral("type"), QStringLiteral("Point")},
-                               {QStringLiteral("coordinates"), position(m_track.point(stop.fixRecord))}};
-    return QJsonObject{
-        {QStringLiteral("type"), QStringLiteral("Feature")},
-        {QStringLiteral("geometry"), geometry},
+            {QStringLiteral("coordinates"), position(m_track.point(stop.fixRecord))}};
+    return QJsonObject{{QStringLiteral("type"), QStringLiteral("Feature")}, {QStringLiteral("geometry"), geometry},
         {QStringLiteral("properties"),
-         QJsonObject{{QStringLiteral("kind"), QStringLiteral("stop")},
-                     {QStringLiteral("first_record"), stop.first + 1},
-                     {QStringLiteral("last_record"), stop.last + 1},
-                     {QStringLiteral("start"), timeValue(stop.start)},
-                     {QStringLiteral("end"), timeValue(stop.end)},
-                     {QStringLiteral("duration_s"), m_summary.hasTime ? QJsonValue(stop.end - stop.start)
-                                                                      : QJsonValue()}}}};
+            QJsonObject{{QStringLiteral("kind"), QStringLiteral("stop")},
+                {QStringLiteral("first_record"), stop.first + 1}, {QStringLiteral("last_record"), stop.last + 1},
+                {QStringLiteral("start"), timeValue(stop.start)}, {QStringLiteral("end"), timeValue(stop.end)},
+                {QStringLiteral("duration_s"), m_summary.hasTime ? QJsonValue(stop.end - stop.start) : QJsonValue()}}}};
 }
 
 QJsonObject ZOR_DriveExport::fuelFeature(const ZOR_FuelEvent& event) const
 {
-    int at = -1;  // where the vehicle was: the last fix up to the event
+    int at = -1; // where the vehicle was: the last fix up to the event
     for (int i = event.first; i >= 0 && at < 0; --i)
         if (m_track.point(i).fix)
             at = i;
-    QJsonObject feature{
-        {QStringLiteral("type"), QStringLiteral("Feature")},
-        {QStringLiteral("geometry"), QJsonValue()},
+    QJsonObject feature{{QStringLiteral("type"), QStringLiteral("Feature")}, {QStringLiteral("geometry"), QJsonValue()},
         {QStringLiteral("properties"),
-         QJsonObject{{QStringLiteral("kind"), event.refuel ? QStringLiteral("refuel") : QStringLiteral("drain")},
-                     {QStringLiteral("record"), event.first + 1},
-                     {QStringLiteral("field"), event.field},
-                     {QStringLiteral("change"), rounded(event.change(), 3)},
-                     {QStringLiteral("time"), timeValue(m_track.point(event.first).time)}}}};
+            QJsonObject{{QStringLiteral("kind"), event.refuel ? QStringLiteral("refuel") : QStringLiteral("drain")},
+                {QStringLiteral("record"), event.first + 1}, {QStringLiteral("field"), event.field},
+                {QStringLiteral("change"), rounded(event.change(), 3)},
+                {QStringLiteral("time"), timeValue(m_track.point(event.first).time)}}}};
     if (at >= 0)
         feature.insert(QStringLiteral("geometry"),
-                       QJsonObject{{QStringLiteral("type"), QStringLiteral("Point")},
-                                   {QStringLiteral("coordinates"), position(m_track.point(at))}});
+            QJsonObject{{QStringLiteral("type"), QStringLiteral("Point")},
+                {QStringLiteral("coordinates"), position(m_track.point(at))}});
     return feature;
 }
 
@@ -193,26 +185,26 @@ QByteArray ZOR_DriveExport::geoJson() const
     QJsonArray features;
     for (const std::vector<int>& line : ZOR_DriveAnalysis::segments(m_track, m_options)) {
         if (line.size() < 2)
-            continue;  // a LineString needs two positions
+            continue; // a LineString needs two positions
         QJsonArray coordinates;
         for (int i : line)
             coordinates.append(position(m_track.point(i)));
-        features.append(QJsonObject{
-            {QStringLiteral("type"), QStringLiteral("Feature")},
-            {QStringLiteral("geometry"), QJsonObject{{QStringLiteral("type"), QStringLiteral("LineString")},
-                                                     {QStringLiteral("coordinates"), coordinates}}},
+        features.append(QJsonObject{{QStringLiteral("type"), QStringLiteral("Feature")},
+            {QStringLiteral("geometry"),
+                QJsonObject{{QStringLiteral("type"), QStringLiteral("LineString")},
+                    {QStringLiteral("coordinates"), coordinates}}},
             {QStringLiteral("properties"),
-             QJsonObject{{QStringLiteral("kind"), QStringLiteral("track")},
-                         {QStringLiteral("first_record"), line.front() + 1},
-                         {QStringLiteral("last_record"), line.back() + 1}}}});
+                QJsonObject{{QStringLiteral("kind"), QStringLiteral("track")},
+                    {QStringLiteral("first_record"), line.front() + 1},
+                    {QStringLiteral("last_record"), line.back() + 1}}}});
     }
     for (const ZOR_DriveRun& stop : m_summary.stops)
         if (stop.fixRecord >= 0)
             features.append(stopFeature(stop));
     for (const ZOR_FuelEvent& event : m_summary.fuelEvents)
         features.append(fuelFeature(event));
-    const QJsonObject collection{{QStringLiteral("type"), QStringLiteral("FeatureCollection")},
-                                 {QStringLiteral("features"), features}};
+    const QJsonObject collection{
+        {QStringLiteral("type"), QStringLiteral("FeatureCollection")}, {QStringLiteral("features"), features}};
     return QJsonDocument(collection).toJson(QJsonDocument::Compact) + '\n';
 }
 
@@ -222,12 +214,11 @@ QJsonObject ZOR_DriveExport::summaryJson() const
     auto orNull = [](bool has, const QJsonValue& v) { return has ? v : QJsonValue(); };
     QJsonArray trips;
     for (const ZOR_DriveRun& t : s.trips)
-        trips.append(QJsonObject{{QStringLiteral("first_record"), t.first + 1},
-                                 {QStringLiteral("last_record"), t.last + 1},
-                                 {QStringLiteral("start"), timeValue(t.start)},
-                                 {QStringLiteral("end"), timeValue(t.end)},
-                                 {QStringLiteral("distance_km"), orNull(s.hasDistance, rounded(t.distanceKm, 3))},
-                                 {QStringLiteral("max_speed_kmh"), rounded(t.maxSpeedKmh, 1)}});
+        trips.append(
+            QJsonObject{{QStringLiteral("first_record"), t.first + 1}, {QStringLiteral("last_record"), t.last + 1},
+                {QStringLiteral("start"), timeValue(t.start)}, {QStringLiteral("end"), timeValue(t.end)},
+                {QStringLiteral("distance_km"), orNull(s.hasDistance, rounded(t.distanceKm, 3))},
+                {QStringLiteral("max_speed_kmh"), rounded(t.maxSpeedKmh, 1)}});
     QJsonArray stops;
     for (const ZOR_DriveRun& t : s.stops)
         stops.append(stopFeature(t).value(QStringLiteral("properties")).toObject());
@@ -242,26 +233,20 @@ QJsonObject ZOR_DriveExport::summaryJson() const
     QJsonArray gaps;
     for (const ZOR_DriveGap& g : s.gaps)
         gaps.append(QJsonObject{{QStringLiteral("record"), g.record + 1},
-                                {QStringLiteral("kind"), g.backInTime ? QStringLiteral("time_back")
-                                                                      : QStringLiteral("jump")},
-                                {QStringLiteral("km"), rounded(g.km, 3)},
-                                {QStringLiteral("seconds"), orNull(s.hasTime, double(g.seconds))}});
-    return QJsonObject{
-        {QStringLiteral("records"), s.records},
+            {QStringLiteral("kind"), g.backInTime ? QStringLiteral("time_back") : QStringLiteral("jump")},
+            {QStringLiteral("km"), rounded(g.km, 3)},
+            {QStringLiteral("seconds"), orNull(s.hasTime, double(g.seconds))}});
+    return QJsonObject{{QStringLiteral("records"), s.records},
         {QStringLiteral("start"), orNull(s.hasTime, timeValue(s.firstTime))},
-        {QStringLiteral("end"), orNull(s.hasTime, timeValue(s.lastTime))},
-        {QStringLiteral("fixes"), s.fixes},
+        {QStringLiteral("end"), orNull(s.hasTime, timeValue(s.lastTime))}, {QStringLiteral("fixes"), s.fixes},
         {QStringLiteral("distance_km"), orNull(s.hasDistance, rounded(s.distanceKm, 3))},
         {QStringLiteral("mileage_km"), orNull(s.hasMileage, rounded(s.mileageKm, 3))},
         {QStringLiteral("moving_time_s"), orNull(s.hasMovingTime, double(s.movingS))},
         {QStringLiteral("max_speed_kmh"), orNull(s.hasSpeed, rounded(s.maxSpeedKmh, 1))},
         {QStringLiteral("avg_speed_kmh"), rounded(s.avgSpeedKmh, 1)},
         {QStringLiteral("engine_hours"), orNull(s.hasEngineHours, rounded(s.engineHours, 3))},
-        {QStringLiteral("trips"), trips},
-        {QStringLiteral("stops"), stops},
-        {QStringLiteral("fuel_events"), fuel},
-        {QStringLiteral("gaps"), gaps},
-        {QStringLiteral("not_computed"), QJsonArray::fromStringList(s.notComputed)}};
+        {QStringLiteral("trips"), trips}, {QStringLiteral("stops"), stops}, {QStringLiteral("fuel_events"), fuel},
+        {QStringLiteral("gaps"), gaps}, {QStringLiteral("not_computed"), QJsonArray::fromStringList(s.notComputed)}};
 }
 
 QString ZOR_DriveExport::runLine(const ZOR_DriveRun& run, bool isStop) const
@@ -283,9 +268,10 @@ QString ZOR_DriveExport::summaryText() const
     auto line = [&t](const QString& name, const QString& value) { t += name + QStringLiteral(": ") + value + '\n'; };
     line(QStringLiteral("Records"), QString::number(s.records));
     if (s.hasTime)
-        line(QStringLiteral("Time"), QStringLiteral("%1 - %2 (%3 s)")
-                                         .arg(isoTime(s.firstTime), isoTime(s.lastTime))
-                                         .arg(s.lastTime - s.firstTime));
+        line(QStringLiteral("Time"),
+            QStringLiteral("%1 - %2 (%3 s)")
+                .arg(isoTime(s.firstTime), isoTime(s.lastTime))
+                .arg(s.lastTime - s.firstTime));
     if (s.hasDistance)
         line(QStringLiteral("Distance"), QStringLiteral("%1 km (%2 fixes)").arg(number(s.distanceKm, 2)).arg(s.fixes));
     if (s.hasMileage)
@@ -299,20 +285,21 @@ QString ZOR_DriveExport::summaryText() const
     if (s.hasEngineHours)
         line(QStringLiteral("Engine hours"), QStringLiteral("%1 h").arg(number(s.engineHours, 2)));
     for (const ZOR_DriveGap& g : s.gaps)
-        line(QStringLiteral("Gap"), QStringLiteral("before record %1: %2, %3 km")
-                                        .arg(g.record + 1)
-                                        .arg(g.backInTime ? QStringLiteral("time goes back") : QStringLiteral("jump"))
-                                        .arg(number(g.km, 1)));
+        line(QStringLiteral("Gap"),
+            QStringLiteral("before record %1: %2, %3 km")
+                .arg(g.record + 1)
+                .arg(g.backInTime ? QStringLiteral("time goes back") : QStringLiteral("jump"))
+                .arg(number(g.km, 1)));
     for (const ZOR_DriveRun& r : s.trips)
         line(QStringLiteral("Trip"), runLine(r, false));
     for (const ZOR_DriveRun& r : s.stops)
         line(QStringLiteral("Stop"), runLine(r, true));
     for (const ZOR_FuelEvent& e : s.fuelEvents)
         line(e.refuel ? QStringLiteral("Refuel") : QStringLiteral("Drain"),
-             QStringLiteral("%1 at record %2: %3 (%4 to %5)")
-                 .arg(e.field)
-                 .arg(e.first + 1)
-                 .arg(number(e.change(), 1), number(e.before, 1), number(e.after, 1)));
+            QStringLiteral("%1 at record %2: %3 (%4 to %5)")
+                .arg(e.field)
+                .arg(e.first + 1)
+                .arg(number(e.change(), 1), number(e.before, 1), number(e.after, 1)));
     for (const QString& why : s.notComputed)
         line(QStringLiteral("Not computed"), why);
     return t;

@@ -19,7 +19,7 @@ class ZOR_DriveExport
 {
 public:
     ZOR_DriveExport(const ZOR_DriveTrack& track, const ZOR_DriveSummary& summary,
-                    const ZOR_DriveOptions& options = ZOR_DriveOptions());
+        const ZOR_DriveOptions& options = ZOR_DriveOptions());
 
     QByteArray gpx() const;
     QByteArray kml() const;

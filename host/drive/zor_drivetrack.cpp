@@ -84,7 +84,7 @@ void ZOR_DriveTrack::addRecord(const TmiPage_Base& record)
     p.motochas = valueOf(record, ZorTmi::Col_Motochas, &m_bMotochas);
     const double engine = valueOf(record, ZorTmi::Col_EngineWork, &m_bEngine);
     p.engine = std::isnan(engine) ? -1 : qint8(engine);
-    if (m_points.empty()) {  // one field set per archive: keep the levels its records carry
+    if (m_points.empty()) { // one field set per archive: keep the levels its records carry
         std::vector<Level> carried;
         for (Level& level : m_levels)
             if (record.isUseParam(ZorTmi::presenceField(ZorTmi::column(level.column).field)))

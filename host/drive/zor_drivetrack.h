@@ -20,16 +20,16 @@ class TmiPage_Base;
 
 struct ZOR_DrivePoint
 {
-    qint64 time = 0;        // UTC seconds (ZOR_DriveTrack::hasTime)
-    double lat = 0;         // decimal degrees, when fix
+    qint64 time = 0; // UTC seconds (ZOR_DriveTrack::hasTime)
+    double lat = 0; // decimal degrees, when fix
     double lon = 0;
-    double mileage = NAN;   // km
-    double motochas = NAN;  // engine hours
-    float altitude = NAN;   // metres
-    float speed = NAN;      // km/h
-    float course = NAN;     // degrees
-    qint8 engine = -1;      // 1 working, 0 not, -1 unknown
-    bool fix = false;       // StateNGauge bit 1, both coordinates present and on the globe
+    double mileage = NAN; // km
+    double motochas = NAN; // engine hours
+    float altitude = NAN; // metres
+    float speed = NAN; // km/h
+    float course = NAN; // degrees
+    qint8 engine = -1; // 1 working, 0 not, -1 unknown
+    bool fix = false; // StateNGauge bit 1, both coordinates present and on the globe
 };
 
 class ZOR_DriveTrack
@@ -57,11 +57,11 @@ public:
     // empty while every record has the value of the first.
     struct Level
     {
-        int column;          // ZorTmi column id
-        QString name;        // its getter name ("RS485_1", "CanFuelLevelLitres")
+        int column; // ZorTmi column id
+        QString name; // its getter name ("RS485_1", "CanFuelLevelLitres")
         std::vector<float> values;
-        float first = 0;     // while values is empty: the value of the
-        int same = 0;        // first `same` records
+        float first = 0; // while values is empty: the value of the
+        int same = 0; // first `same` records
     };
     const std::vector<Level>& levels() const { return m_levels; }
 

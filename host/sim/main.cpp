@@ -96,23 +96,22 @@ int openPty(int& slave)
     return master;
 }
 
-const char kUsage[] =
-    "usage: zor-sim [--chunk BYTES] [--chunk-delay MS] [DEVICE]\n"
-    "       zor-sim --archive N [--version 1|2|3] [--mask MASK | --mask-hex HEX64] -o FILE\n"
-    "\n"
-    "The simulated terminal on a pseudo-terminal (its path is printed), or on DEVICE.\n"
-    "  DEVICE               serve this tty (e.g. one end of a socat pair) instead\n"
-    "  --chunk BYTES        write each reply in pieces of this many bytes\n"
-    "  --chunk-delay MS     pause between the pieces (default 20)\n"
-    "\n"
-    "A simulated telemetry archive instead:\n"
-    "  --archive N          write N records of a simulated vehicle\n"
-    "  --version 1|2|3      protocol version of the records (default 3)\n"
-    "  --mask MASK          field set as \"1\"/\"0\" characters (default: every field)\n"
-    "  --mask-hex HEX64     field set as its 32 bytes in hex\n"
-    "  -o, --out FILE       the archive file\n"
-    "\n"
-    "  -h, --help           this text\n";
+const char kUsage[] = "usage: zor-sim [--chunk BYTES] [--chunk-delay MS] [DEVICE]\n"
+                      "       zor-sim --archive N [--version 1|2|3] [--mask MASK | --mask-hex HEX64] -o FILE\n"
+                      "\n"
+                      "The simulated terminal on a pseudo-terminal (its path is printed), or on DEVICE.\n"
+                      "  DEVICE               serve this tty (e.g. one end of a socat pair) instead\n"
+                      "  --chunk BYTES        write each reply in pieces of this many bytes\n"
+                      "  --chunk-delay MS     pause between the pieces (default 20)\n"
+                      "\n"
+                      "A simulated telemetry archive instead:\n"
+                      "  --archive N          write N records of a simulated vehicle\n"
+                      "  --version 1|2|3      protocol version of the records (default 3)\n"
+                      "  --mask MASK          field set as \"1\"/\"0\" characters (default: every field)\n"
+                      "  --mask-hex HEX64     field set as its 32 bytes in hex\n"
+                      "  -o, --out FILE       the archive file\n"
+                      "\n"
+                      "  -h, --help           this text\n";
 
 } // namespace
 
@@ -148,7 +147,8 @@ int main(int argc, char** argv)
     int slave = -1;
     const int fd = device ? ::open(device, O_RDWR | O_NOCTTY) : openPty(slave);
     if (fd < 0) {
-        std::fprintf(stderr, "zor-sim: cannot open %s: %s\n", device ? device : "a pseudo-terminal", std::strerror(errno));
+        std::fprintf(
+            stderr, "zor-sim: cannot open %s: %s\n", device ? device : "a pseudo-terminal", std::strerror(errno));
         return 1;
     }
     makeRaw(fd);

@@ -25,18 +25,19 @@ int zorSimArchiveMain(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Writes N records of a simulated vehicle, back to back, as a terminal's archive."));
+    parser.setApplicationDescription(
+        QStringLiteral("Writes N records of a simulated vehicle, back to back, as a terminal's archive."));
     parser.addHelpOption();
-    const QCommandLineOption archive(QStringLiteral("archive"), QStringLiteral("Number of records."), QStringLiteral("N"));
-    const QCommandLineOption version(QStringLiteral("version"), QStringLiteral("Protocol version: 1, 2 or 3 (default 3)."),
-                                     QStringLiteral("1|2|3"), QStringLiteral("3"));
-    const QCommandLineOption mask(QStringLiteral("mask"), QStringLiteral("Field set as \"1\"/\"0\" characters (default: every field)."),
-                                  QStringLiteral("MASK"));
-    const QCommandLineOption maskHex(QStringLiteral("mask-hex"), QStringLiteral("Field set as its 32 bytes in hex."),
-                                     QStringLiteral("HEX64"));
-    const QCommandLineOption out(QStringList{QStringLiteral("o"), QStringLiteral("out")}, QStringLiteral("Archive file."),
-                                 QStringLiteral("FILE"));
+    const QCommandLineOption archive(
+        QStringLiteral("archive"), QStringLiteral("Number of records."), QStringLiteral("N"));
+    const QCommandLineOption version(QStringLiteral("version"),
+        QStringLiteral("Protocol version: 1, 2 or 3 (default 3)."), QStringLiteral("1|2|3"), QStringLiteral("3"));
+    const QCommandLineOption mask(QStringLiteral("mask"),
+        QStringLiteral("Field set as \"1\"/\"0\" characters (default: every field)."), QStringLiteral("MASK"));
+    const QCommandLineOption maskHex(
+        QStringLiteral("mask-hex"), QStringLiteral("Field set as its 32 bytes in hex."), QStringLiteral("HEX64"));
+    const QCommandLineOption out(QStringList{QStringLiteral("o"), QStringLiteral("out")},
+        QStringLiteral("Archive file."), QStringLiteral("FILE"));
     parser.addOptions({archive, version, mask, maskHex, out});
     if (!parser.parse(app.arguments()))
         return fail(parser.errorText());
@@ -71,6 +72,6 @@ int zorSimArchiveMain(int argc, char** argv)
     if (!ZOR_TmiSimArchive::write(parser.value(out), nCount, fieldSet, &qsError))
         return fail(QStringLiteral("cannot write %1: %2").arg(parser.value(out), qsError));
     std::fprintf(stderr, "zor-sim: %lld records of %d bytes (version %d) written to %s\n", nCount,
-                 fieldSet.recordSize(), nVersion, qPrintable(parser.value(out)));
+        fieldSet.recordSize(), nVersion, qPrintable(parser.value(out)));
     return 0;
 }

@@ -96,7 +96,7 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
     lpTable->horizontalHeader()->setDefaultSectionSize(130);
     lpTable->setWordWrap(false);
     connect(lpTable->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &ZOR_TelemetryWindow::slot_currentChanged_Record);
+        &ZOR_TelemetryWindow::slot_currentChanged_Record);
     connect(m_lpModel, &ZOR_TmiArchiveModel::signal_ArchiveChanged, this, &ZOR_TelemetryWindow::archiveChanged);
 
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -125,10 +125,10 @@ ZOR_TelemetryWindow::ZOR_TelemetryWindow(QWidget* parent)
         {QStringLiteral("KITE 1.0"), QStringLiteral("KITE 2.0"), QStringLiteral("KITE 3.0")});
     ui->comboBox_Version->setCurrentIndex(2);
     connect(ui->comboBox_Version, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &ZOR_TelemetryWindow::slot_currentIndexChanged_Version);
+        &ZOR_TelemetryWindow::slot_currentIndexChanged_Version);
     ui->lineEdit_FieldSet->setFont(fixed);
-    connect(ui->lineEdit_FieldSet, &QLineEdit::editingFinished, this,
-            &ZOR_TelemetryWindow::slot_editingFinished_FieldSet);
+    connect(
+        ui->lineEdit_FieldSet, &QLineEdit::editingFinished, this, &ZOR_TelemetryWindow::slot_editingFinished_FieldSet);
     connect(ui->pushButton_Open, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_Open);
     connect(ui->pushButton_Fields, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_Fields);
     connect(ui->pushButton_FromFile, &QPushButton::clicked, this, &ZOR_TelemetryWindow::slot_clicked_FromFile);
@@ -197,9 +197,9 @@ void ZOR_TelemetryWindow::fitColumnsToFirstRecord()
 
 void ZOR_TelemetryWindow::retranslate()
 {
-    setWindowTitle(m_lpModel->isOpen() ? QStringLiteral("%1 — %2").arg(zorTmiText("window_title"),
-                                                                       QFileInfo(m_lpModel->fileName()).fileName())
-                                       : zorTmiText("window_title"));
+    setWindowTitle(m_lpModel->isOpen()
+            ? QStringLiteral("%1 — %2").arg(zorTmiText("window_title"), QFileInfo(m_lpModel->fileName()).fileName())
+            : zorTmiText("window_title"));
     ui->pushButton_Open->setText(zorTmiText("open"));
     ui->label_Version->setText(zorTmiText("version"));
     ui->label_FieldSet->setText(zorTmiText("fieldset"));
@@ -233,7 +233,7 @@ void ZOR_TelemetryWindow::retranslate()
     ui->chartPane->retranslate();
     ui->trackPane->retranslate();
     ui->treeWidget_Fields->setHeaderLabels({zorTmiText("col_number"), zorTmiText("col_name"), zorTmiText("col_width"),
-                                            zorTmiText("col_offset"), zorTmiText("col_raw"), zorTmiText("col_text")});
+        zorTmiText("col_offset"), zorTmiText("col_raw"), zorTmiText("col_text")});
     // Captions of the columns come from the language service.
     m_lpModel->setFieldSet(m_lpModel->fieldSet());
 }
@@ -286,8 +286,8 @@ void ZOR_TelemetryWindow::setConfigSource(std::function<ZOR_ConfigDocument*()> s
 bool ZOR_TelemetryWindow::takeFieldSetFromConfig()
 {
     ZOR_ConfigDocument* lpDoc = m_configSource ? m_configSource() : nullptr;
-    const auto* lpForm =
-        lpDoc ? qobject_cast<ZOR_Form_Config_Set_Kite3*>(lpDoc->form(QStringLiteral("protocol"))) : nullptr;
+    const auto* lpForm = lpDoc ? qobject_cast<ZOR_Form_Config_Set_Kite3*>(lpDoc->form(QStringLiteral("protocol")))
+                               : nullptr;
     if (!lpForm) {
         ui->statusbar->showMessage(zorTmiText("no_config"));
         return false;
@@ -344,16 +344,16 @@ void ZOR_TelemetryWindow::slot_currentIndexChanged_Version(int nIndex)
 
 void ZOR_TelemetryWindow::slot_clicked_Open()
 {
-    const QString qsFileName =
-        QFileDialog::getOpenFileName(this, zorTmiText("open"), QString(), zorTmiText("open_filter"));
+    const QString qsFileName = QFileDialog::getOpenFileName(
+        this, zorTmiText("open"), QString(), zorTmiText("open_filter"));
     if (!qsFileName.isEmpty())
         openFile(qsFileName);
 }
 
 void ZOR_TelemetryWindow::slot_clicked_FromFile()
 {
-    const QString qsFileName =
-        QFileDialog::getOpenFileName(this, zorTmiText("from_file"), QString(), zorTmiText("from_file_filter"));
+    const QString qsFileName = QFileDialog::getOpenFileName(
+        this, zorTmiText("from_file"), QString(), zorTmiText("from_file_filter"));
     if (!qsFileName.isEmpty())
         takeFieldSetFromFile(qsFileName);
 }
@@ -447,8 +447,8 @@ void ZOR_TelemetryWindow::showRecord(int nRow)
         offsets << QStringLiteral("%1").arg(i * kBytesPerLine, 4, 16, QLatin1Char('0')).toUpper();
     ui->tableWidget_Bytes->setVerticalHeaderLabels(offsets);
     for (int i = 0; i < bytes.size(); ++i) {
-        auto* lpItem =
-            new QTableWidgetItem(QStringLiteral("%1").arg(quint8(bytes.at(i)), 2, 16, QLatin1Char('0')).toUpper());
+        auto* lpItem = new QTableWidgetItem(
+            QStringLiteral("%1").arg(quint8(bytes.at(i)), 2, 16, QLatin1Char('0')).toUpper());
         lpItem->setTextAlignment(Qt::AlignCenter);
         ui->tableWidget_Bytes->setItem(i / kBytesPerLine, i % kBytesPerLine, lpItem);
     }
@@ -558,8 +558,8 @@ void ZOR_TelemetryWindow::slot_itemSelectionChanged_Bytes()
 
 void ZOR_TelemetryWindow::slot_triggered_Export(bool bSelectedOnly)
 {
-    const QString qsFileName =
-        QFileDialog::getSaveFileName(this, zorTmiText("export"), QString(), zorTmiText("export_filter"));
+    const QString qsFileName = QFileDialog::getSaveFileName(
+        this, zorTmiText("export"), QString(), zorTmiText("export_filter"));
     if (!qsFileName.isEmpty())
         exportCsv(qsFileName, bSelectedOnly);
 }
@@ -584,20 +584,20 @@ bool ZOR_TelemetryWindow::exportCsv(const QString& qsFileName, bool bSelectedOnl
     m_qsExportFile = qsFileName;
     m_lpJob = new ZOR_TmiExportJob(m_lpModel->fileName(), m_lpModel->fieldSet(), qsFileName, rows);
     connect(m_lpJob, &ZOR_TmiExportJob::signal_Progress, m_lpProgress, &QProgressBar::setValue);
-    connect(m_lpJob, &ZOR_TmiExportJob::signal_Finished, this,
-            [this](int nResult, const QString& qsError, qint64 nLines) {
-                m_lpProgress->hide();
-                m_lpCancel->hide();
-                if (nResult == ZOR_TmiExportJob::Done)
-                    ui->statusbar->showMessage(zorTmiText("export_done").arg(nLines - 1).arg(m_qsExportFile));
-                else if (nResult == ZOR_TmiExportJob::Cancelled)
-                    ui->statusbar->showMessage(zorTmiText("export_cancelled"));
-                else
-                    ui->statusbar->showMessage(zorTmiText("export_failed").arg(qsError));
-                delete m_lpJob;
-                m_lpJob = nullptr;
-                emit signal_ExportFinished(nResult, qsError);
-            });
+    connect(
+        m_lpJob, &ZOR_TmiExportJob::signal_Finished, this, [this](int nResult, const QString& qsError, qint64 nLines) {
+            m_lpProgress->hide();
+            m_lpCancel->hide();
+            if (nResult == ZOR_TmiExportJob::Done)
+                ui->statusbar->showMessage(zorTmiText("export_done").arg(nLines - 1).arg(m_qsExportFile));
+            else if (nResult == ZOR_TmiExportJob::Cancelled)
+                ui->statusbar->showMessage(zorTmiText("export_cancelled"));
+            else
+                ui->statusbar->showMessage(zorTmiText("export_failed").arg(qsError));
+            delete m_lpJob;
+            m_lpJob = nullptr;
+            emit signal_ExportFinished(nResult, qsError);
+        });
     m_lpProgress->setValue(0);
     m_lpProgress->show();
     m_lpCancel->show();
@@ -647,8 +647,8 @@ void ZOR_TelemetryWindow::archiveChanged()
         ui->tableView_Records->setColumnHidden(c, false);
     m_nShownRow = -1;
     updateInfo();
-    m_lpStore->setArchive(m_lpModel->fileName(), m_lpModel->fieldSet(),
-                          m_lpModel->isOpen() ? m_lpModel->recordCount() : 0);
+    m_lpStore->setArchive(
+        m_lpModel->fileName(), m_lpModel->fieldSet(), m_lpModel->isOpen() ? m_lpModel->recordCount() : 0);
     ui->chartPane->reload();
     ui->trackPane->reload();
     QComboBox* lpColumns = ui->comboBox_ConditionColumn;
@@ -660,8 +660,8 @@ void ZOR_TelemetryWindow::archiveChanged()
     const QByteArray first = m_lpStore->hasTime() ? m_lpModel->recordBytes(0) : QByteArray();
     const int nTimeAt = m_lpModel->fieldSet().fieldOffset(3);
     if (nTimeAt >= 0 && first.size() >= nTimeAt + 4) {
-        const double dTime = ZorTmi::number(ZorTmi::column(ZorTmi::Col_Time),
-                                            reinterpret_cast<const unsigned char*>(first.constData()) + nTimeAt);
+        const double dTime = ZorTmi::number(
+            ZorTmi::column(ZorTmi::Col_Time), reinterpret_cast<const unsigned char*>(first.constData()) + nTimeAt);
         if (!std::isnan(dTime))
             ui->dateTimeEdit_GoTo->setDateTime(QDateTime::fromSecsSinceEpoch(qint64(dTime)));
     }
@@ -680,9 +680,9 @@ void ZOR_TelemetryWindow::followRecord(int nRecord)
 void ZOR_TelemetryWindow::setupNavigation()
 {
     connect(ui->chartPane, &ZOR_TmiChartPane::signal_CursorChanged, this,
-            [this](int nRecord) { selectCell(nRecord, qMax(0, ui->tableView_Records->currentIndex().column())); });
+        [this](int nRecord) { selectCell(nRecord, qMax(0, ui->tableView_Records->currentIndex().column())); });
     connect(ui->chartPane, &ZOR_TmiChartPane::signal_Status, ui->statusbar,
-            [this](const QString& qsText) { ui->statusbar->showMessage(qsText); });
+        [this](const QString& qsText) { ui->statusbar->showMessage(qsText); });
     const auto select = [this](int nRecord) {
         selectCell(nRecord, qMax(0, ui->tableView_Records->currentIndex().column()));
     };
@@ -691,7 +691,7 @@ void ZOR_TelemetryWindow::setupNavigation()
     connect(ui->trackPane, &ZOR_TmiTrackPane::signal_TrackLoaded, this, [this] {
         const auto drive = ui->trackPane->drive();
         ui->summaryPane->setSummary(drive && m_lpModel->recordCount() > 0 ? &drive->summary : nullptr,
-                                    drive ? drive->options : ZOR_DriveOptions());
+            drive ? drive->options : ZOR_DriveOptions());
         ui->trackPane->view()->setSelectedRecord(currentRecord());
     });
     ui->chartPane->setSource(m_lpModel, m_lpStore);
@@ -736,8 +736,8 @@ bool ZOR_TelemetryWindow::goToTime(const QDateTime& at)
 
 QStringList ZOR_TelemetryWindow::conditionOperators()
 {
-    return {QStringLiteral(">"), QStringLiteral("≥"), QStringLiteral("="),
-            QStringLiteral("≠"), QStringLiteral("≤"), QStringLiteral("<")};
+    return {QStringLiteral(">"), QStringLiteral("≥"), QStringLiteral("="), QStringLiteral("≠"), QStringLiteral("≤"),
+        QStringLiteral("<")};
 }
 
 namespace {
@@ -797,8 +797,8 @@ bool ZOR_TelemetryWindow::filterRows(const QString& qsCodes, int nColumn, const 
     for (int i = 0; i < m_lpStore->recordCount(); ++i) {
         if (!codes.isEmpty()) {
             const double dCode = codeValues.value(i);
-            if (std::none_of(codes.begin(), codes.end(),
-                             [&](const auto& r) { return dCode >= r.first && dCode <= r.second; }))
+            if (std::none_of(
+                    codes.begin(), codes.end(), [&](const auto& r) { return dCode >= r.first && dCode <= r.second; }))
                 continue;
         }
         if (nColumn >= 0 && !compare(values.value(i), nOperator, dValue))
@@ -818,10 +818,10 @@ void ZOR_TelemetryWindow::slot_clicked_Filter()
 {
     bool bOk = true;
     const int nColumn = ui->comboBox_ConditionColumn->currentData().toInt();
-    const double dValue =
-        nColumn >= 0 ? QLocale::c().toDouble(
+    const double dValue = nColumn >= 0
+        ? QLocale::c().toDouble(
             ui->lineEdit_ConditionValue->text().trimmed().replace(QLatin1Char(','), QLatin1Char('.')), &bOk)
-                     : 0;
+        : 0;
     if (!bOk) {
         ui->statusbar->showMessage(zorTmiText("filter_bad_value").arg(ui->lineEdit_ConditionValue->text()));
         return;
@@ -864,8 +864,8 @@ void ZOR_TelemetryWindow::applyColumnPreset(int nPreset)
             else if (column.bits > 0)
                 shown[c] = ZorTmi::readInteger(column, lpAny + nOffset - column.offset) != 0;
             else
-                shown[c] =
-                    std::any_of(lpAny + nOffset, lpAny + nOffset + nLength, [](unsigned char b) { return b != 0; });
+                shown[c] = std::any_of(
+                    lpAny + nOffset, lpAny + nOffset + nLength, [](unsigned char b) { return b != 0; });
         }
     } else if (nPreset == Columns_Chart) {
         shown.fill(false);
@@ -883,7 +883,7 @@ void ZOR_TelemetryWindow::slot_clicked_ChooseColumns()
     QVector<bool> ticked;
     for (int c = 0; c < m_lpModel->columnCount(); ++c) {
         texts << QStringLiteral("%1 (%2)").arg(m_lpModel->headerData(c, Qt::Horizontal).toString(),
-                                               QLatin1String(ZorTmi::field(m_lpModel->columnField(c)).name));
+            QLatin1String(ZorTmi::field(m_lpModel->columnField(c)).name));
         ticked << !ui->tableView_Records->isColumnHidden(c);
     }
     if (!tickList(this, zorTmiText("columns_title"), texts, ticked))
@@ -913,9 +913,9 @@ bool ZOR_TelemetryWindow::exportTrack(int nFormat, const QString& qsFileName)
         return false;
     }
     const ZOR_DriveExport writer(drive->track, drive->summary, drive->options);
-    const QByteArray data = nFormat == Track_Gpx   ? writer.gpx()
-                            : nFormat == Track_Kml ? writer.kml()
-                                                   : writer.geoJson();
+    const QByteArray data = nFormat == Track_Gpx ? writer.gpx()
+        : nFormat == Track_Kml                   ? writer.kml()
+                                                 : writer.geoJson();
     QSaveFile file(qsFileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size() || !file.commit()) {
         ui->statusbar->showMessage(zorTmiText("export_failed").arg(file.errorString()));
@@ -928,8 +928,8 @@ bool ZOR_TelemetryWindow::exportTrack(int nFormat, const QString& qsFileName)
 void ZOR_TelemetryWindow::slot_triggered_ExportTrack(int nFormat)
 {
     static const char* const kFilters[] = {"GPX (*.gpx)", "KML (*.kml)", "GeoJSON (*.geojson *.json)"};
-    const QString qsFileName = QFileDialog::getSaveFileName(this, zorTmiText("export"), QString(),
-                                                            QLatin1String(kFilters[qBound(0, nFormat, 2)]));
+    const QString qsFileName = QFileDialog::getSaveFileName(
+        this, zorTmiText("export"), QString(), QLatin1String(kFilters[qBound(0, nFormat, 2)]));
     if (!qsFileName.isEmpty())
         exportTrack(nFormat, qsFileName);
 }
@@ -944,14 +944,12 @@ bool ZOR_TelemetryWindow::exportNumericCsv(const QString& qsFileName)
     }
     const QString qsTool = QCoreApplication::applicationDirPath() + QStringLiteral("/zor-tool");
     m_lpNumericJob = new QProcess(this);
-    const QStringList args = {QStringLiteral("csv"),      QStringLiteral("--numeric"),
-                              QStringLiteral("--version"), QString::number(m_lpModel->fieldSet().version()),
-                              QStringLiteral("--mask"),    m_lpModel->fieldSet().text(),
-                              QStringLiteral("--in"),      m_lpModel->fileName(),
-                              QStringLiteral("--out"),     qsFileName};
+    const QStringList args = {QStringLiteral("csv"), QStringLiteral("--numeric"), QStringLiteral("--version"),
+        QString::number(m_lpModel->fieldSet().version()), QStringLiteral("--mask"), m_lpModel->fieldSet().text(),
+        QStringLiteral("--in"), m_lpModel->fileName(), QStringLiteral("--out"), qsFileName};
     auto done = [this, qsFileName](bool bOk, const QString& qsWhy) {
-        ui->statusbar->showMessage(bOk ? zorTmiText("export_file_done").arg(qsFileName)
-                                       : zorTmiText("export_failed").arg(qsWhy));
+        ui->statusbar->showMessage(
+            bOk ? zorTmiText("export_file_done").arg(qsFileName) : zorTmiText("export_failed").arg(qsWhy));
         m_lpNumericJob->deleteLater();
         m_lpNumericJob = nullptr;
         emit signal_ExportFinished(bOk ? ZOR_TmiExportJob::Done : ZOR_TmiExportJob::Failed, qsWhy);
@@ -961,11 +959,11 @@ bool ZOR_TelemetryWindow::exportNumericCsv(const QString& qsFileName)
             done(false, m_lpNumericJob->errorString());
     });
     connect(m_lpNumericJob, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
-            [this, done](int nCode, QProcess::ExitStatus status) {
-                // 1: written, but the archive ends in a partial record.
-                const bool bOk = status == QProcess::NormalExit && (nCode == 0 || nCode == 1);
-                done(bOk, QString::fromLocal8Bit(m_lpNumericJob->readAllStandardError()).trimmed());
-            });
+        [this, done](int nCode, QProcess::ExitStatus status) {
+            // 1: written, but the archive ends in a partial record.
+            const bool bOk = status == QProcess::NormalExit && (nCode == 0 || nCode == 1);
+            done(bOk, QString::fromLocal8Bit(m_lpNumericJob->readAllStandardError()).trimmed());
+        });
     ui->statusbar->showMessage(zorTmiText("export_running").arg(qsFileName));
     m_lpNumericJob->start(qsTool, args);
     return true;
@@ -978,13 +976,13 @@ void ZOR_TelemetryWindow::setupExportMenu()
     m_lpExportSelected = lpExportMenu->addAction(QString(), this, [this] { slot_triggered_Export(true); });
     lpExportMenu->addSeparator();
     m_lpExportNumeric = lpExportMenu->addAction(QString(), this, [this] {
-        const QString qsFileName = QFileDialog::getSaveFileName(this, zorTmiText("export"), QString(),
-                                                                zorTmiText("export_filter"));
+        const QString qsFileName = QFileDialog::getSaveFileName(
+            this, zorTmiText("export"), QString(), zorTmiText("export_filter"));
         if (!qsFileName.isEmpty())
             exportNumericCsv(qsFileName);
     });
     for (int nFormat : {Track_Gpx, Track_Kml, Track_GeoJson})
-        m_trackExports << lpExportMenu->addAction(QString(), this,
-                                                  [this, nFormat] { slot_triggered_ExportTrack(nFormat); });
+        m_trackExports << lpExportMenu->addAction(
+            QString(), this, [this, nFormat] { slot_triggered_ExportTrack(nFormat); });
     ui->toolButton_Export->setMenu(lpExportMenu);
 }

@@ -157,7 +157,7 @@ bool ZOR_TmiArchiveModel::readRecord(int nRow, QByteArray& bytes) const
     const qint64 nBlockRecords = qMax(1, kBlockBytes / m_nRecordSize);
     const qint64 nBlockEnd = m_nBlockStart + m_block.size();
     const bool bCovered = m_nBlockStart >= 0 && nStart >= m_nBlockStart && nStart < nBlockEnd
-                          && (nStart + m_nRecordSize <= nBlockEnd || nBlockEnd == m_nFileSize);
+        && (nStart + m_nRecordSize <= nBlockEnd || nBlockEnd == m_nFileSize);
     if (!bCovered) {
         // Blocks start at record boundaries, and never reach past the file.
         const qint64 nBlockStart = nRow / nBlockRecords * nBlockRecords * m_nRecordSize;

@@ -97,7 +97,7 @@ private:
     int m_nRecords = 0;
     int m_nPartialBytes = 0;
     bool m_bTruncated = false;
-    QVector<quint16> m_columns;  // column ids
+    QVector<quint16> m_columns; // column ids
     QStringList m_captions;
 
     // Reading goes through one block of records around the asked row.

@@ -149,6 +149,6 @@ void ZOR_TmiChartPane::slot_itemChanged(QListWidgetItem* lpItem)
         lpItem->setCheckState(Qt::Unchecked);
         return;
     }
-    m_lpChart->addSeries(nColumn, m_lpModel->headerData(nColumn, Qt::Horizontal).toString(), m_lpStore->unit(nId),
-                         values);
+    m_lpChart->addSeries(
+        nColumn, m_lpModel->headerData(nColumn, Qt::Horizontal).toString(), m_lpStore->unit(nId), values);
 }

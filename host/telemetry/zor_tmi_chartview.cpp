@@ -16,8 +16,8 @@ constexpr int kBottomAxis = 20;
 constexpr int kOverview = 34;
 constexpr int kMargin = 6;
 
-const QColor kColours[] = {QColor(31, 119, 180), QColor(214, 39, 40),  QColor(44, 160, 44), QColor(148, 103, 189),
-                           QColor(255, 127, 14), QColor(23, 190, 207), QColor(140, 86, 75), QColor(227, 119, 194)};
+const QColor kColours[] = {QColor(31, 119, 180), QColor(214, 39, 40), QColor(44, 160, 44), QColor(148, 103, 189),
+    QColor(255, 127, 14), QColor(23, 190, 207), QColor(140, 86, 75), QColor(227, 119, 194)};
 
 // A round step near span / count: 1, 2 or 5 times a power of ten.
 double niceStep(double dSpan, int nCount)
@@ -33,8 +33,8 @@ double niceStep(double dSpan, int nCount)
 // A step of a clock: seconds, minutes, hours or days.
 double timeStep(double dSpan, int nCount)
 {
-    static const double kSteps[] = {1,    2,    5,    10,    15,    30,    60,    120,    300,    600,     900,
-                                    1800, 3600, 7200, 10800, 21600, 43200, 86400, 172800, 604800, 2592000, 31536000};
+    static const double kSteps[] = {1, 2, 5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600, 7200, 10800, 21600, 43200,
+        86400, 172800, 604800, 2592000, 31536000};
     const double dRaw = dSpan / qMax(1, nCount);
     for (double s : kSteps)
         if (s >= dRaw)
@@ -94,8 +94,8 @@ void ZOR_TmiChartView::setRecords(int nRecords, const QVector<double>& times)
     resetView();
 }
 
-void ZOR_TmiChartView::addSeries(int nKey, const QString& qsCaption, const QString& qsUnit,
-                                 const QVector<double>& values)
+void ZOR_TmiChartView::addSeries(
+    int nKey, const QString& qsCaption, const QString& qsUnit, const QVector<double>& values)
 {
     if (hasSeries(nKey) || values.size() != m_nRecords)
         return;
@@ -121,7 +121,7 @@ void ZOR_TmiChartView::addSeries(int nKey, const QString& qsCaption, const QStri
 void ZOR_TmiChartView::removeSeries(int nKey)
 {
     m_series.erase(std::remove_if(m_series.begin(), m_series.end(), [&](const auto& s) { return s->nKey == nKey; }),
-                   m_series.end());
+        m_series.end());
     update();
 }
 
@@ -159,7 +159,7 @@ QRect ZOR_TmiChartView::plotRect() const
             units << s->qsUnit;
     const int nAxes = qMax(1, units.size());
     return QRect(QPoint(kMargin + nAxes * kAxisWidth, kMargin),
-                 QPoint(width() - kMargin - 1, height() - kOverview - kBottomAxis - kMargin - 1));
+        QPoint(width() - kMargin - 1, height() - kOverview - kBottomAxis - kMargin - 1));
 }
 
 QRect ZOR_TmiChartView::overviewRect() const
@@ -235,8 +235,8 @@ int ZOR_TmiChartView::recordAt(int nX) const
     return nAfter;
 }
 
-bool ZOR_TmiChartView::columnEnvelope(int nSeries, int nColumn, int& nFirst, int& nLast, double& dMin,
-                                      double& dMax) const
+bool ZOR_TmiChartView::columnEnvelope(
+    int nSeries, int nColumn, int& nFirst, int& nLast, double& dMin, double& dMax) const
 {
     if (nSeries < 0 || nSeries >= seriesCount())
         return false;
@@ -254,11 +254,8 @@ std::vector<ZOR_TmiChartView::Axis> ZOR_TmiChartView::axes(int nFirst, int nLast
     for (const auto& s : m_series) {
         auto it = std::find_if(result.begin(), result.end(), [&](const Axis& a) { return a.qsUnit == s->qsUnit; });
         if (it == result.end()) {
-            result.push_back(Axis{s->qsUnit,
-                                  s->colour,
-                                  std::numeric_limits<double>::infinity(),
-                                  -std::numeric_limits<double>::infinity(),
-                                  {}});
+            result.push_back(Axis{s->qsUnit, s->colour, std::numeric_limits<double>::infinity(),
+                -std::numeric_limits<double>::infinity(), {}});
             it = result.end() - 1;
         }
         it->series.push_back(s.get());
@@ -327,9 +324,9 @@ void ZOR_TmiChartView::paintTimeAxis(QPainter& p, const QRect& plot) const
             qsLabel = QString::number(qint64(x) + 1);
         else {
             const QDateTime at = QDateTime::fromSecsSinceEpoch(qint64(x));
-            qsLabel = at.toString(dStep < 60      ? QStringLiteral("HH:mm:ss")
-                                  : dStep < 86400 ? QStringLiteral("dd.MM HH:mm")
-                                                  : QStringLiteral("dd.MM.yyyy"));
+            qsLabel = at.toString(dStep < 60 ? QStringLiteral("HH:mm:ss")
+                    : dStep < 86400          ? QStringLiteral("dd.MM HH:mm")
+                                             : QStringLiteral("dd.MM.yyyy"));
         }
         p.setPen(palette().text().color());
         const int nW = fm.horizontalAdvance(qsLabel);
@@ -455,7 +452,7 @@ void ZOR_TmiChartView::paintOverview(QPainter& p) const
                 double dMax = 0;
                 if (nTo > nFrom && s.envelope.range(nFrom, nTo, dMin, dMax))
                     p.drawLine(strip.left() + nX, strip.bottom() - 2 - int((dMin - dAllMin) * dScale),
-                               strip.left() + nX, strip.bottom() - 2 - int((dMax - dAllMin) * dScale));
+                        strip.left() + nX, strip.bottom() - 2 - int((dMax - dAllMin) * dScale));
                 nFrom = qMax(nFrom, nTo);
             }
         }

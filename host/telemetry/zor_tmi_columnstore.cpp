@@ -143,10 +143,10 @@ bool ZOR_TmiColumnStore::recordsOr(QByteArray& out)
         QByteArray any(nSize, '\0');
         char* lpAny = any.data();
         const bool bOk = m_nRecords == 0 || readRecords([&](const unsigned char* lpRecords, int, int nCount) {
-                             for (qint64 i = 0; i < nCount; ++i)
-                                 for (int b = 0; b < nSize; ++b)
-                                     lpAny[b] = char(lpAny[b] | lpRecords[i * nSize + b]);
-                         });
+            for (qint64 i = 0; i < nCount; ++i)
+                for (int b = 0; b < nSize; ++b)
+                    lpAny[b] = char(lpAny[b] | lpRecords[i * nSize + b]);
+        });
         if (!bOk)
             return false;
         m_recordsOr = any;

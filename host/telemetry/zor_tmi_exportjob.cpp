@@ -17,7 +17,7 @@ constexpr int kRecordsPerRead = 1024;
 } // namespace
 
 ZOR_TmiExportJob::ZOR_TmiExportJob(const QString& qsArchive, const ZOR_TmiFieldSet& fieldSet, const QString& qsCsv,
-                                   const QVector<int>& rows, QObject* parent)
+    const QVector<int>& rows, QObject* parent)
     : QObject(parent)
     , m_qsArchive(qsArchive)
     , m_fieldSet(fieldSet)

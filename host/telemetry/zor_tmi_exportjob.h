@@ -29,7 +29,7 @@ public:
 
     // rows empty: every whole record.
     ZOR_TmiExportJob(const QString& qsArchive, const ZOR_TmiFieldSet& fieldSet, const QString& qsCsv,
-                     const QVector<int>& rows = QVector<int>(), QObject* parent = nullptr);
+        const QVector<int>& rows = QVector<int>(), QObject* parent = nullptr);
     ~ZOR_TmiExportJob() override;
 
     void start();

@@ -200,7 +200,7 @@ int ZOR_TmiFieldSet::fieldAt(int nByte) const
 
 std::unique_ptr<TmiPage_Base> ZOR_TmiFieldSet::makeRecord() const
 {
-    std::unique_ptr<TmiPage_Base> record = TmiPage_Base::create(m_nVersion);  // always 1, 2 or 3
+    std::unique_ptr<TmiPage_Base> record = TmiPage_Base::create(m_nVersion); // always 1, 2 or 3
     record->setPageFormat(bytes(m_mask));
     return record;
 }

@@ -17,13 +17,13 @@ class TmiPage_Base;
 class ZOR_TmiFieldSet
 {
 public:
-    ZOR_TmiFieldSet();  // version 3, every field
+    ZOR_TmiFieldSet(); // version 3, every field
     static ZOR_TmiFieldSet full(int nVersion);
 
     int version() const { return m_nVersion; }
     // 1, 2 or 3; anything else keeps the current version.
     void setVersion(int nVersion);
-    const QByteArray& mask() const { return m_mask; }  // 32 bytes
+    const QByteArray& mask() const { return m_mask; } // 32 bytes
     void setMask(const QByteArray& mask);
     bool has(int n) const;
     void setField(int n, bool bOn);

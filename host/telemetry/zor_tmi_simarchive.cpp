@@ -24,8 +24,8 @@ void put(QByteArray& block, std::size_t nOffset, T value)
 
 #define ZOR_PUT(Name, Type, value) put<Type>(block, offsetof(szCurrentTMI_KITE3, Name), Type(value))
 
-constexpr quint32 kStartTime = 1717200000;  // 2024-06-01 00:00 UTC
-constexpr int kStep = 10;                    // seconds between records
+constexpr quint32 kStartTime = 1717200000; // 2024-06-01 00:00 UTC
+constexpr int kStep = 10; // seconds between records
 constexpr double kPi = 3.14159265358979323846;
 
 } // namespace
@@ -51,7 +51,7 @@ QByteArray valueBlock(qint64 nIndex)
     ZOR_PUT(NumPage, quint32, nIndex + 1);
     ZOR_PUT(Code, quint16, bParked ? 3 : nIndex % 30 == 0 ? 2 : 1);
     ZOR_PUT(Time, quint32, nTime);
-    ZOR_PUT(State, quint8, 0x08);                               // guard on
+    ZOR_PUT(State, quint8, 0x08); // guard on
     ZOR_PUT(Module1, quint8, 0x01 | 0x08 | 0x20 | (bParked ? 0 : 0x80));
     ZOR_PUT(Module2, quint8, 0x08 | 0x10);
     ZOR_PUT(GSM, quint8, 18 + nIndex % 7);
@@ -69,7 +69,7 @@ QByteArray valueBlock(qint64 nIndex)
     ZOR_PUT(Power, quint16, bParked ? 12400 : 13900 + nIndex % 11 * 10);
     ZOR_PUT(Reserv, quint16, 4100);
     ZOR_PUT(StateU_Ain1, quint16, 2500 + nIndex % 50);
-    ZOR_PUT(In1, quint8, bParked ? 0x00 : 0x01);                // ignition on input 1
+    ZOR_PUT(In1, quint8, bParked ? 0x00 : 0x01); // ignition on input 1
     ZOR_PUT(Out1, quint8, 0x00);
     ZOR_PUT(In_Imp1, quint32, nIndex * 3);
     ZOR_PUT(Motochas, quint32, 360000 + nSeconds);
@@ -78,8 +78,8 @@ QByteArray valueBlock(qint64 nIndex)
     const qint64 nLevel = 4000 - qint64(dKm * 2.5) % 3200;
     ZOR_PUT(RS485_1, quint16, nLevel);
     ZOR_PUT(Temp1, qint8, 21 + nIndex % 3);
-    ZOR_PUT(Temp2, qint8, -128);                                // no sensor
-    ZOR_PUT(CanFuelLevel, quint16, nLevel / 10);                // litres x 10 with bit 15 clear
+    ZOR_PUT(Temp2, qint8, -128); // no sensor
+    ZOR_PUT(CanFuelLevel, quint16, nLevel / 10); // litres x 10 with bit 15 clear
     ZOR_PUT(CanFuelConsumption, float, float(3100.0 + dKm * 0.25));
     ZOR_PUT(CanEngineTurns, quint16, bParked ? 650 : 1400 + int(dSpeed) * 10);
     ZOR_PUT(CanTemp, qint8, 88);

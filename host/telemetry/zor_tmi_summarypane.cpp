@@ -57,31 +57,33 @@ QString ZOR_TmiSummaryPane::html(const ZOR_DriveSummary& s, const ZOR_DriveOptio
     out += row(zorTmiText("sum_records"), QString::number(s.records));
     if (s.hasTime)
         out += row(zorTmiText("sum_span"),
-                   QStringLiteral("%1 — %2 (%3)")
-                       .arg(timeText(s.firstTime), timeText(s.lastTime), durationText(s.lastTime - s.firstTime)));
+            QStringLiteral("%1 — %2 (%3)")
+                .arg(timeText(s.firstTime), timeText(s.lastTime), durationText(s.lastTime - s.firstTime)));
     if (s.hasDistance)
-        out += row(zorTmiText("sum_distance"), QStringLiteral("%1 %2").arg(s.distanceKm, 0, 'f', 2).arg(qsKm)
-                                                   + (s.hasMileage ? QStringLiteral(" (%1: %2 %3)")
-                                                                         .arg(zorTmiText("sum_mileage"))
-                                                                         .arg(s.mileageKm, 0, 'f', 2)
-                                                                         .arg(qsKm)
-                                                                   : QString()));
+        out += row(zorTmiText("sum_distance"),
+            QStringLiteral("%1 %2").arg(s.distanceKm, 0, 'f', 2).arg(qsKm)
+                + (s.hasMileage ? QStringLiteral(" (%1: %2 %3)")
+                                      .arg(zorTmiText("sum_mileage"))
+                                      .arg(s.mileageKm, 0, 'f', 2)
+                                      .arg(qsKm)
+                                : QString()));
     if (s.hasMovingTime)
         out += row(zorTmiText("sum_moving"), durationText(s.movingS));
     if (s.hasSpeed)
         out += row(zorTmiText("sum_speed"),
-                   QStringLiteral("%1 / %2 %3")
-                       .arg(s.maxSpeedKmh, 0, 'f', 1)
-                       .arg(std::isnan(s.avgSpeedKmh) ? QStringLiteral("—") : QString::number(s.avgSpeedKmh, 'f', 1))
-                       .arg(qsKmh));
+            QStringLiteral("%1 / %2 %3")
+                .arg(s.maxSpeedKmh, 0, 'f', 1)
+                .arg(std::isnan(s.avgSpeedKmh) ? QStringLiteral("—") : QString::number(s.avgSpeedKmh, 'f', 1))
+                .arg(qsKmh));
     if (s.hasEngineHours)
-        out += row(zorTmiText("sum_engine"),
-                   QStringLiteral("%1 %2").arg(s.engineHours, 0, 'f', 2).arg(zorTmiText("unit_h")));
-    out += row(zorTmiText("sum_rules"), zorTmiText("sum_rules_text")
-                                            .arg(options.movingSpeedKmh)
-                                            .arg(options.minStopS / 60.0)
-                                            .arg(options.fuelThreshold)
-                                            .arg(options.fuelWindowS / 60.0));
+        out += row(
+            zorTmiText("sum_engine"), QStringLiteral("%1 %2").arg(s.engineHours, 0, 'f', 2).arg(zorTmiText("unit_h")));
+    out += row(zorTmiText("sum_rules"),
+        zorTmiText("sum_rules_text")
+            .arg(options.movingSpeedKmh)
+            .arg(options.minStopS / 60.0)
+            .arg(options.fuelThreshold)
+            .arg(options.fuelWindowS / 60.0));
     out += QStringLiteral("</table>");
     for (const ZOR_DriveGap& gap : s.gaps)
         out += QStringLiteral("<p>%1</p>")
@@ -100,11 +102,10 @@ QString ZOR_TmiSummaryPane::runsHtml(const ZOR_DriveSummary& s, bool bStops) con
         QStringLiteral("<h4>%1: %2</h4>").arg(zorTmiText(bStops ? "sum_stops" : "sum_trips")).arg(runs.size());
     if (runs.empty())
         return out;
-    out +=
-        QStringLiteral(
-            "<table border=\"1\" cellspacing=\"0\" cellpadding=\"2\"><tr><th>%1</th><th>%2</th><th>%3</th><th>%4</th>")
-            .arg(zorTmiText("sum_records_col"), zorTmiText("sum_start"), zorTmiText("sum_end"),
-                 zorTmiText("sum_duration"));
+    out += QStringLiteral(
+        "<table border=\"1\" cellspacing=\"0\" cellpadding=\"2\"><tr><th>%1</th><th>%2</th><th>%3</th><th>%4</th>")
+               .arg(zorTmiText("sum_records_col"), zorTmiText("sum_start"), zorTmiText("sum_end"),
+                   zorTmiText("sum_duration"));
     if (!bStops)
         out += QStringLiteral("<th>%1</th><th>%2</th>").arg(zorTmiText("sum_distance"), zorTmiText("sum_max_speed"));
     out += QStringLiteral("</tr>");
@@ -112,7 +113,7 @@ QString ZOR_TmiSummaryPane::runsHtml(const ZOR_DriveSummary& s, bool bStops) con
         out += QStringLiteral("<tr><td>%1–%2</td><td>%3</td><td>%4</td><td>%5</td>")
                    .arg(recordLink(r.first), recordLink(r.last))
                    .arg(s.hasTime ? timeText(r.start) : QString(), s.hasTime ? timeText(r.end) : QString(),
-                        s.hasTime ? durationText(r.end - r.start) : QString());
+                       s.hasTime ? durationText(r.end - r.start) : QString());
         if (!bStops)
             out += QStringLiteral("<td>%1</td><td>%2</td>")
                        .arg(r.distanceKm, 0, 'f', 2)
@@ -130,11 +131,11 @@ QString ZOR_TmiSummaryPane::fuelHtml(const ZOR_DriveSummary& s) const
     out += QStringLiteral("<table border=\"1\" cellspacing=\"0\" "
                           "cellpadding=\"2\"><tr><th>%1</th><th>%2</th><th>%3</th><th>%4</th></tr>")
                .arg(zorTmiText("sum_kind"), zorTmiText("sum_records_col"), zorTmiText("sum_field"),
-                    zorTmiText("sum_change"));
+                   zorTmiText("sum_change"));
     for (const ZOR_FuelEvent& e : s.fuelEvents)
         out += QStringLiteral("<tr><td>%1</td><td>%2–%3</td><td>%4</td><td>%5 → %6 (%7)</td></tr>")
                    .arg(zorTmiText(e.refuel ? "sum_refuel" : "sum_drain"), recordLink(e.first), recordLink(e.last),
-                        e.field)
+                       e.field)
                    .arg(e.before, 0, 'f', 0)
                    .arg(e.after, 0, 'f', 0)
                    .arg(e.change() > 0 ? QStringLiteral("+%1").arg(e.change(), 0, 'f', 0)

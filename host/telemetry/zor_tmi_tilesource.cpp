@@ -46,7 +46,7 @@ bool ZOR_TmiTileSource::isValidTemplate(const QString& qsTemplate)
         QString(qsNew).replace(QLatin1Char('{'), QLatin1Char('_')).replace(QLatin1Char('}'), QLatin1Char('_')));
     const bool bHttp = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
     return bHttp && !url.host().isEmpty() && qsNew.contains(QLatin1String("{z}"))
-           && qsNew.contains(QLatin1String("{x}")) && qsNew.contains(QLatin1String("{y}"));
+        && qsNew.contains(QLatin1String("{x}")) && qsNew.contains(QLatin1String("{y}"));
 }
 
 bool ZOR_TmiTileSource::setUrlTemplate(const QString& qsTemplate)

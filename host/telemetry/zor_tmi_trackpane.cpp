@@ -72,8 +72,8 @@ void ZOR_TmiTrackPane::retranslate()
 
 // The drive of an archive: every whole record through the drive library,
 // then its summary; the positions of records without a valid fix are NaN.
-std::shared_ptr<ZOR_TmiTrackPane::Loaded> ZOR_TmiTrackPane::loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set,
-                                                                      int nRecords, const std::atomic_bool& bStop)
+std::shared_ptr<ZOR_TmiTrackPane::Loaded> ZOR_TmiTrackPane::loadTrack(
+    const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords, const std::atomic_bool& bStop)
 {
     auto out = std::make_shared<Loaded>();
     QFile file(qsFile);

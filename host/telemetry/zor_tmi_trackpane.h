@@ -63,8 +63,8 @@ signals:
     void signal_TrackLoaded();
 
 private:
-    static std::shared_ptr<Loaded> loadTrack(const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords,
-                                             const std::atomic_bool& bStop);
+    static std::shared_ptr<Loaded> loadTrack(
+        const QString& qsFile, const ZOR_TmiFieldSet& set, int nRecords, const std::atomic_bool& bStop);
     void slot_clicked_Map();
     void showStatus();
 

@@ -17,8 +17,8 @@ constexpr double kPi = 3.14159265358979323846;
 constexpr double kEarthCircumference = 40075016.686; // metres at the equator
 constexpr int kTile = 256;
 constexpr int kMaxTileZoom = 19;
-const QColor kSpeedColours[] = {QColor(40, 90, 220), QColor(0, 160, 170), QColor(40, 170, 60),
-                                QColor(200, 190, 0), QColor(240, 130, 0), QColor(210, 30, 30)};
+const QColor kSpeedColours[] = {QColor(40, 90, 220), QColor(0, 160, 170), QColor(40, 170, 60), QColor(200, 190, 0),
+    QColor(240, 130, 0), QColor(210, 30, 30)};
 constexpr int kSpeedBands = 6;
 
 QPointF mercator(double dLat, double dLon)
@@ -53,7 +53,7 @@ ZOR_TmiTrackView::ZOR_TmiTrackView(QWidget* parent)
 }
 
 void ZOR_TmiTrackView::setTrack(const QVector<double>& latitudes, const QVector<double>& longitudes,
-                                const QVector<double>& speeds, const QVector<int>& breaksBefore)
+    const QVector<double>& speeds, const QVector<int>& breaksBefore)
 {
     m_world.clear();
     m_records.clear();
@@ -345,7 +345,7 @@ void ZOR_TmiTrackView::paintLegend(QPainter& p) const
     const QString qsMax = QStringLiteral("%1 %2").arg(qRound(m_dMaxSpeed)).arg(zorTmiText("unit_kmh"));
     const int nWidth = 14 * kSpeedBands;
     const QRect box(width() - nWidth - fm.horizontalAdvance(qsMax) - 30, 6, nWidth + fm.horizontalAdvance(qsMax) + 24,
-                    fm.height() + 6);
+        fm.height() + 6);
     p.fillRect(box, QColor(255, 255, 255, 200));
     p.setPen(Qt::black);
     p.drawText(box.left() + 4, box.top() + fm.ascent() + 3, QStringLiteral("0"));

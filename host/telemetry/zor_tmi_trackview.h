@@ -24,7 +24,7 @@ public:
     // latitude where the record has no valid fix; the line also breaks
     // before the records listed (gaps).
     void setTrack(const QVector<double>& latitudes, const QVector<double>& longitudes, const QVector<double>& speeds,
-                  const QVector<int>& breaksBefore = QVector<int>());
+        const QVector<int>& breaksBefore = QVector<int>());
     // Records where the vehicle stood.
     void setStops(const QVector<int>& records);
     int pointCount() const { return m_records.size(); }

@@ -60,7 +60,7 @@ bool ZOR_CommandHistory::restore(QString& qsOut)
 
 QString ZOR_CommandHistory::defaultPath()
 {
-    return appDataDirectory() + QStringLiteral("/Localization/Temp/commands_history.txt");
+    return appUserDataDirectory() + QStringLiteral("/Localization/Temp/commands_history.txt");
 }
 
 bool ZOR_CommandHistory::load(const QString& qsPath)

@@ -32,7 +32,7 @@ public:
     bool load(const QString& qsPath);
     bool save(const QString& qsPath);
     QString errorString() const { return qsError; }
-    // <application data>/Localization/Temp/commands_history.txt
+    // <appUserDataDirectory()>/Localization/Temp/commands_history.txt
     static QString defaultPath();
 
 private:

@@ -5,7 +5,10 @@
 #include <QFile>
 #include <QFileInfo>
 
-ZOR_ConsoleLogFile::ZOR_ConsoleLogFile(QObject* parent) : QObject(parent) {}
+ZOR_ConsoleLogFile::ZOR_ConsoleLogFile(QObject* parent)
+    : QObject(parent)
+{
+}
 
 ZOR_ConsoleLogFile::~ZOR_ConsoleLogFile() = default;
 
@@ -75,7 +78,7 @@ void ZOR_ConsoleLogFile::append(int direction, const QByteArray& data)
     } else {
         for (const char c : data)
             qsEntry += static_cast<unsigned char>(c) >= 32 && static_cast<unsigned char>(c) < 127 ? QLatin1Char(c)
-                                                                                               : QLatin1Char('.');
+                                                                                                  : QLatin1Char('.');
     }
     lpFile->setLogStr(qsEntry);
     if (QFileInfo(qsPath).size() >= nMaxBytes && !rotate())

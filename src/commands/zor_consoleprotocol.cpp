@@ -14,16 +14,19 @@ const char* const kCoordSystemCommands[2][2] = {
     {"*!UC GPS,PMTK330,223", "*!UC GPS,PMTK330,0"},
 };
 
-struct NmeaRate {
+struct NmeaRate
+{
     const char* qsCaption; // UTF-8
     const char* qsPeriodMs;
 };
-const NmeaRate kNmeaRates[] = {
-    {"1 Гц", "1000"}, {"2 Гц", "500"}, {"5 Гц", "200"}, {"10 Гц", "100"}};
+const NmeaRate kNmeaRates[] = {{"1 Гц", "1000"}, {"2 Гц", "500"}, {"5 Гц", "200"}, {"10 Гц", "100"}};
 
 } // namespace
 
-ZOR_ConsoleProtocol::ZOR_ConsoleProtocol(QObject* parent) : QObject(parent) {}
+ZOR_ConsoleProtocol::ZOR_ConsoleProtocol(QObject* parent)
+    : QObject(parent)
+{
+}
 
 QByteArray ZOR_ConsoleProtocol::getUniCommand(const QString& qsCommand)
 {
@@ -69,12 +72,9 @@ QString ZOR_ConsoleProtocol::coordSystemCommand(int nDialect, bool bPz90)
 QString ZOR_ConsoleProtocol::satSystemsCommand(SatSystems systems)
 {
     switch (systems) {
-    case SatSystems::Gps:
-        return QStringLiteral("*!UC GPS,PMTK353,1,0,0,0,0");
-    case SatSystems::Glonass:
-        return QStringLiteral("*!UC GPS,PMTK353,0,1,0,0,0");
-    default:
-        return QStringLiteral("*!UC GPS,PMTK353,1,1,0,0,0");
+    case SatSystems::Gps: return QStringLiteral("*!UC GPS,PMTK353,1,0,0,0,0");
+    case SatSystems::Glonass: return QStringLiteral("*!UC GPS,PMTK353,0,1,0,0,0");
+    default: return QStringLiteral("*!UC GPS,PMTK353,1,1,0,0,0");
     }
 }
 

@@ -37,7 +37,8 @@ public:
     static QString getIccIdType(const QString& qsField);
     // A "*#ICCID <mask>,<field>[,<field>]" reply: which SIM results it
     // fills, and with what. Nothing is set for any other text.
-    struct IccIdReply {
+    struct IccIdReply
+    {
         bool bSim1 = false;
         bool bSim2 = false;
         QString qsSim1;

@@ -17,7 +17,11 @@ const char* const kNewCommandStem = "Command";
 class FieldTabDelegate : public QStyledItemDelegate
 {
 public:
-    explicit FieldTabDelegate(QTreeWidget* tree) : QStyledItemDelegate(tree), lpTree(tree) {}
+    explicit FieldTabDelegate(QTreeWidget* tree)
+        : QStyledItemDelegate(tree)
+        , lpTree(tree)
+    {
+    }
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override
@@ -43,11 +47,10 @@ private:
 } // namespace
 
 ZOR_Dialog_Commands::ZOR_Dialog_Commands(QWidget* parent)
-    : ZOR_Dialog_XmlList(QStringLiteral("/Localization/Temp/commands.xml"),
-                         QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
-                         {{QStringLiteral("name"), QStringLiteral("mdln_039")},
-                          {QStringLiteral("cmnd"), QStringLiteral("mdln_040")}},
-                         parent)
+    : ZOR_Dialog_XmlList(QStringLiteral("/Localization/Temp/commands.xml"), QStringLiteral("COMMANDS"),
+        QStringLiteral("COMMAND"),
+        {{QStringLiteral("name"), QStringLiteral("mdln_039")}, {QStringLiteral("cmnd"), QStringLiteral("mdln_040")}},
+        parent)
 {
     CaptionKeys keys;
     keys.lpTitle = "mdln_033";
@@ -61,8 +64,7 @@ ZOR_Dialog_Commands::ZOR_Dialog_Commands(QWidget* parent)
     treeWidget()->setColumnWidth(0, 45);
     treeWidget()->setColumnWidth(NameColumn, 250);
     treeWidget()->setItemDelegate(new FieldTabDelegate(treeWidget()));
-    connect(this, &ZOR_Dialog_XmlList::signal_List_Change, this,
-            &ZOR_Dialog_Commands::signal_ListCommands_Change);
+    connect(this, &ZOR_Dialog_XmlList::signal_List_Change, this, &ZOR_Dialog_Commands::signal_ListCommands_Change);
     translateForm();
     readFile();
 }
@@ -149,15 +151,13 @@ bool ZOR_Dialog_Commands::updateCommand(const QString& qsName, const QString& qs
     return commitChange();
 }
 
-QString ZOR_Dialog_Commands::saveCommand(QWidget* parent, const QString& qsName,
-                                         const QString& qsCommand)
+QString ZOR_Dialog_Commands::saveCommand(QWidget* parent, const QString& qsName, const QString& qsCommand)
 {
     const ZOR_Command* command = getCommand4Name(qsName);
     if (!command || command->isDefault())
         return saveCommandAs(parent, qsCommand);
     if (ask(parent, QMessageBox::Question, QStringLiteral("%1!").arg(zorTr(QStringLiteral("wrd_005"))),
-            zorTr(QStringLiteral("mdln_046")),
-            {zorTr(QStringLiteral("wrd_001")), zorTr(QStringLiteral("wrd_002"))})
+            zorTr(QStringLiteral("mdln_046")), {zorTr(QStringLiteral("wrd_001")), zorTr(QStringLiteral("wrd_002"))})
         == 1)
         return QString();
     updateCommand(qsName, qsCommand);
@@ -170,7 +170,7 @@ QString ZOR_Dialog_Commands::saveCommandAs(QWidget* parent, const QString& qsCom
     QString qsName = getNameNewCommand();
     for (;;) {
         if (!askText(parent, zorTr(QStringLiteral("mdln_043")),
-                     QStringLiteral("%1:").arg(zorTr(QStringLiteral("mdln_044"))), qsName))
+                QStringLiteral("%1:").arg(zorTr(QStringLiteral("mdln_044"))), qsName))
             return QString();
         qsName = qsName.trimmed();
         if (qsName.isEmpty()) {
@@ -252,7 +252,7 @@ void ZOR_Dialog_Commands::appendRecord(const QStringList& fields, bool isDefault
         if (!bConfirmNamesRead) {
             bool bOk = false;
             const ZOR_XmlListFile file(QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
-                                       {QStringLiteral("name"), QStringLiteral("confirm")});
+                {QStringLiteral("name"), QStringLiteral("confirm")});
             for (const QStringList& record : file.read(defaultFilePath(), bOk)) {
                 if (record.value(1) == QLatin1String("1"))
                     confirmNames.insert(record.value(0));

@@ -11,6 +11,7 @@
 #include "ui_zor_form_commands.h"
 
 #include <QAction>
+#include <QDir>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QMenu>
@@ -29,7 +30,8 @@ const int kRavelMode = 5;
 } // namespace
 
 ZOR_Form_Commands::ZOR_Form_Commands(QWidget* parent)
-    : QDialog(parent), ui(new Ui::ZOR_Form_Commands)
+    : QDialog(parent)
+    , ui(new Ui::ZOR_Form_Commands)
 {
     initForm();
 }
@@ -84,10 +86,13 @@ void ZOR_Form_Commands::initForm()
         button->setAutoDefault(false);
         button->setDefault(false);
     }
-    connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any,
-            &QAbstractButton::click);
+    connect(ui->lineEdit_Cmd_Any, &QLineEdit::returnPressed, ui->pushButton_Send_Cmd_Any, &QAbstractButton::click);
     lpHistory = new ZOR_CommandHistory;
-    lpHistory->load(ZOR_CommandHistory::defaultPath());
+    if (!lpHistory->load(ZOR_CommandHistory::defaultPath())) {
+        // A history that is there but cannot be read is not written over.
+        bHistoryKept = false;
+        tellPathFault(QStringLiteral("path_002"), ZOR_CommandHistory::defaultPath(), lpHistory->errorString());
+    }
     ui->lineEdit_Cmd_Any->installEventFilter(this);
 
     timerRepeat = new QTimer(this);
@@ -96,21 +101,20 @@ void ZOR_Form_Commands::initForm()
     ui->spinBox_RepeatCount->setSpecialValueText(QStringLiteral("∞"));
 
     connect(ui->checkBox_IccId_Sim_1, &QAbstractButton::toggled, this,
-            &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_1);
+        &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_1);
     connect(ui->checkBox_IccId_Sim_2, &QAbstractButton::toggled, this,
-            &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_2);
+        &ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_2);
 
     connect(ui->comboBox_ListCommands, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands);
-    connect(ui->lineEdit_Cmd_Any, &QLineEdit::textChanged, this,
-            &ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any);
+        &ZOR_Form_Commands::slot_currentIndexChanged_ComboBox_ListCommands);
+    connect(ui->lineEdit_Cmd_Any, &QLineEdit::textChanged, this, &ZOR_Form_Commands::slot_textChanged_LineEdit_Cmd_Any);
     connect(actionSave, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_Save);
     connect(actionSaveAs, &QAction::triggered, this, &ZOR_Form_Commands::slot_triggered_Action_SaveAs);
     connect(ui->toolButton_ListCommands_Edit, &QAbstractButton::clicked, this,
-            &ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit);
+        &ZOR_Form_Commands::slot_pressed_ToolButton_ListCommands_Edit);
     lpDialogCommands = new ZOR_Dialog_Commands(this);
     connect(lpDialogCommands, &ZOR_Dialog_Commands::signal_ListCommands_Change, this,
-            &ZOR_Form_Commands::slot_ListCommands_Change);
+        &ZOR_Form_Commands::slot_ListCommands_Change);
 
     connect(this, &QDialog::finished, this, &ZOR_Form_Commands::slot_finished_Form);
 
@@ -135,18 +139,18 @@ void ZOR_Form_Commands::initFixedCommands()
         {ui->pushButton_Send_Ravel_Cmd_1, [this] { return commandCoordSystem(); }},
         {ui->pushButton_Send_Ravel_Cmd_2, [this] { return commandSatSystems(); }},
         {ui->pushButton_Send_Ravel_Cmd_3,
-         [this] { return Protocol::nmeaRateCommand(ui->comboBox_Ravel_Cmd_3_Freq->currentIndex()); }},
+            [this] { return Protocol::nmeaRateCommand(ui->comboBox_Ravel_Cmd_3_Freq->currentIndex()); }},
         {ui->pushButton_Send_Ravel_Cmd_4,
-         [this] { return Protocol::elevationCommand(ui->spinBox_Ravel_Cmd_4_Angle->value()); }},
+            [this] { return Protocol::elevationCommand(ui->spinBox_Ravel_Cmd_4_Angle->value()); }},
         {ui->pushButton_Send_Ravel_Cmd_5, [] { return Protocol::coldStartCommand(); }},
         {ui->pushButton_TmiSms_On, [] { return Protocol::smsTelemetryCommand(true); }},
         {ui->pushButton_TmiSms_Off, [] { return Protocol::smsTelemetryCommand(false); }},
         {ui->pushButton_Balance, [this] { return Protocol::balanceCommand(ui->lineEdit_Balance_USSD->text()); }},
         {ui->pushButton_IccId,
-         [this] {
-             return Protocol::iccIdCommand(ui->checkBox_IccId_Sim_1->isChecked(),
-                                           ui->checkBox_IccId_Sim_2->isChecked());
-         }},
+            [this] {
+                return Protocol::iccIdCommand(
+                    ui->checkBox_IccId_Sim_1->isChecked(), ui->checkBox_IccId_Sim_2->isChecked());
+            }},
     };
     for (const auto& command : fixedCommands) {
         const std::function<QString()> text = command.second;
@@ -161,21 +165,31 @@ void ZOR_Form_Commands::translateForm()
     setWindowTitle(qsWindowTitle);
 
     const std::pair<QAbstractButton*, const char*> buttons[] = {
-        {ui->pushButton_Send_Cmd_Any, "cons_001"},     {ui->pushButton_Send_Ravel_Cmd_1, "cons_001"},
-        {ui->pushButton_Send_Ravel_Cmd_2, "cons_001"}, {ui->pushButton_Send_Ravel_Cmd_3, "cons_001"},
-        {ui->pushButton_Send_Ravel_Cmd_4, "cons_001"}, {ui->pushButton_Send_Ravel_Cmd_5, "cons_023"},
-        {ui->pushButton_TmiSms_On, "cons_010"},        {ui->pushButton_TmiSms_Off, "cons_011"},
-        {ui->pushButton_Balance, "cons_013"},          {ui->checkBox_IccId_Sim_1, "cons_015"},
-        {ui->checkBox_IccId_Sim_2, "cons_016"},        {ui->pushButton_IccId, "cons_017"},
+        {ui->pushButton_Send_Cmd_Any, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_1, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_2, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_3, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_4, "cons_001"},
+        {ui->pushButton_Send_Ravel_Cmd_5, "cons_023"},
+        {ui->pushButton_TmiSms_On, "cons_010"},
+        {ui->pushButton_TmiSms_Off, "cons_011"},
+        {ui->pushButton_Balance, "cons_013"},
+        {ui->checkBox_IccId_Sim_1, "cons_015"},
+        {ui->checkBox_IccId_Sim_2, "cons_016"},
+        {ui->pushButton_IccId, "cons_017"},
         {ui->checkBox_Repeat, "cons_056"},
     };
     for (const auto& button : buttons)
         button.first->setText(zorTr(QLatin1String(button.second)));
     const std::pair<QLabel*, const char*> labels[] = {
-        {ui->label_Ravel_Cmd_1, "cons_004"}, {ui->label_Ravel_Cmd_2, "cons_005"},
-        {ui->label_Ravel_Cmd_3, "cons_006"}, {ui->label_Ravel_Cmd_4, "cons_007"},
-        {ui->label_Ravel_Cmd_5, "cons_008"}, {ui->label_TmiSms, "cons_009"},
-        {ui->label_Balance, "cons_012"},     {ui->label_IccId, "cons_014"},
+        {ui->label_Ravel_Cmd_1, "cons_004"},
+        {ui->label_Ravel_Cmd_2, "cons_005"},
+        {ui->label_Ravel_Cmd_3, "cons_006"},
+        {ui->label_Ravel_Cmd_4, "cons_007"},
+        {ui->label_Ravel_Cmd_5, "cons_008"},
+        {ui->label_TmiSms, "cons_009"},
+        {ui->label_Balance, "cons_012"},
+        {ui->label_IccId, "cons_014"},
         {ui->label_RepeatCount, "cons_058"},
     };
     for (const auto& label : labels)
@@ -255,8 +269,29 @@ void ZOR_Form_Commands::sendFreeCommand()
     if (qsLine.isEmpty())
         return;
     lpHistory->add(qsLine);
-    lpHistory->save(ZOR_CommandHistory::defaultPath());
+    saveHistory();
     ui->lineEdit_Cmd_Any->clear();
+}
+
+void ZOR_Form_Commands::saveHistory()
+{
+    if (!bHistoryKept)
+        return;
+    const QString qsPath = ZOR_CommandHistory::defaultPath();
+    if (lpHistory->save(qsPath)) {
+        bHistoryFailureTold = false;
+    } else if (!bHistoryFailureTold) {
+        // Said once until a save works again, not after every command; the
+        // history stays whole in memory meanwhile.
+        bHistoryFailureTold = true;
+        tellPathFault(QStringLiteral("path_001"), qsPath, lpHistory->errorString());
+    }
+}
+
+void ZOR_Form_Commands::tellPathFault(const QString& qsKey, const QString& qsPath, const QString& qsReason)
+{
+    ZOR_Dialog_XmlList::ask(this, QMessageBox::Warning, QStringLiteral("%1!").arg(zorTr(QStringLiteral("wrd_005"))),
+        zorTr(qsKey).arg(QDir::toNativeSeparators(qsPath), qsReason), {zorTr(QStringLiteral("wrd_003"))});
 }
 
 // The saved list marks the commands that reset the terminal or its
@@ -268,7 +303,7 @@ bool ZOR_Form_Commands::confirmSend(const QString& qsCommand)
         return true;
     const QString qsText = zorTr(QStringLiteral("cons_066")).arg(qsCommand, command->getName());
     return ZOR_Dialog_XmlList::ask(this, QMessageBox::Warning, windowTitle(), qsText,
-                                   {zorTr(QStringLiteral("cons_067")), zorTr(QStringLiteral("cons_068"))})
+               {zorTr(QStringLiteral("cons_067")), zorTr(QStringLiteral("cons_068"))})
         == 0;
 }
 
@@ -312,8 +347,8 @@ void ZOR_Form_Commands::updateRepeatStatus()
         return;
     }
     ui->label_RepeatStatus->setText(nRepeatCount > 0
-                                        ? zorTr(QStringLiteral("cons_059")).arg(nRepeatSent).arg(nRepeatCount)
-                                        : zorTr(QStringLiteral("cons_060")).arg(nRepeatSent));
+            ? zorTr(QStringLiteral("cons_059")).arg(nRepeatSent).arg(nRepeatCount)
+            : zorTr(QStringLiteral("cons_060")).arg(nRepeatSent));
 }
 
 void ZOR_Form_Commands::slot_toggled_CheckBox_Repeat(bool bChecked)
@@ -340,8 +375,8 @@ void ZOR_Form_Commands::fillMacroButtons()
         layout->addWidget(button);
     }
     ui->scrollArea_Macros->setVisible(!lpDialogCommands->commands().isEmpty());
-    ui->scrollArea_Macros->setFixedHeight(ui->widget_Macros->sizeHint().height()
-                                          + ui->scrollArea_Macros->horizontalScrollBar()->sizeHint().height());
+    ui->scrollArea_Macros->setFixedHeight(
+        ui->widget_Macros->sizeHint().height() + ui->scrollArea_Macros->horizontalScrollBar()->sizeHint().height());
 }
 
 void ZOR_Form_Commands::showForm()
@@ -429,18 +464,13 @@ bool ZOR_Form_Commands::commandLineKey(int nKey)
     QString qsText;
     bool bShow = false;
     switch (nKey) {
-    case Qt::Key_Up:
-        bShow = lpHistory->older(ui->lineEdit_Cmd_Any->text(), qsText);
-        break;
-    case Qt::Key_Down:
-        bShow = lpHistory->newer(qsText);
-        break;
+    case Qt::Key_Up: bShow = lpHistory->older(ui->lineEdit_Cmd_Any->text(), qsText); break;
+    case Qt::Key_Down: bShow = lpHistory->newer(qsText); break;
     case Qt::Key_Escape:
         if (lpHistory->restore(qsText))
             ui->lineEdit_Cmd_Any->setText(qsText);
         return true;
-    default:
-        return false;
+    default: return false;
     }
     if (bShow)
         ui->lineEdit_Cmd_Any->setText(qsText);
@@ -520,8 +550,7 @@ void ZOR_Form_Commands::slot_toggled_CheckBox_IccId_Sim_2(bool bChecked)
 
 void ZOR_Form_Commands::updateIccIdButton()
 {
-    ui->pushButton_IccId->setEnabled(ui->checkBox_IccId_Sim_1->isChecked()
-                                    || ui->checkBox_IccId_Sim_2->isChecked());
+    ui->pushButton_IccId->setEnabled(ui->checkBox_IccId_Sim_1->isChecked() || ui->checkBox_IccId_Sim_2->isChecked());
 }
 
 // ---- Saved command list --------------------------------------------------
@@ -619,8 +648,8 @@ void ZOR_Form_Commands::slot_triggered_Action_Save()
         saveCommandAsNew();
         return;
     }
-    selectSavedCommand(lpDialogCommands->saveCommand(this, ui->comboBox_ListCommands->itemText(index),
-                                                     ui->lineEdit_Cmd_Any->text()));
+    selectSavedCommand(
+        lpDialogCommands->saveCommand(this, ui->comboBox_ListCommands->itemText(index), ui->lineEdit_Cmd_Any->text()));
 }
 
 void ZOR_Form_Commands::slot_triggered_Action_SaveAs()

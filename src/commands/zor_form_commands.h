@@ -93,6 +93,10 @@ private:
     void sendRepeated();
     bool confirmSend(const QString& qsCommand);
     bool commandLineKey(int nKey);
+    // Saves the command history; a failure is told once until a save works.
+    void saveHistory();
+    // Tells the user that a file could not be used.
+    void tellPathFault(const QString& qsKey, const QString& qsPath, const QString& qsReason);
     void sendCommandText(const QString& qsText);
     void updateIccIdButton();
     void updateRepeatStatus();
@@ -115,6 +119,10 @@ private:
     QString qsLoadedCommand;
     QString qsWindowTitle;
     ZOR_CommandHistory* lpHistory = nullptr;
+    // The history file could be read (false: it is left as it is); a failed
+    // save was told.
+    bool bHistoryKept = true;
+    bool bHistoryFailureTold = false;
     bool bConnected = false;
     QTimer* timerRepeat = nullptr;
     QString qsRepeatCommand;

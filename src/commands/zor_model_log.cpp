@@ -14,7 +14,8 @@
 
 namespace {
 
-struct ColumnInfo {
+struct ColumnInfo
+{
     const char* qsHeaderKey;
     int nWidth;
     Qt::Alignment alignment;
@@ -46,12 +47,9 @@ const qint64 kMaxReplyMs = (qint64(1) << 30) - 2;
 QString directionText(int nDirection)
 {
     switch (nDirection) {
-    case ZOR_Model_Log::DirectionOut:
-        return QStringLiteral("OUT");
-    case ZOR_Model_Log::DirectionIn:
-        return QStringLiteral("IN");
-    default:
-        return QString();
+    case ZOR_Model_Log::DirectionOut: return QStringLiteral("OUT");
+    case ZOR_Model_Log::DirectionIn: return QStringLiteral("IN");
+    default: return QString();
     }
 }
 
@@ -100,7 +98,8 @@ QString csvField(const QString& qsField)
 } // namespace
 
 ZOR_Model_Log::ZOR_Model_Log(QObject* parent)
-    : QAbstractTableModel(parent), rowFont(QStringLiteral("Courier"))
+    : QAbstractTableModel(parent)
+    , rowFont(QStringLiteral("Courier"))
 {
     // Where there is no Courier, a fixed-pitch face keeps the columns of
     // times and hex readable.
@@ -204,9 +203,8 @@ void ZOR_Model_Log::dropOldest(qint64 nRows)
     const qint64 nNewFirst = nDropped + nRows;
     for (qint64 serial = nDropped; serial < nNewFirst; ++serial)
         nBlockBytes -= rawBytes(serial).size();
-    const qint64 nShownGone = isFiltered()
-        ? std::lower_bound(shown.begin(), shown.end(), nNewFirst) - shown.begin()
-        : nRows;
+    const qint64 nShownGone = isFiltered() ? std::lower_bound(shown.begin(), shown.end(), nNewFirst) - shown.begin()
+                                           : nRows;
     const int nFirst = bDropRow ? 1 : 0;
     if (nShownGone > 0)
         beginRemoveRows(QModelIndex(), nFirst, nFirst + int(nShownGone) - 1);
@@ -281,9 +279,9 @@ size_t ZOR_Model_Log::chunkIndex(qint64 serial) const
 {
     if (chunks.back().nFirstRow <= serial)
         return chunks.size() - 1;
-    return size_t(std::upper_bound(chunks.begin(), chunks.end(), serial,
-                                   [](qint64 s, const Chunk& c) { return s < c.nFirstRow; })
-                  - chunks.begin())
+    return size_t(std::upper_bound(
+                      chunks.begin(), chunks.end(), serial, [](qint64 s, const Chunk& c) { return s < c.nFirstRow; })
+               - chunks.begin())
         - 1;
 }
 
@@ -352,10 +350,8 @@ QString ZOR_Model_Log::cellText(qint64 serial, int column, bool bWhole) const
     switch (column) {
     case ColumnTime:
         return QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(bTimeWithMs ? kTimeFormatMs : kTimeFormat);
-    case ColumnDirection:
-        return directionText(kindOf(r));
-    case ColumnSize:
-        return QString::number(rawBytes(serial).size());
+    case ColumnDirection: return directionText(kindOf(r));
+    case ColumnSize: return QString::number(rawBytes(serial).size());
     case ColumnData: {
         const QByteArray data = rawBytes(serial);
         if (bWhole || data.size() <= nShownChars)
@@ -368,8 +364,7 @@ QString ZOR_Model_Log::cellText(qint64 serial, int column, bool bWhole) const
             return hexText(data);
         return hexText(data.left(nShownChars / 2)) + kEllipsis;
     }
-    default:
-        return QString();
+    default: return QString();
     }
 }
 
@@ -417,7 +412,7 @@ QString ZOR_Model_Log::toolTip(qint64 serial, int column) const
             qsPreview += kEllipsis;
         qsText = QStringLiteral("%1  %2  %3")
                      .arg(QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormatMs),
-                          directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
+                         directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
         if (replyOf(r) >= 0)
             qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(replyOf(r));
         if (!qsPreview.isEmpty())
@@ -438,7 +433,7 @@ QString ZOR_Model_Log::detailText(int row) const
     const QByteArray data = rawBytes(serial);
     QString qsText = QStringLiteral("%1  %2  %3")
                          .arg(QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormatMs),
-                              directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
+                             directionText(kindOf(r)), zorTr(QStringLiteral("cons_031")).arg(data.size()));
     if (replyOf(r) >= 0)
         qsText += QLatin1Char('\n') + zorTr(QStringLiteral("cons_030")).arg(replyOf(r));
     qsText += QStringLiteral("\n\n%1:\n").arg(headerText(ColumnData));
@@ -551,12 +546,12 @@ QByteArray ZOR_Model_Log::exportLog(Format format) const
         const QString qsTime = QDateTime::fromMSecsSinceEpoch(timeOf(serial)).toString(kTimeFormatMs);
         if (format == Format::Csv) {
             out += qsTime + QLatin1Char(';') + directionText(kindOf(r)) + QLatin1Char(';')
-                + QString::number(data.size()) + QLatin1Char(';') + csvField(visibleText(data))
-                + QLatin1Char(';') + hexText(data) + QLatin1String("\r\n");
+                + QString::number(data.size()) + QLatin1Char(';') + csvField(visibleText(data)) + QLatin1Char(';')
+                + hexText(data) + QLatin1String("\r\n");
         } else {
             out += QStringLiteral("%1  %2  %3  %4\n    %5\n")
                        .arg(qsTime, directionText(kindOf(r)).leftJustified(3),
-                            QString::number(data.size()).rightJustified(6), visibleText(data), hexText(data));
+                           QString::number(data.size()).rightJustified(6), visibleText(data), hexText(data));
         }
     }
     return out.toUtf8();
@@ -645,10 +640,8 @@ QVariant ZOR_Model_Log::data(const QModelIndex& index, int role) const
     if (serial == -1)
         return QVariant();
     switch (role) {
-    case Qt::DisplayRole:
-        return cellText(serial, index.column(), false);
-    case Qt::ToolTipRole:
-        return toolTip(serial, index.column());
+    case Qt::DisplayRole: return cellText(serial, index.column(), false);
+    case Qt::ToolTipRole: return toolTip(serial, index.column());
     case Qt::FontRole:
         if (serial == kDropRow) {
             QFont italic = rowFont;
@@ -656,15 +649,13 @@ QVariant ZOR_Model_Log::data(const QModelIndex& index, int role) const
             return italic;
         }
         return rowFont;
-    case Qt::TextAlignmentRole:
-        return int(kColumns[index.column()].alignment);
+    case Qt::TextAlignmentRole: return int(kColumns[index.column()].alignment);
     case Qt::ForegroundRole: {
         const int kind = serial == kDropRow ? int(KindOther) : kindOf(row(serial));
         const QColor colour = kind == KindOut ? colourOut : kind == KindIn ? colourIn : QColor();
         return colour.isValid() ? QVariant(colour) : QVariant();
     }
-    default:
-        return QVariant();
+    default: return QVariant();
     }
 }
 

@@ -124,20 +124,21 @@ public:
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    QVariant headerData(int section, Qt::Orientation orientation,
-                        int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 private:
     // A row's block lies in a chunk from nOffset up to the next row's
     // offset (or the chunk's end); its time counts from the chunk's. A
     // reply time is kept up to 12 days.
-    struct Row {
+    struct Row
+    {
         qint32 nTimeDelta; // ms after the chunk's nBaseTime
         quint32 nOffset;
         quint32 nReplyKind; // (reply ms + 1) << 2 | Kind
     };
     enum Kind : quint8 { KindOut = DirectionOut, KindIn = DirectionIn, KindOther };
-    struct Chunk {
+    struct Chunk
+    {
         qint64 nFirstRow; // serial number of its first row
         qint64 nBaseTime;
         char* data;

@@ -60,8 +60,8 @@ public:
         opt.text.clear();
         style->drawControl(QStyle::CE_ItemViewItem, &opt, painter, widget);
         const int nMargin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
-        const QRect rect = style->subElementRect(QStyle::SE_ItemViewItemText, &opt, widget)
-                               .adjusted(nMargin, 0, -nMargin, 0);
+        const QRect rect =
+            style->subElementRect(QStyle::SE_ItemViewItemText, &opt, widget).adjusted(nMargin, 0, -nMargin, 0);
         const QFontMetrics metrics(opt.font);
         painter->save();
         painter->setClipRect(rect);
@@ -78,7 +78,9 @@ public:
     }
 };
 
-ZOR_Widget_Log::ZOR_Widget_Log(QWidget* parent) : QWidget(parent), ui(new Ui::ZOR_Widget_Log)
+ZOR_Widget_Log::ZOR_Widget_Log(QWidget* parent)
+    : QWidget(parent)
+    , ui(new Ui::ZOR_Widget_Log)
 {
     ui->setupUi(this);
     modelLog = new ZOR_Model_Log(this);
@@ -125,19 +127,19 @@ void ZOR_Widget_Log::initView()
     view->verticalHeader()->setDefaultSectionSize(qMax(view->fontMetrics().height(), rowMetrics.height()) + 4);
     view->horizontalHeader()->setTextElideMode(Qt::ElideNone);
     view->horizontalHeader()->setStretchLastSection(true);
-    connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this,
-            &ZOR_Widget_Log::slot_valueChanged_LogScrollBar);
+    connect(
+        view->verticalScrollBar(), &QScrollBar::valueChanged, this, &ZOR_Widget_Log::slot_valueChanged_LogScrollBar);
     ui->toolButton_NewRows->hide();
     connect(ui->toolButton_NewRows, &QAbstractButton::clicked, this, &ZOR_Widget_Log::slot_clicked_ToolButton_NewRows);
     const auto keepLogPlace = [this] { nLogShiftFrom = ui->treeWidget->verticalScrollBar()->value(); };
     connect(modelLog, &QAbstractItemModel::rowsAboutToBeRemoved, this, keepLogPlace);
     connect(modelLog, &QAbstractItemModel::rowsRemoved, this,
-            [this](const QModelIndex&, int first, int last) { shiftLogRows(first - last - 1); });
+        [this](const QModelIndex&, int first, int last) { shiftLogRows(first - last - 1); });
     connect(modelLog, &QAbstractItemModel::rowsAboutToBeInserted, this,
-            [this, keepLogPlace](const QModelIndex&, int first) {
-                if (first < modelLog->rowCount())
-                    keepLogPlace();
-            });
+        [this, keepLogPlace](const QModelIndex&, int first) {
+            if (first < modelLog->rowCount())
+                keepLogPlace();
+        });
     connect(modelLog, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
         if (nLogShiftFrom >= 0)
             shiftLogRows(last - first + 1);
@@ -185,7 +187,7 @@ void ZOR_Widget_Log::fitColumns()
                                                     : QStringLiteral("00.00.0000 00:00:00");
     for (int column = 0; column < ZOR_Model_Log::ColumnCount; ++column) {
         int nWidth = qMax(ZOR_Model_Log::initialWidth(column),
-                          header->fontMetrics().horizontalAdvance(ZOR_Model_Log::headerText(column)) + 2 * nPadding);
+            header->fontMetrics().horizontalAdvance(ZOR_Model_Log::headerText(column)) + 2 * nPadding);
         if (column == ZOR_Model_Log::ColumnTime)
             nWidth = qMax(nWidth, rowMetrics.horizontalAdvance(qsTime) + nPadding);
         view->setColumnWidth(column, nWidth);
@@ -198,7 +200,7 @@ void ZOR_Widget_Log::initActions()
 {
     QTableView* view = ui->treeWidget;
     const auto addAction = [this](QWidget* owner, Qt::ShortcutContext context, const QKeySequence& keys,
-                                  void (ZOR_Widget_Log::*slot)()) {
+                               void (ZOR_Widget_Log::*slot)()) {
         auto* action = new QAction(this);
         action->setShortcut(keys);
         action->setShortcutContext(context);
@@ -254,14 +256,18 @@ void ZOR_Widget_Log::initFind()
     });
     connect(ui->checkBox_Filter, &QAbstractButton::toggled, this, &ZOR_Widget_Log::applyLogFilter);
     connect(ui->comboBox_FilterDirection, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &ZOR_Widget_Log::applyLogFilter);
+        &ZOR_Widget_Log::applyLogFilter);
 }
 
 void ZOR_Widget_Log::translate()
 {
     const std::pair<QAction*, const char*> actions[] = {
-        {actionCopy, "cons_025"},    {actionCopyHex, "cons_026"}, {actionFind, "cons_028"},
-        {actionSaveLog, "cons_027"}, {actionDetail, "cons_029"},  {actionTimeMs, "cons_061"},
+        {actionCopy, "cons_025"},
+        {actionCopyHex, "cons_026"},
+        {actionFind, "cons_028"},
+        {actionSaveLog, "cons_027"},
+        {actionDetail, "cons_029"},
+        {actionTimeMs, "cons_061"},
         {actionRecord, "cons_062"},
     };
     for (const auto& action : actions)
@@ -273,8 +279,8 @@ void ZOR_Widget_Log::translate()
     ui->toolButton_SaveLog->setToolTip(withShortcut(actionSaveLog));
     ui->toolButton_Detail->setText(zorTr(QStringLiteral("cons_029")));
     ui->toolButton_Options->setToolTip(zorTr(QStringLiteral("cons_065")));
-    ui->toolButton_UndoClear->setText(zorTr(QStringLiteral("cons_048")) + QStringLiteral(" · ")
-                                      + zorTr(QStringLiteral("cons_049")));
+    ui->toolButton_UndoClear->setText(
+        zorTr(QStringLiteral("cons_048")) + QStringLiteral(" · ") + zorTr(QStringLiteral("cons_049")));
     ui->label_Find->setText(zorTr(QStringLiteral("cons_032")));
     ui->toolButton_FindPrev->setToolTip(zorTr(QStringLiteral("cons_033")) + QStringLiteral(" (Shift+Enter)"));
     ui->toolButton_FindNext->setToolTip(zorTr(QStringLiteral("cons_034")) + QStringLiteral(" (Enter)"));
@@ -457,8 +463,7 @@ void ZOR_Widget_Log::saveLogAs()
     const QString qsCsv = zorTr(QStringLiteral("cons_038"));
     const QString qsText = zorTr(QStringLiteral("cons_039"));
     QString qsFilter = qsCsv;
-    QString qsPath = QFileDialog::getSaveFileName(
-        this, zorTr(QStringLiteral("cons_027")).remove(QChar(0x2026)),
+    QString qsPath = QFileDialog::getSaveFileName(this, zorTr(QStringLiteral("cons_027")).remove(QChar(0x2026)),
         QStringLiteral("console_%1.csv").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_hhmmss"))),
         qsCsv + QStringLiteral(";;") + qsText, &qsFilter);
     if (qsPath.isEmpty())
@@ -514,8 +519,8 @@ void ZOR_Widget_Log::findInLog(bool bForward)
         qsStatus += QStringLiteral(" — ") + zorTr(QLatin1String(bForward ? "cons_045" : "cons_046"));
     ui->label_FindStatus->setText(qsStatus);
     const QModelIndex index = modelLog->index(row, ZOR_Model_Log::ColumnData);
-    ui->treeWidget->selectionModel()->setCurrentIndex(index,
-                                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    ui->treeWidget->selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     ui->treeWidget->scrollTo(index);
 }
 
@@ -573,8 +578,8 @@ void ZOR_Widget_Log::applyLogFilter()
         return;
     }
     const QModelIndex index = modelLog->index(nRow, nColumn);
-    ui->treeWidget->selectionModel()->setCurrentIndex(index,
-                                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    ui->treeWidget->selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     ui->treeWidget->scrollTo(index, QAbstractItemView::PositionAtCenter);
 }
 
@@ -649,8 +654,7 @@ void ZOR_Widget_Log::slot_toggled_Action_Record(bool bOn)
 {
     QString qsPath;
     if (bOn) {
-        qsPath = QFileDialog::getSaveFileName(
-            this, zorTr(QStringLiteral("cons_062")).remove(QChar(0x2026)),
+        qsPath = QFileDialog::getSaveFileName(this, zorTr(QStringLiteral("cons_062")).remove(QChar(0x2026)),
             QStringLiteral("console_%1.log").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd"))),
             zorTr(QStringLiteral("cons_069")), nullptr, QFileDialog::DontConfirmOverwrite);
         if (qsPath.isEmpty()) {

@@ -62,7 +62,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    struct SavedRow {
+    struct SavedRow
+    {
         int nDirection;
         qint64 nTime;
         QByteArray data;
@@ -114,7 +115,8 @@ private:
     std::vector<SavedRow> undoRows;
     QString qsNoticeKey;
     QString qsNoticeArg;
-    struct FindCount {
+    struct FindCount
+    {
         QString qsNeedle;
         int nRowsCounted = -1;
         int nMatches = 0;

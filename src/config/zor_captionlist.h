@@ -48,13 +48,13 @@ public:
     bool isEmpty() const { return m_items.isEmpty(); }
     void clear() { m_items.clear(); }
     QString code(int nIndex) const;
-    QString caption(int nIndex) const;          // in the current language
+    QString caption(int nIndex) const; // in the current language
     QStringList captions() const;
 
-    int indexOfCode(const QString& qsCode) const;       // -1 when unknown
+    int indexOfCode(const QString& qsCode) const; // -1 when unknown
     int indexOfCaption(const QString& qsCaption) const; // -1 when unknown
-    QString captionOf(const QString& qsCode) const;     // "" when unknown
-    QString codeOf(const QString& qsCaption) const;     // "" when unknown
+    QString captionOf(const QString& qsCode) const; // "" when unknown
+    QString codeOf(const QString& qsCaption) const; // "" when unknown
 
     // Refills the box with the captions, keeping the selected code (the first
     // entry when nothing was selected), without emitting change signals.
@@ -67,10 +67,11 @@ public:
     QString currentCode(const QComboBox* lpBox) const;
 
 private:
-    struct Item {
+    struct Item
+    {
         QString qsCode;
-        QString qsKey;      // language key, when not empty
-        QString qsText;     // fixed text otherwise
+        QString qsKey; // language key, when not empty
+        QString qsText; // fixed text otherwise
         std::function<QString()> composed;
     };
     QVector<Item> m_items;

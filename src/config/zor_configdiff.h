@@ -20,13 +20,14 @@ class CXmlTagV2;
 class ZOR_ConfigDiff
 {
 public:
-    struct Entry {
-        char sign = '~';      // '+', '-' or '~'
-        QString qsPath;       // "CONFIG/RS485/MDBSPRM1", "CONFIG/R[2]"
-        QString qsAttr;       // empty: the node itself (or its text)
+    struct Entry
+    {
+        char sign = '~'; // '+', '-' or '~'
+        QString qsPath; // "CONFIG/RS485/MDBSPRM1", "CONFIG/R[2]"
+        QString qsAttr; // empty: the node itself (or its text)
         QString qsOld;
         QString qsNew;
-        QString qsWhole;      // a whole node: its attributes and text as one line
+        QString qsWhole; // a whole node: its attributes and text as one line
         QString text() const;
     };
 

@@ -16,8 +16,13 @@ namespace {
 
 // Counts nested loads so that edits caused by loading are not taken for the
 // user's.
-struct LoadingScope {
-    explicit LoadingScope(int& n) : counter(n) { ++counter; }
+struct LoadingScope
+{
+    explicit LoadingScope(int& n)
+        : counter(n)
+    {
+        ++counter;
+    }
     ~LoadingScope() { --counter; }
     int& counter;
 };
@@ -49,8 +54,10 @@ void ZOR_ConfigDocument::createForms(QWidget* lpParent, const QVector<ZOR_Config
             m_owned.append(lpForm);
         m_forms.append(lpForm);
         m_pages.append(page);
-        connect(lpForm, &ZOR_Form_Config::signal_UserParam_Add, m_lpRegistry, &ZOR_UserParamRegistry::slot_UserParam_Add);
-        connect(lpForm, &ZOR_Form_Config::signal_UserParam_Del, m_lpRegistry, &ZOR_UserParamRegistry::slot_UserParam_Del);
+        connect(
+            lpForm, &ZOR_Form_Config::signal_UserParam_Add, m_lpRegistry, &ZOR_UserParamRegistry::slot_UserParam_Add);
+        connect(
+            lpForm, &ZOR_Form_Config::signal_UserParam_Del, m_lpRegistry, &ZOR_UserParamRegistry::slot_UserParam_Del);
         connect(lpForm, &ZOR_Form_Config::signal_FormEdited, this, [this] {
             if (!isLoading())
                 setModified(true);
@@ -291,8 +298,7 @@ bool ZOR_ConfigDocument::save(const QString& qsFileName)
     }
     writeForms();
     if (!m_doc->saveAs(qsTarget)) {
-        m_qsError = m_doc->errorString().isEmpty() ? tr("%1: cannot be saved").arg(qsTarget)
-                                                    : m_doc->errorString();
+        m_qsError = m_doc->errorString().isEmpty() ? tr("%1: cannot be saved").arg(qsTarget) : m_doc->errorString();
         return false;
     }
     m_qsFileName = qsTarget;

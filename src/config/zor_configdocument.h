@@ -59,8 +59,8 @@ public:
     // Every form's defaults, no file.
     void newDocument();
     enum ForeignRoot {
-        RefuseForeign,  // a top element other than CONFIG fails the load
-        ReadForeign     // the forms read it, into a new untitled document
+        RefuseForeign, // a top element other than CONFIG fails the load
+        ReadForeign // the forms read it, into a new untitled document
     };
     // Reads the file into every form. False (forms and the current document
     // unchanged) when the file is missing or cannot be read or parsed, or

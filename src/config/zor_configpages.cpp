@@ -19,7 +19,7 @@ const QVector<ZOR_ConfigPage>& zorConfigPages()
         {"bluetooth", "cfgble_041", &zorCreateConfigForm<ZOR_Form_Config_Bluetooth>, false},
         {"can", "cfgcan_007", &zorCreateConfigForm<ZOR_Form_Config_CAN_Param>, false},
         {"can_s6", "cfgcan_008", &zorCreateConfigForm<ZOR_Form_Config_CAN_TechotonS6>, false,
-         ZOR_Form_Config_CAN_TechotonS6::qsNodeName},
+            ZOR_Form_Config_CAN_TechotonS6::qsNodeName},
         {"rs232", "cfgrs_001", &zorCreateConfigForm<ZOR_Form_Config_RS232>, false},
         {"rs485", "cfgrs_002", &zorCreateConfigForm<ZOR_Form_Config_RS485>, false},
     };

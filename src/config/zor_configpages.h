@@ -13,8 +13,8 @@ class ZOR_Form_Config;
 
 struct ZOR_ConfigPage
 {
-    const char* lpId;            // stable name ("protocol"), used by options and tests
-    const char* lpCaptionKey;    // language key of the page list entry
+    const char* lpId; // stable name ("protocol"), used by options and tests
+    const char* lpCaptionKey; // language key of the page list entry
     ZOR_Form_Config* (*create)(QWidget* parent);
     // Forms that consume what other forms publish (the field-set form's
     // user parameters) are loaded after every other form.

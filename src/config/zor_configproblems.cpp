@@ -60,7 +60,7 @@ QString ZOR_ConfigProblems::Problem::text(const QString& qsFile) const
     QString s = QStringLiteral("%1:%2: %3").arg(qsFile).arg(nLine).arg(qsNode);
     if (!qsAttr.isEmpty())
         s += QLatin1Char('/') + qsAttr + QStringLiteral(": ") + quoted(qsValue) + QStringLiteral(" -> ")
-             + quoted(qsKept);
+            + quoted(qsKept);
     return s + QStringLiteral(": ") + qsReason;
 }
 
@@ -100,10 +100,8 @@ QString ZOR_ConfigProblems::pathOf(const CXmlTagV2* lpTag)
 QString ZOR_ConfigProblems::reason(const ZOR_FormBinding::Row& row, const QString& qsValue)
 {
     switch (row.kind) {
-    case ZOR_FormBinding::Check:
-        return QStringLiteral("not 0 or 1");
-    case ZOR_FormBinding::Integer:
-        return integerReason(row, qsValue);
+    case ZOR_FormBinding::Check: return QStringLiteral("not 0 or 1");
+    case ZOR_FormBinding::Integer: return integerReason(row, qsValue);
     case ZOR_FormBinding::Caption:
         if (row.lpList && row.lpList->indexOfCode(qsValue) < 0)
             return QStringLiteral("unknown code (known: %1)").arg(codesOf(row.lpList));
@@ -135,8 +133,8 @@ QString ZOR_ConfigProblems::reason(const ZOR_FormBinding::Row& row, const QStrin
     return QStringLiteral("not kept as written");
 }
 
-void ZOR_ConfigProblems::noteRow(const CXmlTagV2* lpTag, const QByteArray& attr, const ZOR_FormBinding::Row& row,
-                                 const QString& qsValue)
+void ZOR_ConfigProblems::noteRow(
+    const CXmlTagV2* lpTag, const QByteArray& attr, const ZOR_FormBinding::Row& row, const QString& qsValue)
 {
     const Key key(lpTag, QString::fromLatin1(attr));
     m_read.insert(key, row.lpWidget);
@@ -155,7 +153,7 @@ void ZOR_ConfigProblems::noteRead(const CXmlTagV2* lpTag, const QString& qsAttr,
 }
 
 void ZOR_ConfigProblems::note(const CXmlTagV2* lpTag, const QString& qsAttr, const QString& qsValue,
-                              const QString& qsKept, const QString& qsReason, QWidget* lpWidget)
+    const QString& qsKept, const QString& qsReason, QWidget* lpWidget)
 {
     const Key key(lpTag, qsAttr);
     if (!qsAttr.isEmpty() && !m_notes.contains(key) && qsKept == qsValue)
@@ -166,7 +164,7 @@ void ZOR_ConfigProblems::note(const CXmlTagV2* lpTag, const QString& qsAttr, con
 }
 
 void ZOR_ConfigProblems::add(const CXmlTagV2* lpTag, const QString& qsPath, const QString& qsAttr,
-                             const QString& qsValue, const QString& qsKept, const QString& qsReason)
+    const QString& qsValue, const QString& qsKept, const QString& qsReason)
 {
     Problem p;
     p.nLine = lpTag ? lpTag->line() : 0;
@@ -258,6 +256,7 @@ void ZOR_ConfigProblems::compareNode(const CXmlTagV2* lpFile, const CXmlTagV2* l
         else
             add(lpChild, qsChild, QString(), QString(), QString(),
                 m_notes.value(Key(lpChild, QString())).qsReason.isEmpty()
-                    ? QStringLiteral("no form reads this node") : m_notes.value(Key(lpChild, QString())).qsReason);
+                    ? QStringLiteral("no form reads this node")
+                    : m_notes.value(Key(lpChild, QString())).qsReason);
     }
 }

@@ -36,21 +36,23 @@ class QWidget;
 class ZOR_ConfigProblems
 {
 public:
-    struct Problem {
+    struct Problem
+    {
         int nLine = 0;
-        QString qsNode;       // "CONFIG/RS485/MDBSPRM1"
-        QString qsAttr;       // empty for a whole node
-        QString qsValue;      // as written in the file
-        QString qsKept;       // what the forms keep
+        QString qsNode; // "CONFIG/RS485/MDBSPRM1"
+        QString qsAttr; // empty for a whole node
+        QString qsValue; // as written in the file
+        QString qsKept; // what the forms keep
         QString qsReason;
-        QPointer<QWidget> lpWidget;  // the widget showing it, when one does
+        QPointer<QWidget> lpWidget; // the widget showing it, when one does
         // FILE:LINE: NODE/attribute: "value" -> "kept": reason
         QString text(const QString& qsFile) const;
     };
 
     // A value a binding row read, in reading order: where it lives and
     // which widget shows it.
-    struct Read {
+    struct Read
+    {
         QString qsNode;
         QString qsAttr;
         QPointer<QWidget> lpWidget;
@@ -75,14 +77,14 @@ public:
     static ZOR_ConfigProblems* active();
 
     // A binding row read qsValue (null: absent) from attribute attr of tag.
-    void noteRow(const CXmlTagV2* lpTag, const QByteArray& attr, const ZOR_FormBinding::Row& row,
-                 const QString& qsValue);
+    void noteRow(
+        const CXmlTagV2* lpTag, const QByteArray& attr, const ZOR_FormBinding::Row& row, const QString& qsValue);
     // A value a form read itself (not through a binding row) into lpWidget.
     void noteRead(const CXmlTagV2* lpTag, const QString& qsAttr, QWidget* lpWidget);
     // A form's own finding about a value it read; with an empty qsAttr, about
     // a whole node it does not take (the reason replaces "no form reads").
     void note(const CXmlTagV2* lpTag, const QString& qsAttr, const QString& qsValue, const QString& qsKept,
-              const QString& qsReason, QWidget* lpWidget = nullptr);
+        const QString& qsReason, QWidget* lpWidget = nullptr);
 
     // Builds list(): the file's tree (lpFile, null for a file without any
     // element) against the tree the forms wrote (lpWritten).
@@ -98,7 +100,8 @@ public:
 
 private:
     using Key = QPair<const CXmlTagV2*, QString>;
-    struct Note {
+    struct Note
+    {
         QString qsValue;
         QString qsKept;
         QString qsReason;
@@ -107,11 +110,11 @@ private:
     void compareNode(const CXmlTagV2* lpFile, const CXmlTagV2* lpWritten, const QString& qsPath);
     void compareAttributes(const CXmlTagV2* lpFile, const CXmlTagV2* lpWritten, const QString& qsPath);
     void add(const CXmlTagV2* lpTag, const QString& qsPath, const QString& qsAttr, const QString& qsValue,
-             const QString& qsKept, const QString& qsReason);
+        const QString& qsKept, const QString& qsReason);
 
     QHash<Key, QPointer<QWidget>> m_read;
     QHash<Key, Note> m_notes;
-    QVector<Key> m_own;  // notes whose value was kept: listed as they are
+    QVector<Key> m_own; // notes whose value was kept: listed as they are
     QVector<Problem> m_list;
     QVector<Read> m_reads;
 };

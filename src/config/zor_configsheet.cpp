@@ -139,7 +139,7 @@ void ZOR_ConfigSheet::build(ZOR_ConfigDocument* lpDoc)
     m_rows.clear();
     const QString qsFile = lpDoc->fileName();
     m_qsTitle = zorTr(QStringLiteral("cfgwin_121"))
-                + (qsFile.isEmpty() ? QString() : QStringLiteral(" — ") + QFileInfo(qsFile).fileName());
+        + (qsFile.isEmpty() ? QString() : QStringLiteral(" — ") + QFileInfo(qsFile).fileName());
     const QHash<QString, QString> defaults = valuesOf(lpDoc->renderDefaults());
     const QHash<QString, QString> current = valuesOf(lpDoc->render());
     QVector<QVector<Row>> byPage(lpDoc->pages().size());
@@ -172,8 +172,8 @@ QString ZOR_ConfigSheet::toText() const
             qsPage = row.qsPage;
             s += QLatin1Char('\n') + qsPage + QLatin1Char('\n');
         }
-        s += QStringLiteral("  %1 %2: %3\n").arg(row.bChanged ? QStringLiteral("*") : QStringLiteral(" "),
-                                                   row.qsCaption, row.qsValue);
+        s += QStringLiteral("  %1 %2: %3\n")
+                 .arg(row.bChanged ? QStringLiteral("*") : QStringLiteral(" "), row.qsCaption, row.qsValue);
     }
     return s + QLatin1Char('\n') + zorTr(QStringLiteral("cfgwin_123")) + QLatin1Char('\n');
 }
@@ -184,13 +184,12 @@ QString ZOR_ConfigSheet::toHtml() const
     QString s = QStringLiteral("<html><head><meta charset=\"utf-8\"><title>%1</title></head><body>"
                                "<h2>%1</h2><table border=\"1\" cellspacing=\"0\" cellpadding=\"3\">")
                     .arg(m_qsTitle.toHtmlEscaped());
-    s += QStringLiteral("<tr><th>%1</th><th>%2</th><th>%3</th></tr>")
-             .arg(head.value(0), head.value(1), head.value(2));
+    s += QStringLiteral("<tr><th>%1</th><th>%2</th><th>%3</th></tr>").arg(head.value(0), head.value(1), head.value(2));
     for (const Row& row : m_rows) {
         const QString qsValue = row.qsValue.toHtmlEscaped();
         s += QStringLiteral("<tr><td>%1</td><td>%2</td><td>%3</td></tr>")
                  .arg(row.qsPage.toHtmlEscaped(), row.qsCaption.toHtmlEscaped(),
-                      row.bChanged ? QStringLiteral("<b>%1 *</b>").arg(qsValue) : qsValue);
+                     row.bChanged ? QStringLiteral("<b>%1 *</b>").arg(qsValue) : qsValue);
     }
     const QString qsNote = zorTr(QStringLiteral("cfgwin_123")).toHtmlEscaped();
     return s + QStringLiteral("</table><p>%1</p></body></html>").arg(qsNote);

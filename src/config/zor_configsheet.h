@@ -21,11 +21,12 @@ class ZOR_ConfigSheet
 {
 public:
     enum Format { Text, Html, Pdf };
-    struct Row {
+    struct Row
+    {
         QString qsPage;
         QString qsCaption;
         QString qsValue;
-        bool bChanged = false;   // differs from the default
+        bool bChanged = false; // differs from the default
         QString qsNode;
         QString qsAttr;
     };

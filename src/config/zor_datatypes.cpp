@@ -7,8 +7,8 @@ namespace {
 // Byte words: one form for 1 and 8, another for 2 and 4.
 QString byteWord(QChar size)
 {
-    return zorTr(size == QLatin1Char('1') || size == QLatin1Char('8') ? QStringLiteral("wrd_016")
-                                                                      : QStringLiteral("wrd_017"));
+    return zorTr(
+        size == QLatin1Char('1') || size == QLatin1Char('8') ? QStringLiteral("wrd_016") : QStringLiteral("wrd_017"));
 }
 
 QString kindWord(QChar kind)
@@ -25,8 +25,8 @@ QString kindWord(QChar kind)
 
 const QStringList& ZOR_DataTypes::codes()
 {
-    static const QStringList list = {"1b", "1u", "1s", "2b", "2u", "2s", "4b", "4u", "4s", "4f",
-                                     "8b", "8u", "8s", "8f"};
+    static const QStringList list = {
+        "1b", "1u", "1s", "2b", "2u", "2s", "4b", "4u", "4s", "4f", "8b", "8u", "8s", "8f"};
     return list;
 }
 
@@ -37,9 +37,8 @@ const ZOR_CaptionList& ZOR_DataTypes::captionList()
         for (const QString& code : codes()) {
             const QChar size = code.at(0);
             const QChar kind = code.at(1);
-            l.addComposed(code, [size, kind] {
-                return QStringLiteral("%1 %2, %3").arg(size).arg(byteWord(size), kindWord(kind));
-            });
+            l.addComposed(code,
+                [size, kind] { return QStringLiteral("%1 %2, %3").arg(size).arg(byteWord(size), kindWord(kind)); });
         }
         return l;
     }();

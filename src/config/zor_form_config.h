@@ -64,12 +64,12 @@ class ZOR_Form_Config : public QWidget
 public:
     explicit ZOR_Form_Config(QWidget* parent = nullptr);
 
-    virtual void initForm() {}
-    virtual void translateForm() {}
-    virtual void deviceConnect() {}
-    virtual void deviceDisconnect() {}
+    virtual void initForm() { }
+    virtual void translateForm() { }
+    virtual void deviceConnect() { }
+    virtual void deviceDisconnect() { }
     virtual void setFormEnabled(bool bEnabled) { setEnabled(bEnabled); }
-    virtual void setDefaultParam() {}
+    virtual void setDefaultParam() { }
     virtual void readFormParam(CXMLWorkData* lpRoot) { Q_UNUSED(lpRoot) }
     virtual void writeFormParam(CXMLWorkData* lpRoot) { Q_UNUSED(lpRoot) }
 
@@ -80,7 +80,11 @@ public:
 
     // Brings one of the form's tabs or sections to the front (the field-set
     // form's "CAN" and "User" tabs); false when the form has no such tab.
-    virtual bool showTab(const QString& qsTab) { Q_UNUSED(qsTab) return false; }
+    virtual bool showTab(const QString& qsTab)
+    {
+        Q_UNUSED(qsTab)
+        return false;
+    }
 
     // The user parameters the form publishes now (Modbus rows, universal
     // sensor values): what a page stack withdraws and offers again when it

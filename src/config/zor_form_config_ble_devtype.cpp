@@ -36,9 +36,8 @@ ZOR_CaptionList ZOR_Form_Config_Ble_DevType::indexCaptions(const QString& qsKey,
 {
     ZOR_CaptionList list;
     for (int n = 1; n <= nCount; ++n)
-        list.addComposed(QString::number(n), [qsKey, n, bAligned] {
-            return QStringLiteral("%1 %2").arg(zorTr(qsKey)).arg(n, bAligned ? 2 : 1);
-        });
+        list.addComposed(QString::number(n),
+            [qsKey, n, bAligned] { return QStringLiteral("%1 %2").arg(zorTr(qsKey)).arg(n, bAligned ? 2 : 1); });
     return list;
 }
 
@@ -156,7 +155,7 @@ void ZOR_Form_Config_Ble_DevType::watchIndex(int nBox)
         const int nOld = box.nShown;
         box.nShown = nNew;
         indexChanged(box.nKind, nOld, nNew, box.lpList->captionOf(QString::number(nOld)),
-                     box.lpList->captionOf(QString::number(nNew)));
+            box.lpList->captionOf(QString::number(nNew)));
     };
     connect(m_indexBoxes[nBox].lpBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, changed);
     if (m_indexBoxes[nBox].lpUse)

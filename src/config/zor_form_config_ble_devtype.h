@@ -87,16 +87,17 @@ signals:
     void signal_Device_UserParam_Del(userParamType type);
 
 protected:
-    struct Layout {
-        const char* lpWord = nullptr;        // main node "FS", "TS", "AS" ...
+    struct Layout
+    {
+        const char* lpWord = nullptr; // main node "FS", "TS", "AS" ...
         QStringList models;
-        int nIdxKind = -1;                   // index on the main node; -1 none
+        int nIdxKind = -1; // index on the main node; -1 none
         const char* lpIdxKey = nullptr;
         int nIdxCount = 0;
         bool bIdxAligned = false;
-        int nLightSensors = 0;               // "ls": 0 none, n light sensor "LS<n>"
-        bool bThreshold = false;             // "thld" and "thldOff"
-        int nTsChannels = 0;                 // temperature channels in "TS%1"
+        int nLightSensors = 0; // "ls": 0 none, n light sensor "LS<n>"
+        bool bThreshold = false; // "thld" and "thldOff"
+        int nTsChannels = 0; // temperature channels in "TS%1"
     };
     void buildPage(const Layout& layout);
 
@@ -106,9 +107,10 @@ protected:
     int m_nSlot = 1;
 
 private:
-    struct IndexBox {
+    struct IndexBox
+    {
         QComboBox* lpBox = nullptr;
-        QCheckBox* lpUse = nullptr;          // channel switch; null: always used
+        QCheckBox* lpUse = nullptr; // channel switch; null: always used
         int nKind = IdxTemp;
         ZOR_CaptionList* lpList = nullptr;
         int nShown = 0;
@@ -126,7 +128,7 @@ private:
     ZOR_FormBinding m_channels;
     QVector<IndexBox> m_indexBoxes;
     QVector<QSet<int>> m_taken = QVector<QSet<int>>(IdxKindCount);
-    QVector<QPair<QWidget*, QString>> m_labels;   // widget, caption key
+    QVector<QPair<QWidget*, QString>> m_labels; // widget, caption key
 };
 
 #endif

@@ -5,7 +5,8 @@ ZOR_Form_Config_Ble_DevType_FLS::ZOR_Form_Config_Ble_DevType_FLS(QWidget* parent
 {
     Layout layout;
     layout.lpWord = "FS";
-    layout.models = QStringList{"ESCORT TD", "GL-TV", "TECHNOTON DUT E", "MECHATRONICS DOMINATOR", "MIELTA FANTOM", "ITALON BLE"};
+    layout.models = QStringList{
+        "ESCORT TD", "GL-TV", "TECHNOTON DUT E", "MECHATRONICS DOMINATOR", "MIELTA FANTOM", "ITALON BLE"};
     layout.nIdxKind = IdxFuel;
     layout.lpIdxKey = "cfgt17_018";
     layout.nIdxCount = 16;

@@ -13,7 +13,6 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-
 namespace {
 
 constexpr int kMaskLength = 32;
@@ -21,17 +20,13 @@ constexpr int kUserParamStor = 1;
 
 // Sensor types 1..6 each keep their own index list, of as many indexes as
 // the terminal has values of that kind.
-struct IndexKind {
+struct IndexKind
+{
     const char* lpName;
     int nCount;
 };
-const IndexKind kIndexKinds[] = {{"", ZOR_Form_Config_Ble_DevType_Uni::nMaxIndex},
-                                 {"Uni", 8},
-                                 {"FlsL", 16},
-                                 {"FlsT", 16},
-                                 {"FlsF", 16},
-                                 {"TmpT", 4},
-                                 {"TmpH", 4}};
+const IndexKind kIndexKinds[] = {{"", ZOR_Form_Config_Ble_DevType_Uni::nMaxIndex}, {"Uni", 8}, {"FlsL", 16},
+    {"FlsT", 16}, {"FlsF", 16}, {"TmpT", 4}, {"TmpH", 4}};
 
 // The axes share one caption: the text before the value marker, then the axis.
 QString axisCaption(const char* lpAxis)
@@ -61,36 +56,36 @@ int storedGroup(CXMLWorkData* lpNode, bool* lpPresent)
 
 ZOR_Form_Config_Ble_DevType_Uni::ZOR_Form_Config_Ble_DevType_Uni(QWidget* parent)
     : ZOR_Form_Config_Ble_DevType(parent)
-    , m_opers(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("abbr_049"))
+    , m_opers(ZOR_CaptionList()
+                  .add(QStringLiteral("0"), QStringLiteral("abbr_049"))
                   .add(QStringLiteral("1"), QStringLiteral("abbr_048")))
-    , m_byteOrders(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgt17_047"))
+    , m_byteOrders(ZOR_CaptionList()
+                       .add(QStringLiteral("0"), QStringLiteral("cfgt17_047"))
                        .add(QStringLiteral("1"), QStringLiteral("cfgt17_048")))
     , m_indexes(ZOR_CaptionList::fromCount(nMaxIndex, QStringLiteral("%1"), 1))
-    , m_cond({{QString(), ZOR_RowBuilder::Label},
-              {QStringLiteral("cfgble_012"), ZOR_RowBuilder::Check},
-              {QStringLiteral("cfgble_013"), ZOR_RowBuilder::Integer, "group", QStringLiteral("0"), 0, 4},
-              {QStringLiteral("cfgble_014"), ZOR_RowBuilder::Caption, "oper", QStringLiteral("0"), 0, 0, &m_opers},
-              {QStringLiteral("cfgble_015"), ZOR_RowBuilder::HexUpper, "type", QStringLiteral("FF"), 0, 2},
-              {QStringLiteral("cfgble_016"), ZOR_RowBuilder::Integer, "offset", QStringLiteral("0"), 0, 255},
-              {QStringLiteral("cfgble_017"), ZOR_RowBuilder::Text, "mask", QString()}})
-    , m_prm({{QString(), ZOR_RowBuilder::Label},
-             {QStringLiteral("cfgble_012"), ZOR_RowBuilder::Check},
-             {QStringLiteral("cfgble_013"), ZOR_RowBuilder::Integer, "group", QStringLiteral("0"), 0, 4},
-             {QStringLiteral("cfgble_015"), ZOR_RowBuilder::HexUpper, "type", QStringLiteral("00"), 0, 2},
-             {QStringLiteral("cfgble_016"), ZOR_RowBuilder::Integer, "offset", QStringLiteral("0"), 0, 255},
-             {QStringLiteral("cfgble_018"), ZOR_RowBuilder::Caption, "prm", QString(), 0, 0, &m_dataTypes},
-             {QStringLiteral("cfgble_019"), ZOR_RowBuilder::Caption, "be", QStringLiteral("0"), 0, 0, &m_byteOrders},
-             {QStringLiteral("cfgble_020"), ZOR_RowBuilder::Caption, "stor", QStringLiteral("0"), 0, 0, &m_sensorTypes},
-             {QStringLiteral("cfgble_021"), ZOR_RowBuilder::Caption, "idx", QStringLiteral("1"), 0, 0, &m_indexes},
-             {QStringLiteral("cfgble_022"), ZOR_RowBuilder::Integer, "mux", QStringLiteral("1"), 0, 65535},
-             {QStringLiteral("cfgble_023"), ZOR_RowBuilder::Integer, "div", QStringLiteral("1"), 1, 65535},
-             {QStringLiteral("cfgble_024"), ZOR_RowBuilder::Integer, "shift", QStringLiteral("0"), -32768, 32767}})
+    , m_cond({{QString(), ZOR_RowBuilder::Label}, {QStringLiteral("cfgble_012"), ZOR_RowBuilder::Check},
+          {QStringLiteral("cfgble_013"), ZOR_RowBuilder::Integer, "group", QStringLiteral("0"), 0, 4},
+          {QStringLiteral("cfgble_014"), ZOR_RowBuilder::Caption, "oper", QStringLiteral("0"), 0, 0, &m_opers},
+          {QStringLiteral("cfgble_015"), ZOR_RowBuilder::HexUpper, "type", QStringLiteral("FF"), 0, 2},
+          {QStringLiteral("cfgble_016"), ZOR_RowBuilder::Integer, "offset", QStringLiteral("0"), 0, 255},
+          {QStringLiteral("cfgble_017"), ZOR_RowBuilder::Text, "mask", QString()}})
+    , m_prm({{QString(), ZOR_RowBuilder::Label}, {QStringLiteral("cfgble_012"), ZOR_RowBuilder::Check},
+          {QStringLiteral("cfgble_013"), ZOR_RowBuilder::Integer, "group", QStringLiteral("0"), 0, 4},
+          {QStringLiteral("cfgble_015"), ZOR_RowBuilder::HexUpper, "type", QStringLiteral("00"), 0, 2},
+          {QStringLiteral("cfgble_016"), ZOR_RowBuilder::Integer, "offset", QStringLiteral("0"), 0, 255},
+          {QStringLiteral("cfgble_018"), ZOR_RowBuilder::Caption, "prm", QString(), 0, 0, &m_dataTypes},
+          {QStringLiteral("cfgble_019"), ZOR_RowBuilder::Caption, "be", QStringLiteral("0"), 0, 0, &m_byteOrders},
+          {QStringLiteral("cfgble_020"), ZOR_RowBuilder::Caption, "stor", QStringLiteral("0"), 0, 0, &m_sensorTypes},
+          {QStringLiteral("cfgble_021"), ZOR_RowBuilder::Caption, "idx", QStringLiteral("1"), 0, 0, &m_indexes},
+          {QStringLiteral("cfgble_022"), ZOR_RowBuilder::Integer, "mux", QStringLiteral("1"), 0, 65535},
+          {QStringLiteral("cfgble_023"), ZOR_RowBuilder::Integer, "div", QStringLiteral("1"), 1, 65535},
+          {QStringLiteral("cfgble_024"), ZOR_RowBuilder::Integer, "shift", QStringLiteral("0"), -32768, 32767}})
 {
     m_dataTypes.addText(QString(), QString());
     for (const QString& qsCode : ZOR_DataTypes::codes())
         m_dataTypes.addComposed(qsCode, [qsCode] { return ZOR_DataTypes::captionList().captionOf(qsCode); });
-    const char* const storKeys[] = {"cfgt17_049", "cfgt17_072", "cfgt17_051", "cfgt17_052",
-                                    "cfgt17_053", "cfgt17_054", "cfgt17_055"};
+    const char* const storKeys[] = {
+        "cfgt17_049", "cfgt17_072", "cfgt17_051", "cfgt17_052", "cfgt17_053", "cfgt17_054", "cfgt17_055"};
     for (int i = 0; i < 7; ++i)
         m_sensorTypes.add(QString::number(i), QLatin1String(storKeys[i]));
     m_sensorTypes.addComposed(QStringLiteral("7"), [] { return axisCaption("X"); })
@@ -116,21 +111,23 @@ void ZOR_Form_Config_Ble_DevType_Uni::buildRows()
     addTitle("cfgble_010");
     auto condGrid = new QGridLayout;
     box->addLayout(condGrid);
-    m_cond.build(condGrid, nConditions, [](int n) { return zorTr(QStringLiteral("cfgble_025")).arg(n); }, 1,
-                 [](int nIndex, QVector<QWidget*>& widgets) {
-                     fitTypeByte(widgets[CondType]);
-                     auto mask = static_cast<QLineEdit*>(widgets[CondMask]);
-                     mask->setMaxLength(kMaskLength);
-                     mask->setMinimumWidth(mask->fontMetrics().horizontalAdvance(QString(kMaskLength, QLatin1Char('W'))) / 2);
-                     // The first condition always compares with the first operator.
-                     if (nIndex == 0)
-                         widgets[CondOper]->setVisible(false);
-                 });
+    m_cond.build(
+        condGrid, nConditions, [](int n) { return zorTr(QStringLiteral("cfgble_025")).arg(n); }, 1,
+        [](int nIndex, QVector<QWidget*>& widgets) {
+            fitTypeByte(widgets[CondType]);
+            auto mask = static_cast<QLineEdit*>(widgets[CondMask]);
+            mask->setMaxLength(kMaskLength);
+            mask->setMinimumWidth(mask->fontMetrics().horizontalAdvance(QString(kMaskLength, QLatin1Char('W'))) / 2);
+            // The first condition always compares with the first operator.
+            if (nIndex == 0)
+                widgets[CondOper]->setVisible(false);
+        });
     addTitle("cfgble_011");
     auto prmGrid = new QGridLayout;
     box->addLayout(prmGrid);
-    m_prm.build(prmGrid, nParams, [](int n) { return zorTr(QStringLiteral("cfgble_026")).arg(n); }, 1,
-                [](int, QVector<QWidget*>& widgets) { fitTypeByte(widgets[PrmType]); });
+    m_prm.build(
+        prmGrid, nParams, [](int n) { return zorTr(QStringLiteral("cfgble_026")).arg(n); }, 1,
+        [](int, QVector<QWidget*>& widgets) { fitTypeByte(widgets[PrmType]); });
     condGrid->setColumnStretch(CondMask + 1, 1);
     prmGrid->setColumnStretch(PrmShift + 1, 1);
     box->addStretch();
@@ -147,14 +144,15 @@ void ZOR_Form_Config_Ble_DevType_Uni::connectRow(ZOR_RowBuilder& rows, int nRow,
     const int nGroup = bParam ? int(PrmGroup) : int(CondGroup);
     auto on = rows.widgetAs<QCheckBox>(nRow, nOn);
     auto group = rows.widgetAs<QSpinBox>(nRow, nGroup);
-    connect(on, &QCheckBox::toggled, this, [this, &rows, nRow, bParam](bool bOn) { rowSwitched(rows, nRow, bParam, bOn); });
+    connect(
+        on, &QCheckBox::toggled, this, [this, &rows, nRow, bParam](bool bOn) { rowSwitched(rows, nRow, bParam, bOn); });
     connect(group, QOverload<int>::of(&QSpinBox::valueChanged), on, [on](int n) { on->setChecked(n != 0); });
     rowSwitched(rows, nRow, bParam, on->isChecked());
     if (!bParam)
         return;
     for (int c : {int(PrmData), int(PrmStor), int(PrmIdx)})
         connect(rows.widgetAs<QComboBox>(nRow, c), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-                [this, nRow] { paramKindOrIndexChanged(nRow); });
+            [this, nRow] { paramKindOrIndexChanged(nRow); });
 }
 
 bool ZOR_Form_Config_Ble_DevType_Uni::isOn(const ZOR_RowBuilder& rows, int nRow) const
@@ -177,7 +175,8 @@ void ZOR_Form_Config_Ble_DevType_Uni::rowSwitched(ZOR_RowBuilder& rows, int nRow
             rows.binding(nRow).setDefaults();
     } else if (group->value() == 0) {
         group->setValue(1);
-        static_cast<QLineEdit*>(rows.widget(nRow, bParam ? int(PrmType) : int(CondType)))->setText(QStringLiteral("FF"));
+        static_cast<QLineEdit*>(rows.widget(nRow, bParam ? int(PrmType) : int(CondType)))
+            ->setText(QStringLiteral("FF"));
         if (bParam) {
             rows.widgetAs<QSpinBox>(nRow, PrmMux)->setValue(1);
             rows.widgetAs<QSpinBox>(nRow, PrmDiv)->setValue(1);
@@ -355,7 +354,8 @@ void ZOR_Form_Config_Ble_DevType_Uni::readFormParam(CXMLWorkData* lpRoot)
         const bool bParam = r >= nConditions;
         const int nRow = bParam ? r - nConditions : r;
         ZOR_RowBuilder& rows = bParam ? m_prm : m_cond;
-        const QString qsName = ZOR_SettingsNode::name(QStringLiteral("U%1%2").arg(m_nSlot).arg(QLatin1Char(bParam ? 'P' : 'C')), nRow + 1);
+        const QString qsName = ZOR_SettingsNode::name(
+            QStringLiteral("U%1%2").arg(m_nSlot).arg(QLatin1Char(bParam ? 'P' : 'C')), nRow + 1);
         auto node = ZOR_SettingsNode::openForRead(lpRoot, qsName);
         if (!node)
             continue;

@@ -59,8 +59,20 @@ public:
     // Column positions of the two row tables (tests and the window reach
     // the widgets through conditionWidget / paramWidget).
     enum CondColumn { CondLabel, CondOn, CondGroup, CondOper, CondType, CondOffset, CondMask };
-    enum ParamColumn { PrmLabel, PrmOn, PrmGroup, PrmType, PrmOffset, PrmData, PrmBe, PrmStor, PrmIdx,
-                       PrmMux, PrmDiv, PrmShift };
+    enum ParamColumn {
+        PrmLabel,
+        PrmOn,
+        PrmGroup,
+        PrmType,
+        PrmOffset,
+        PrmData,
+        PrmBe,
+        PrmStor,
+        PrmIdx,
+        PrmMux,
+        PrmDiv,
+        PrmShift
+    };
     QWidget* conditionWidget(int nRow, int nColumn) const { return m_cond.widget(nRow, nColumn); }
     QWidget* paramWidget(int nRow, int nColumn) const { return m_prm.widget(nRow, nColumn); }
 

@@ -46,8 +46,8 @@ void ZOR_Form_Config_Bluetooth::setSlotCount(int nCount)
             refreshTakenIndexes();
         });
         for (auto lpSignal : {&ZOR_Form_Config_Bluetooth_Device_Type::signal_ChangeIdxFS_Int,
-                              &ZOR_Form_Config_Bluetooth_Device_Type::signal_ChangeIdxTS_Int,
-                              &ZOR_Form_Config_Bluetooth_Device_Type::signal_ChangeIdxAIN_Int})
+                 &ZOR_Form_Config_Bluetooth_Device_Type::signal_ChangeIdxTS_Int,
+                 &ZOR_Form_Config_Bluetooth_Device_Type::signal_ChangeIdxAIN_Int})
             connect(lpSlot, lpSignal, this, &ZOR_Form_Config_Bluetooth::refreshTakenIndexes);
         watchEdits(lpSlot);
         updateTabCaption(nIndex);

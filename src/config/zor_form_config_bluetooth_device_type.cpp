@@ -20,7 +20,8 @@
 
 namespace {
 
-struct TypeRow {
+struct TypeRow
+{
     int nHeight;
     const char* lpCaptionKey;
     // 1 or 0: the slot shows a sensor name; -1: the page decides.
@@ -29,9 +30,16 @@ struct TypeRow {
 
 // By BLUETOOTH_DEVICE_TYPE code.
 const TypeRow kTypes[BLE_DEVTYPE_COUNT] = {
-    {10, "cfgble_030", 0},  {100, "cfgble_031", -1}, {70, "cfgble_032", -1}, {70, "cfgble_033", -1},
-    {70, "cfgble_034", 0},  {70, "cfgble_035", 0},   {560, "cfgble_036", 1}, {70, "cfgble_037", -1},
-    {70, "cfgble_038", -1}, {70, "cfgble_039", 1},
+    {10, "cfgble_030", 0},
+    {100, "cfgble_031", -1},
+    {70, "cfgble_032", -1},
+    {70, "cfgble_033", -1},
+    {70, "cfgble_034", 0},
+    {70, "cfgble_035", 0},
+    {560, "cfgble_036", 1},
+    {70, "cfgble_037", -1},
+    {70, "cfgble_038", -1},
+    {70, "cfgble_039", 1},
 };
 
 BLUETOOTH_DEVICE_TYPE checkedType(int nType)
@@ -79,30 +87,25 @@ void ZOR_Form_Config_Bluetooth_Device_Type::initForm()
     box->addStretch();
     m_bind.caption("type", m_lpType, &m_types, QStringLiteral("0"));
 
-    m_pages = {nullptr,
-               new ZOR_Form_Config_Ble_DevType_FLS(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_Temp(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_AS(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_AXS(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_FW(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_Uni(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_US(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_AIN(m_lpStack),
-               new ZOR_Form_Config_Ble_DevType_HS(m_lpStack)};
+    m_pages = {nullptr, new ZOR_Form_Config_Ble_DevType_FLS(m_lpStack), new ZOR_Form_Config_Ble_DevType_Temp(m_lpStack),
+        new ZOR_Form_Config_Ble_DevType_AS(m_lpStack), new ZOR_Form_Config_Ble_DevType_AXS(m_lpStack),
+        new ZOR_Form_Config_Ble_DevType_FW(m_lpStack), new ZOR_Form_Config_Ble_DevType_Uni(m_lpStack),
+        new ZOR_Form_Config_Ble_DevType_US(m_lpStack), new ZOR_Form_Config_Ble_DevType_AIN(m_lpStack),
+        new ZOR_Form_Config_Ble_DevType_HS(m_lpStack)};
     m_stack.attach(m_lpStack, this);
     m_stack.addPage(BLE_DEVTYPE_NONE, nullptr);
     for (int i = 1; i < BLE_DEVTYPE_COUNT; ++i) {
         m_stack.addPage(i, m_pages[i]);
         connect(m_pages[i], &ZOR_Form_Config_Ble_DevType::signal_Device_UserParam_Add, this,
-                &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Add);
+            &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Add);
         connect(m_pages[i], &ZOR_Form_Config_Ble_DevType::signal_Device_UserParam_Del, this,
-                &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Del);
+            &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Del);
     }
 
     connectPageSignals();
 
     connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_currentIndexChanged_DeviceType);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_currentIndexChanged_DeviceType);
     m_types.fill(m_lpType);
     showBluetoothSensorType(BLE_DEVTYPE_NONE);
     m_lpStack->setFixedHeight(areaHeight(BLE_DEVTYPE_NONE));
@@ -114,7 +117,7 @@ void ZOR_Form_Config_Bluetooth_Device_Type::connectPageSignals()
 {
     auto fls = static_cast<ZOR_Form_Config_Ble_DevType_FLS*>(m_pages[BLE_DEVTYPE_FLS]);
     connect(fls, &ZOR_Form_Config_Ble_DevType_FLS::signal_ChangeIdx_Dev_FS, this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_FS);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_FS);
     connect(fls, &ZOR_Form_Config_Ble_DevType_FLS::signal_ChangeIdx_Dev_Int_FS, this, [this](int nOld, int nNew) {
         if (fromShownPage())
             emit signal_ChangeIdxFS_Int(nOld, nNew);
@@ -125,21 +128,21 @@ void ZOR_Form_Config_Bluetooth_Device_Type::connectPageSignals()
     };
     auto temp = static_cast<ZOR_Form_Config_Ble_DevType_Temp*>(m_pages[BLE_DEVTYPE_TEMP]);
     connect(temp, &ZOR_Form_Config_Ble_DevType_Temp::signal_ChangeIdx_Dev_Temp, this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_Temp);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_Temp);
     connect(temp, &ZOR_Form_Config_Ble_DevType_Temp::signal_ChangeIdx_Dev_Int_Temp, this, temperatureInt);
     // The built-in temperature channels of the combined sensors count as
     // temperature sensors too.
     auto as = static_cast<ZOR_Form_Config_Ble_DevType_AS*>(m_pages[BLE_DEVTYPE_AS]);
     connect(as, &ZOR_Form_Config_Ble_DevType_AS::signal_ChangeIdx_Dev_AS, this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_AS);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_AS);
     connect(as, &ZOR_Form_Config_Ble_DevType_AS::signal_ChangeIdx_Dev_Int_AS, this, temperatureInt);
     auto axs = static_cast<ZOR_Form_Config_Ble_DevType_AXS*>(m_pages[BLE_DEVTYPE_AXS]);
     connect(axs, &ZOR_Form_Config_Ble_DevType_AXS::signal_ChangeIdx_Dev_AXS, this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_AS);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_AS);
     connect(axs, &ZOR_Form_Config_Ble_DevType_AXS::signal_ChangeIdx_Dev_Int_AXS, this, temperatureInt);
     auto us = static_cast<ZOR_Form_Config_Ble_DevType_US*>(m_pages[BLE_DEVTYPE_US]);
     connect(us, &ZOR_Form_Config_Ble_DevType_US::signal_ChangeIdx_Dev_US, this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_AS);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_AS);
     connect(us, &ZOR_Form_Config_Ble_DevType_US::signal_ChangeIdx_Dev_Int_US, this, temperatureInt);
     auto ain = static_cast<ZOR_Form_Config_Ble_DevType_AIN*>(m_pages[BLE_DEVTYPE_AIN]);
     connect(ain, &ZOR_Form_Config_Ble_DevType_AIN::signal_ChangeIdx_Dev_Int_AIN, this, [this](int nOld, int nNew) {
@@ -148,9 +151,9 @@ void ZOR_Form_Config_Bluetooth_Device_Type::connectPageSignals()
     });
     auto uni = static_cast<ZOR_Form_Config_Ble_DevType_Uni*>(m_pages[BLE_DEVTYPE_UNI]);
     connect(uni, &ZOR_Form_Config_Ble_DevType_Uni::signal_Device_UserParam_Add_Uni, this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Add_Uni);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Add_Uni);
     connect(uni, &ZOR_Form_Config_Ble_DevType_Uni::signal_Device_UserParam_Del_Uni, this,
-            &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Del_Uni);
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Del_Uni);
 }
 
 bool ZOR_Form_Config_Bluetooth_Device_Type::fromShownPage() const

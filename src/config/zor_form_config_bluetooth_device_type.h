@@ -91,9 +91,9 @@ private:
     QLabel* m_lpTypeLabel = nullptr;
     QStackedWidget* m_lpStack = nullptr;
     ZOR_PageStack m_stack;
-    QVector<ZOR_Form_Config_Ble_DevType*> m_pages;   // by type; [0] null
-    mutable QVector<bool> m_stale;                   // by type: defaults still to be set
-    QHash<int, QSet<int>> m_taken;                   // index kind -> taken elsewhere
+    QVector<ZOR_Form_Config_Ble_DevType*> m_pages; // by type; [0] null
+    mutable QVector<bool> m_stale; // by type: defaults still to be set
+    QHash<int, QSet<int>> m_taken; // index kind -> taken elsewhere
     ZOR_CaptionList m_types;
     ZOR_FormBinding m_bind;
     bool m_bShowSensorName = false;

@@ -49,7 +49,8 @@ ZOR_Form_Config_CAN_Param::ZOR_Form_Config_CAN_Param(QWidget* parent)
     ui->gridLayout->setRowStretch(0, 3);
     ui->gridLayout->setRowStretch(1, 1);
     connect(ui->pushButton_KiteCan, &QPushButton::clicked, this, &ZOR_Form_Config_CAN_Param::slot_clicked_Btn_KiteCan);
-    connect(ui->pushButton_KiteUser, &QPushButton::clicked, this, &ZOR_Form_Config_CAN_Param::slot_clicked_Btn_KiteUser);
+    connect(
+        ui->pushButton_KiteUser, &QPushButton::clicked, this, &ZOR_Form_Config_CAN_Param::slot_clicked_Btn_KiteUser);
     initForm();
     translateForm();
     setDefaultParam();
@@ -122,18 +123,51 @@ void ZOR_Form_Config_CAN_Param::applyProfile(const ZOR_TerminalProfile& profile)
         setTypeCanExt();
 }
 
-QTreeWidget* ZOR_Form_Config_CAN_Param::treeSC() const { return ui->treeWidget_SC; }
-QTreeWidget* ZOR_Form_Config_CAN_Param::treeAdditional() const { return ui->treeWidget_Add; }
-QTreeWidget* ZOR_Form_Config_CAN_Param::treeCmd() const { return ui->treeWidget_Cmd; }
+QTreeWidget* ZOR_Form_Config_CAN_Param::treeSC() const
+{
+    return ui->treeWidget_SC;
+}
+QTreeWidget* ZOR_Form_Config_CAN_Param::treeAdditional() const
+{
+    return ui->treeWidget_Add;
+}
+QTreeWidget* ZOR_Form_Config_CAN_Param::treeCmd() const
+{
+    return ui->treeWidget_Cmd;
+}
 
-QString ZOR_Form_Config_CAN_Param::getStrParam_SC() const { return hexTextOf(SC); }
-QString ZOR_Form_Config_CAN_Param::getStrParam_AC() const { return hexTextOf(AC); }
-QString ZOR_Form_Config_CAN_Param::getStrParam_BC() const { return hexTextOf(BC); }
-QString ZOR_Form_Config_CAN_Param::getStrParam_Cmd() const { return hexTextOf(Cmd); }
-void ZOR_Form_Config_CAN_Param::setStrParam_SC(const QString& qsText) { readHexTextOf(SC, qsText); }
-void ZOR_Form_Config_CAN_Param::setStrParam_AC(const QString& qsText) { readHexTextOf(AC, qsText); }
-void ZOR_Form_Config_CAN_Param::setStrParam_BC(const QString& qsText) { readHexTextOf(BC, qsText); }
-void ZOR_Form_Config_CAN_Param::setStrParam_Cmd(const QString& qsText) { readHexTextOf(Cmd, qsText); }
+QString ZOR_Form_Config_CAN_Param::getStrParam_SC() const
+{
+    return hexTextOf(SC);
+}
+QString ZOR_Form_Config_CAN_Param::getStrParam_AC() const
+{
+    return hexTextOf(AC);
+}
+QString ZOR_Form_Config_CAN_Param::getStrParam_BC() const
+{
+    return hexTextOf(BC);
+}
+QString ZOR_Form_Config_CAN_Param::getStrParam_Cmd() const
+{
+    return hexTextOf(Cmd);
+}
+void ZOR_Form_Config_CAN_Param::setStrParam_SC(const QString& qsText)
+{
+    readHexTextOf(SC, qsText);
+}
+void ZOR_Form_Config_CAN_Param::setStrParam_AC(const QString& qsText)
+{
+    readHexTextOf(AC, qsText);
+}
+void ZOR_Form_Config_CAN_Param::setStrParam_BC(const QString& qsText)
+{
+    readHexTextOf(BC, qsText);
+}
+void ZOR_Form_Config_CAN_Param::setStrParam_Cmd(const QString& qsText)
+{
+    readHexTextOf(Cmd, qsText);
+}
 
 void ZOR_Form_Config_CAN_Param::setStrParam_SC_316(const QString& qsText)
 {
@@ -167,8 +201,8 @@ void ZOR_Form_Config_CAN_Param::setStrParam_Cmd_320(const QString& qsText)
     readRenumbered(Cmd, readCmdText(qsText, 4 * qsText.size()), &ZOR_UserParams::getListParamsCAN_Cmd_320);
 }
 
-void ZOR_Form_Config_CAN_Param::readRenumbered(List list, const QList<int>& lstOld,
-                                               void (ZOR_UserParams::*map)(QMap<int, int>&) const)
+void ZOR_Form_Config_CAN_Param::readRenumbered(
+    List list, const QList<int>& lstOld, void (ZOR_UserParams::*map)(QMap<int, int>&) const)
 {
     QMap<int, int> renumber;
     (m_lpCatalogue->*map)(renumber);
@@ -230,8 +264,7 @@ void ZOR_Form_Config_CAN_Param::selectTreeWidgetItem(QTreeWidget* lpTree, int nN
             item->setChecked(bSelect);
 }
 
-void ZOR_Form_Config_CAN_Param::selectTreeWidgetListItems(QTreeWidget* lpTree, const QList<int>& lstNums,
-                                                          bool bSelect)
+void ZOR_Form_Config_CAN_Param::selectTreeWidgetListItems(QTreeWidget* lpTree, const QList<int>& lstNums, bool bSelect)
 {
     for (ZOR_TreeWidgetItem_CAN* item : topItems(lpTree))
         if (lstNums.contains(item->getNum()))
@@ -391,7 +424,8 @@ void ZOR_Form_Config_CAN_Param::fillTree(List list)
     retitleTree(list);
     // The commands are few: all of them stay in view.
     if (list == Cmd && lpTree->topLevelItemCount() > 0)
-        lpTree->setMinimumHeight(lpTree->topLevelItemCount() * lpTree->sizeHintForRow(0) + 2 * lpTree->frameWidth() + 4);
+        lpTree->setMinimumHeight(
+            lpTree->topLevelItemCount() * lpTree->sizeHintForRow(0) + 2 * lpTree->frameWidth() + 4);
 }
 
 void ZOR_Form_Config_CAN_Param::retitleTree(List list)

@@ -65,7 +65,7 @@ public:
     static constexpr int nDigits_SC = 20;
     static constexpr int nDigits_AC = 47;
     static constexpr int nDigits_BC = 26;
-    static const char* const qsNodeName;    // "CP"
+    static const char* const qsNodeName; // "CP"
 
     explicit ZOR_Form_Config_CAN_Param(QWidget* parent = nullptr);
     ~ZOR_Form_Config_CAN_Param() override;
@@ -150,7 +150,7 @@ private:
     enum List { SC = 0, AC, BC, Cmd, ListCount };
 
     QVector<ZOR_UserParam_CAN*> catalogueList(List list) const;
-    QTreeWidget* treeOf(List list) const;     // null when no tree shows the list
+    QTreeWidget* treeOf(List list) const; // null when no tree shows the list
     List additionalList() const { return m_nVariant == 1 ? BC : AC; }
     int digitsOf(List list) const;
     bool isStorable(List list, int nNum) const;

@@ -30,18 +30,21 @@ ZOR_Form_Config_CAN_TechotonS6::ZOR_Form_Config_CAN_TechotonS6(QWidget* parent)
                   .addText(QStringLiteral("1023"), QStringLiteral("0 - 1023"))
                   .addText(QStringLiteral("4095"), QStringLiteral("0 - 4095"))
                   .addText(QStringLiteral("65535"), QStringLiteral("0 - 65535")))
-    , m_filterModes(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgcan_021"))
+    , m_filterModes(ZOR_CaptionList()
+                        .add(QStringLiteral("0"), QStringLiteral("cfgcan_021"))
                         .add(QStringLiteral("1"), QStringLiteral("cfgcan_022")))
-    , m_dfmModes(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgcan_031"))
+    , m_dfmModes(ZOR_CaptionList()
+                     .add(QStringLiteral("0"), QStringLiteral("cfgcan_031"))
                      .add(QStringLiteral("1"), QStringLiteral("cfgcan_032"))
                      .add(QStringLiteral("2"), QStringLiteral("cfgcan_033")))
-    , m_duts({{QString(), ZOR_RowBuilder::Label},
-              {QStringLiteral("cfgcan_013"), ZOR_RowBuilder::Check},
-              {QStringLiteral("cfgcan_014"), ZOR_RowBuilder::Integer, "address", QStringLiteral("0"), 0, kMaxAddress},
-              {QStringLiteral("cfgcan_015"), ZOR_RowBuilder::Caption, nullptr, QString::number(nDefaultOutFs), 0, 0, &m_outFs},
-              {QStringLiteral("cfgcan_016"), ZOR_RowBuilder::Index, "filterMode", QStringLiteral("0"), 0, 0, &m_filterModes},
-              {QStringLiteral("cfgcan_017"), ZOR_RowBuilder::Integer, "filterLength", QStringLiteral("5"), 1, 30},
-              {QStringLiteral("cfgcan_018"), ZOR_RowBuilder::Integer, "filterLvl", QStringLiteral("5"), 0, 10}})
+    , m_duts({{QString(), ZOR_RowBuilder::Label}, {QStringLiteral("cfgcan_013"), ZOR_RowBuilder::Check},
+          {QStringLiteral("cfgcan_014"), ZOR_RowBuilder::Integer, "address", QStringLiteral("0"), 0, kMaxAddress},
+          {QStringLiteral("cfgcan_015"), ZOR_RowBuilder::Caption, nullptr, QString::number(nDefaultOutFs), 0, 0,
+              &m_outFs},
+          {QStringLiteral("cfgcan_016"), ZOR_RowBuilder::Index, "filterMode", QStringLiteral("0"), 0, 0,
+              &m_filterModes},
+          {QStringLiteral("cfgcan_017"), ZOR_RowBuilder::Integer, "filterLength", QStringLiteral("5"), 1, 30},
+          {QStringLiteral("cfgcan_018"), ZOR_RowBuilder::Integer, "filterLvl", QStringLiteral("5"), 0, 10}})
 {
     ui->setupUi(this);
     initForm();
@@ -64,21 +67,21 @@ void ZOR_Form_Config_CAN_TechotonS6::initForm()
         &ZOR_Form_Config_CAN_TechotonS6::slot_stateChanged_DutE_Use_7,
         &ZOR_Form_Config_CAN_TechotonS6::slot_stateChanged_DutE_Use_8,
     };
-    m_duts.build(ui->gridLayout_Dut, nDutCount, [](int n) { return zorTr("cfgcan_012").arg(n); }, 1,
-                 [this](int nIndex, QVector<QWidget*>& widgets) {
-                     connect(static_cast<QCheckBox*>(widgets[ColUse]), &QCheckBox::stateChanged, this,
-                             kUseSlots[nIndex]);
-                     auto lpBox = static_cast<QComboBox*>(widgets[ColOutFs]);
-                     connect(lpBox, QOverload<int>::of(&QComboBox::activated), this,
-                             [this, lpBox] { changeOutFsTypeAll(lpBox->currentText()); });
-                 });
+    m_duts.build(
+        ui->gridLayout_Dut, nDutCount, [](int n) { return zorTr("cfgcan_012").arg(n); }, 1,
+        [this](int nIndex, QVector<QWidget*>& widgets) {
+            connect(static_cast<QCheckBox*>(widgets[ColUse]), &QCheckBox::stateChanged, this, kUseSlots[nIndex]);
+            auto lpBox = static_cast<QComboBox*>(widgets[ColOutFs]);
+            connect(lpBox, QOverload<int>::of(&QComboBox::activated), this,
+                [this, lpBox] { changeOutFsTypeAll(lpBox->currentText()); });
+        });
     m_dfm.index("mode", ui->comboBox_DfmMode, 0)
         .integer("address1", ui->spinBox_DfmAddress1, kDfmAddress1)
         .integer("address2", ui->spinBox_DfmAddress2, kDfmAddress2);
     ui->spinBox_DfmAddress1->setRange(1, kMaxAddress);
     ui->spinBox_DfmAddress2->setRange(1, kMaxAddress);
     connect(ui->comboBox_DfmMode, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &ZOR_Form_Config_CAN_TechotonS6::slot_currentIndexChanged_DfmMode);
+        &ZOR_Form_Config_CAN_TechotonS6::slot_currentIndexChanged_DfmMode);
 }
 
 void ZOR_Form_Config_CAN_TechotonS6::translateForm()
@@ -156,12 +159,30 @@ void ZOR_Form_Config_CAN_TechotonS6::changeOutFsTypeAll(const QString& qsText)
     }
 }
 
-QCheckBox* ZOR_Form_Config_CAN_TechotonS6::dutUse(int nIndex) const { return m_duts.widgetAs<QCheckBox>(nIndex, ColUse); }
-QSpinBox* ZOR_Form_Config_CAN_TechotonS6::dutAddress(int nIndex) const { return m_duts.widgetAs<QSpinBox>(nIndex, ColAddress); }
-QComboBox* ZOR_Form_Config_CAN_TechotonS6::dutOutFs(int nIndex) const { return m_duts.widgetAs<QComboBox>(nIndex, ColOutFs); }
-QComboBox* ZOR_Form_Config_CAN_TechotonS6::dutFilterMode(int nIndex) const { return m_duts.widgetAs<QComboBox>(nIndex, ColFilterMode); }
-QSpinBox* ZOR_Form_Config_CAN_TechotonS6::dutFilterLength(int nIndex) const { return m_duts.widgetAs<QSpinBox>(nIndex, ColFilterLength); }
-QSpinBox* ZOR_Form_Config_CAN_TechotonS6::dutFilterLvl(int nIndex) const { return m_duts.widgetAs<QSpinBox>(nIndex, ColFilterLvl); }
+QCheckBox* ZOR_Form_Config_CAN_TechotonS6::dutUse(int nIndex) const
+{
+    return m_duts.widgetAs<QCheckBox>(nIndex, ColUse);
+}
+QSpinBox* ZOR_Form_Config_CAN_TechotonS6::dutAddress(int nIndex) const
+{
+    return m_duts.widgetAs<QSpinBox>(nIndex, ColAddress);
+}
+QComboBox* ZOR_Form_Config_CAN_TechotonS6::dutOutFs(int nIndex) const
+{
+    return m_duts.widgetAs<QComboBox>(nIndex, ColOutFs);
+}
+QComboBox* ZOR_Form_Config_CAN_TechotonS6::dutFilterMode(int nIndex) const
+{
+    return m_duts.widgetAs<QComboBox>(nIndex, ColFilterMode);
+}
+QSpinBox* ZOR_Form_Config_CAN_TechotonS6::dutFilterLength(int nIndex) const
+{
+    return m_duts.widgetAs<QSpinBox>(nIndex, ColFilterLength);
+}
+QSpinBox* ZOR_Form_Config_CAN_TechotonS6::dutFilterLvl(int nIndex) const
+{
+    return m_duts.widgetAs<QSpinBox>(nIndex, ColFilterLvl);
+}
 
 void ZOR_Form_Config_CAN_TechotonS6::slot_currentIndexChanged_DfmMode(int nIndex)
 {

@@ -48,7 +48,7 @@ public:
     static constexpr int nDutCount = 8;
     static constexpr int nDefaultOutFs = 4095;
     // The element the configuration document opens for this form.
-    static const char* const qsNodeName;    // "S6"
+    static const char* const qsNodeName; // "S6"
 
     explicit ZOR_Form_Config_CAN_TechotonS6(QWidget* parent = nullptr);
     ~ZOR_Form_Config_CAN_TechotonS6() override;

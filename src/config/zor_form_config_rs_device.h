@@ -44,7 +44,7 @@ protected:
     void finishPage();
     // After the values changed all at once (defaults, a load), for pages
     // whose editors depend on a value (the display model, the door count).
-    virtual void valuesShown() {}
+    virtual void valuesShown() { }
 
     ZOR_FormBinding m_bind;
 

@@ -40,7 +40,8 @@ const ZOR_UserParamEntry* catalogueEntry(const QString& qsPrefix, const QString&
 QString ZOR_Form_Config_RS_Param::catalogueName(const QString& qsPrefix, const QString& qsId)
 {
     const ZOR_UserParamEntry* lpEntry = catalogueEntry(qsPrefix, qsId);
-    return lpEntry ? ZOR_UserParams::getUserParamName(lpEntry->qsPrefix, lpEntry->qsMess, lpEntry->qsSuffix) : QString();
+    return lpEntry ? ZOR_UserParams::getUserParamName(lpEntry->qsPrefix, lpEntry->qsMess, lpEntry->qsSuffix)
+                   : QString();
 }
 
 QString ZOR_Form_Config_RS_Param::catalogueType(const QString& qsPrefix, const QString& qsId)

@@ -31,24 +31,32 @@ class ZOR_Form_Config_RS_Param : public ZOR_Form_Config
 {
     Q_OBJECT
 public:
-    static const char* const qsStopBitDefault;   // "1"
+    static const char* const qsStopBitDefault; // "1"
 
     explicit ZOR_Form_Config_RS_Param(QWidget* parent = nullptr);
 
-    virtual QString getStrProtocolUserData(QString qsId) { Q_UNUSED(qsId) return QString(); }
-    virtual QString getTypeUserParam(QString qsId) { Q_UNUSED(qsId) return QString(); }
+    virtual QString getStrProtocolUserData(QString qsId)
+    {
+        Q_UNUSED(qsId)
+        return QString();
+    }
+    virtual QString getTypeUserParam(QString qsId)
+    {
+        Q_UNUSED(qsId)
+        return QString();
+    }
 
 public slots:
     void readFormParam(CXMLWorkData* lpRoot) override { Q_UNUSED(lpRoot) }
     void writeFormParam(CXMLWorkData* lpRoot) override { Q_UNUSED(lpRoot) }
-    void deviceConnect() override {}
-    void deviceDisconnect() override {}
-    void setDefaultParam() override {}
+    void deviceConnect() override { }
+    void deviceDisconnect() override { }
+    void setDefaultParam() override { }
     void setFormEnabled(bool bEnabled) override { Q_UNUSED(bEnabled) }
     void translateForm() override;
     // Asks again for the current model's line setting (the interface page
     // calls it when the page is shown).
-    virtual void updateRs_Settings() {}
+    virtual void updateRs_Settings() { }
     // What the interface page calls with its own node: readFormParam /
     // writeFormParam, except on a page that keeps its values another way
     // (the Modbus table below "USRPRMS").

@@ -11,4 +11,3 @@ ZOR_Form_Config_RS_Param_Axis::ZOR_Form_Config_RS_Param_Axis(QWidget* parent)
     m_bind.integer("holdTime", holdTime, 15);
     finishPage();
 }
-

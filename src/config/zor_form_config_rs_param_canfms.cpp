@@ -4,4 +4,3 @@ ZOR_Form_Config_RS_Param_CanFms::ZOR_Form_Config_RS_Param_CanFms(QWidget* parent
     : ZOR_Form_Config_RS_Param(parent)
 {
 }
-

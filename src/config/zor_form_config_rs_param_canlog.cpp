@@ -4,4 +4,3 @@ ZOR_Form_Config_RS_Param_CanLog::ZOR_Form_Config_RS_Param_CanLog(QWidget* parent
     : ZOR_Form_Config_RS_Param(parent)
 {
 }
-

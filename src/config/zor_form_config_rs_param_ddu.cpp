@@ -7,8 +7,8 @@
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_DDU::models()
 {
     static const ZOR_CaptionList list = ZOR_CaptionList()
-        .addText(QStringLiteral("DV01"), QStringLiteral("DV-01"))
-        .addText(QStringLiteral("ICON"), QStringLiteral("Omnicom ICON"));
+                                            .addText(QStringLiteral("DV01"), QStringLiteral("DV-01"))
+                                            .addText(QStringLiteral("ICON"), QStringLiteral("Omnicom ICON"));
     return list;
 }
 
@@ -31,11 +31,15 @@ ZOR_Form_Config_RS_Param_DDU::ZOR_Form_Config_RS_Param_DDU(QWidget* parent)
         .check("showFuelLvl", showFuel, false)
         .integer("infoPeriod", period, 30)
         .integer("address", address, 7);
-    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_DDU::modelChanged);
+    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &ZOR_Form_Config_RS_Param_DDU::modelChanged);
     finishPage();
 }
 
-QString ZOR_Form_Config_RS_Param_DDU::model() const { return models().currentCode(m_lpType); }
+QString ZOR_Form_Config_RS_Param_DDU::model() const
+{
+    return models().currentCode(m_lpType);
+}
 
 void ZOR_Form_Config_RS_Param_DDU::modelChanged()
 {
@@ -43,5 +47,3 @@ void ZOR_Form_Config_RS_Param_DDU::modelChanged()
     m_lpPeriod->setEnabled(bDv01);
     m_lpAddress->setEnabled(!bDv01);
 }
-
-

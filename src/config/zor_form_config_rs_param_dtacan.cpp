@@ -33,4 +33,3 @@ void ZOR_Form_Config_RS_Param_DtaCan::setDefaultParam()
     m_bPresent = false;
     ZOR_Form_Config_RS_Device::setDefaultParam();
 }
-

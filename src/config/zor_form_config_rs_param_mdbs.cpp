@@ -34,9 +34,10 @@ constexpr int kThresholdLimit = 2147483647;
 
 // Modbus numbering: the register kind (the read function) selects a block of
 // numbers, the address is the offset in the block.
-struct RegisterBlock {
+struct RegisterBlock
+{
     int nCmd;
-    int nFirst;     // number of address 0
+    int nFirst; // number of address 0
 };
 const RegisterBlock kBlocks[] = {{1, 1}, {2, 10001}, {4, 30001}, {3, 40001}};
 constexpr int kBlockLength = 9999;
@@ -90,26 +91,26 @@ int registerAddress(const QString& qsValue)
     return qMin(int(qsDigits.toUInt(nullptr, 16)), kRegisterMax);
 }
 
-
 using Column = ZOR_RowBuilder::Column;
 
 // The data type: the code of the shown caption, the first type when unknown.
 void bindDataType(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpWidget)
 {
     auto prm = static_cast<QComboBox*>(lpWidget);
-    bind.custom(lpAttr, prm, ZOR_DataTypes::codes().first(),
-                [prm] { return ZOR_DataTypes::captionList().currentCode(prm); },
-                [prm](const QString& qsValue) {
-                    ZOR_DataTypes::captionList().selectOr(prm, qsValue, ZOR_DataTypes::codes().first());
-                });
+    bind.custom(
+        lpAttr, prm, ZOR_DataTypes::codes().first(), [prm] { return ZOR_DataTypes::captionList().currentCode(prm); },
+        [prm](const QString& qsValue) {
+            ZOR_DataTypes::captionList().selectOr(prm, qsValue, ZOR_DataTypes::codes().first());
+        });
 }
 
 // The register address: shown and stored in hexadecimal.
 void bindRegister(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpWidget)
 {
     auto reg = static_cast<QSpinBox*>(lpWidget);
-    bind.custom(lpAttr, reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
-                [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
+    bind.custom(
+        lpAttr, reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
+        [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
 }
 
 // A caption list with number codes; a value it lacks shows nDefault.
@@ -125,10 +126,10 @@ Column::Bind bindNumberCaption(const ZOR_CaptionList* lpList, int nDefault)
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Mdbs::registerTypeCaptions()
 {
     static const ZOR_CaptionList list = ZOR_CaptionList()
-        .addText(QStringLiteral("1"), QStringLiteral("DO (0x01)"))
-        .addText(QStringLiteral("2"), QStringLiteral("DI (0x02)"))
-        .addText(QStringLiteral("3"), QStringLiteral("AO (0x03)"))
-        .addText(QStringLiteral("4"), QStringLiteral("AI (0x04)"));
+                                            .addText(QStringLiteral("1"), QStringLiteral("DO (0x01)"))
+                                            .addText(QStringLiteral("2"), QStringLiteral("DI (0x02)"))
+                                            .addText(QStringLiteral("3"), QStringLiteral("AO (0x03)"))
+                                            .addText(QStringLiteral("4"), QStringLiteral("AI (0x04)"));
     return list;
 }
 
@@ -150,9 +151,9 @@ const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Mdbs::byteOrderCaptions()
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Mdbs::conditionCaptions()
 {
     static const ZOR_CaptionList list = ZOR_CaptionList()
-        .add(QStringLiteral("1"), QStringLiteral("cfgt6_105"))
-        .add(QStringLiteral("2"), QStringLiteral("cfgt6_106"))
-        .add(QStringLiteral("3"), QStringLiteral("cfgt6_107"));
+                                            .add(QStringLiteral("1"), QStringLiteral("cfgt6_105"))
+                                            .add(QStringLiteral("2"), QStringLiteral("cfgt6_106"))
+                                            .add(QStringLiteral("3"), QStringLiteral("cfgt6_107"));
     return list;
 }
 
@@ -182,39 +183,35 @@ QVector<ZOR_RowBuilder::Column> ZOR_Form_Config_RS_Param_Mdbs::rowColumns()
 {
     const ZOR_CaptionList* lpTypes = &ZOR_DataTypes::captionList();
     const ZOR_CaptionList* lpKinds = &registerTypeCaptions();
-    return {Column(QString(), ZOR_RowBuilder::Label),
-            Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
-            Column(QStringLiteral("cfgt6_109"), ZOR_RowBuilder::Integer, "addr", QStringLiteral("1"), 1, 255).stored(1),
-            Column(QStringLiteral("cfgt6_110"), ZOR_RowBuilder::Integer, "reg", QString(), 0, kRegisterMax)
-                .stored(2, bindRegister),
-            Column(QStringLiteral("cfgt6_111"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 49999),
-            Column(QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, "cmd", QString(), 0, 0, lpKinds)
-                .stored(3, bindNumberCaption(lpKinds, 1)),
-            Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Caption, "prm", QString(), 0, 0, lpTypes)
-                .stored(0, bindDataType),
-            Column(QStringLiteral("cfgt6_114"), ZOR_RowBuilder::Caption, "ord", QString(), 0, 0, &byteOrderCaptions())
-                .stored(4, bindNumberCaption(&byteOrderCaptions(), 0)),
-            Column(QStringLiteral("cfgt6_115"), ZOR_RowBuilder::Integer, "cycle", QStringLiteral("1000"), 500, 60000)
-                .stored(5),
-            Column(QStringLiteral("cfgt6_116"), ZOR_RowBuilder::Check, "save", QStringLiteral("0")).stored(6)};
+    return {Column(QString(), ZOR_RowBuilder::Label), Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
+        Column(QStringLiteral("cfgt6_109"), ZOR_RowBuilder::Integer, "addr", QStringLiteral("1"), 1, 255).stored(1),
+        Column(QStringLiteral("cfgt6_110"), ZOR_RowBuilder::Integer, "reg", QString(), 0, kRegisterMax)
+            .stored(2, bindRegister),
+        Column(QStringLiteral("cfgt6_111"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 49999),
+        Column(QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, "cmd", QString(), 0, 0, lpKinds)
+            .stored(3, bindNumberCaption(lpKinds, 1)),
+        Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Caption, "prm", QString(), 0, 0, lpTypes)
+            .stored(0, bindDataType),
+        Column(QStringLiteral("cfgt6_114"), ZOR_RowBuilder::Caption, "ord", QString(), 0, 0, &byteOrderCaptions())
+            .stored(4, bindNumberCaption(&byteOrderCaptions(), 0)),
+        Column(QStringLiteral("cfgt6_115"), ZOR_RowBuilder::Integer, "cycle", QStringLiteral("1000"), 500, 60000)
+            .stored(5),
+        Column(QStringLiteral("cfgt6_116"), ZOR_RowBuilder::Check, "save", QStringLiteral("0")).stored(6)};
 }
 
 // An event's columns; the attributes follow "prm", which names the row.
 QVector<ZOR_RowBuilder::Column> ZOR_Form_Config_RS_Param_Mdbs::eventColumns()
 {
     auto threshold = [](const char* lpKey, const char* lpAttr, const char* lpDefault) {
-        return Column(QLatin1String(lpKey), ZOR_RowBuilder::Integer, lpAttr, QLatin1String(lpDefault),
-                      -kThresholdLimit, kThresholdLimit);
+        return Column(QLatin1String(lpKey), ZOR_RowBuilder::Integer, lpAttr, QLatin1String(lpDefault), -kThresholdLimit,
+            kThresholdLimit);
     };
-    return {Column(QString(), ZOR_RowBuilder::Label),
-            Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
-            Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index),
-            Column(QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index, "cond")
-                .stored(0, bindNumberCaption(&conditionCaptions(), 0)),
-            threshold("cfgt6_121", "step", "1000"),
-            threshold("cfgt6_122", "low", "0"),
-            threshold("cfgt6_123", "high", "1000"),
-            threshold("cfgt6_124", "hyst", "100")};
+    return {Column(QString(), ZOR_RowBuilder::Label), Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
+        Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index),
+        Column(QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index, "cond")
+            .stored(0, bindNumberCaption(&conditionCaptions(), 0)),
+        threshold("cfgt6_121", "step", "1000"), threshold("cfgt6_122", "low", "0"),
+        threshold("cfgt6_123", "high", "1000"), threshold("cfgt6_124", "hyst", "100")};
 }
 
 ZOR_Form_Config_RS_Param_Mdbs::ZOR_Form_Config_RS_Param_Mdbs(QWidget* parent)
@@ -258,14 +255,15 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
     m_lpRowsTitle = title();
     auto rowGrid = new QGridLayout;
     box->addLayout(rowGrid);
-    m_rows.build(rowGrid, nRows, [](int n) { return QString::number(n); }, 1,
-                 [](int nIndex, QVector<QWidget*>& widgets) {
-                     if (nIndex >= nRowsWithAddress255)
-                         static_cast<QSpinBox*>(widgets[RowAddr])->setMaximum(254);
-                     static_cast<QSpinBox*>(widgets[RowReg])->setDisplayIntegerBase(16);
-                     auto cycle = static_cast<QSpinBox*>(widgets[RowCycle]);
-                     cycle->setSingleStep(kCycleStep);
-                 });
+    m_rows.build(
+        rowGrid, nRows, [](int n) { return QString::number(n); }, 1,
+        [](int nIndex, QVector<QWidget*>& widgets) {
+            if (nIndex >= nRowsWithAddress255)
+                static_cast<QSpinBox*>(widgets[RowAddr])->setMaximum(254);
+            static_cast<QSpinBox*>(widgets[RowReg])->setDisplayIntegerBase(16);
+            auto cycle = static_cast<QSpinBox*>(widgets[RowCycle]);
+            cycle->setSingleStep(kCycleStep);
+        });
     rowGrid->setColumnStretch(RowSave + 1, 1);
 
     m_lpEventsTitle = title();
@@ -294,27 +292,27 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
 void ZOR_Form_Config_RS_Param_Mdbs::connectRow(int nIndex)
 {
     connect(m_rows.widgetAs<QCheckBox>(nIndex, RowOn), &QCheckBox::toggled, this,
-            [this, nIndex](bool bOn) { rowSwitched(nIndex, bOn); });
+        [this, nIndex](bool bOn) { rowSwitched(nIndex, bOn); });
     connect(spin(nIndex, RowAddr), QOverload<int>::of(&QSpinBox::valueChanged), this,
-            [this, nIndex] { rowAddressChanged(nIndex); });
+        [this, nIndex] { rowAddressChanged(nIndex); });
     connect(spin(nIndex, RowReg), QOverload<int>::of(&QSpinBox::valueChanged), this, [this, nIndex] {
         updateNumber(nIndex);
         rowAddressChanged(nIndex);
     });
     connect(combo(nIndex, RowCmd), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this, nIndex] { updateNumber(nIndex); });
+        [this, nIndex] { updateNumber(nIndex); });
     connect(spin(nIndex, RowNumber), QOverload<int>::of(&QSpinBox::valueChanged), this,
-            [this, nIndex] { numberChanged(nIndex); });
+        [this, nIndex] { numberChanged(nIndex); });
     connect(combo(nIndex, RowPrm), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this, nIndex] { rowDataTypeChanged(nIndex); });
+        [this, nIndex] { rowDataTypeChanged(nIndex); });
 }
 
 void ZOR_Form_Config_RS_Param_Mdbs::connectEvent(int nIndex)
 {
     connect(m_events.widgetAs<QCheckBox>(nIndex, EvOn), &QCheckBox::toggled, this,
-            [this, nIndex](bool bOn) { eventSwitched(nIndex, bOn); });
+        [this, nIndex](bool bOn) { eventSwitched(nIndex, bOn); });
     connect(eventCombo(nIndex, EvCond), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this, nIndex] { enableEventFields(nIndex); });
+        [this, nIndex] { enableEventFields(nIndex); });
 }
 
 QSpinBox* ZOR_Form_Config_RS_Param_Mdbs::spin(int nIndex, int nColumn) const
@@ -418,8 +416,8 @@ void ZOR_Form_Config_RS_Param_Mdbs::updateNumber(int nIndex)
 {
     if (m_bSyncing)
         return;
-    const int nNumber = registerNumber(spin(nIndex, RowReg)->value(),
-                                       registerTypeCaptions().currentCode(combo(nIndex, RowCmd)).toInt());
+    const int nNumber = registerNumber(
+        spin(nIndex, RowReg)->value(), registerTypeCaptions().currentCode(combo(nIndex, RowCmd)).toInt());
     m_bSyncing = true;
     spin(nIndex, RowNumber)->setValue(nNumber);
     m_bSyncing = false;
@@ -451,7 +449,7 @@ QString ZOR_Form_Config_RS_Param_Mdbs::composeLabel(int nIndex) const
 {
     return QStringLiteral("%1%2, %3 %4, %5 %6")
         .arg(glqsMbPreffix, QString::number(nIndex + 1), QString(), QString::number(spin(nIndex, RowAddr)->value()),
-             QString(), QString::number(spin(nIndex, RowReg)->value(), 16));
+            QString(), QString::number(spin(nIndex, RowReg)->value(), 16));
 }
 
 QString ZOR_Form_Config_RS_Param_Mdbs::dataCaption(int nIndex) const

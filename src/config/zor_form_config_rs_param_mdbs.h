@@ -30,8 +30,8 @@ class QLabel;
 class QRadioButton;
 class QSpinBox;
 
-extern const QString glqsMbPreffix;      // "MB"
-extern const QString glqsMbPreffixXml;   // "mb"
+extern const QString glqsMbPreffix; // "MB"
+extern const QString glqsMbPreffixXml; // "mb"
 
 class ZOR_Form_Config_RS_Param_Mdbs : public ZOR_Form_Config_RS_Param
 {
@@ -69,11 +69,11 @@ public:
 
     bool isByNumber() const;
     void setByNumber(bool bByNumber);
-    bool isRowOn(int nRow) const;           // rows from 1
+    bool isRowOn(int nRow) const; // rows from 1
     void setRowOn(int nRow, bool bOn);
-    bool isEventOn(int nEvent) const;       // events from 1
+    bool isEventOn(int nEvent) const; // events from 1
     void setEventOn(int nEvent, bool bOn);
-    QString rowLabel(int nRow) const;       // the published label, "" when off
+    QString rowLabel(int nRow) const; // the published label, "" when off
     QStringList labels() const { return m_labels; }
     int lastAddress() const { return m_nLastAddress; }
     // What the page publishes now: one entry per row in use.
@@ -94,7 +94,8 @@ public slots:
     void translateForm() override;
 
 private:
-    struct Published {
+    struct Published
+    {
         QString qsLabel;
         QString qsCaption;
     };
@@ -119,7 +120,7 @@ private:
     void withdraw(int nIndex);
     void addLabelToEvents(const QString& qsLabel);
     void removeLabelFromEvents(const QString& qsLabel);
-    int rowOfId(const QString& qsId) const;     // index, -1 when not a row in use
+    int rowOfId(const QString& qsId) const; // index, -1 when not a row in use
     int rowOfLabel(const QString& qsLabel) const;
 
     QSpinBox* spin(int nIndex, int nColumn) const;

@@ -4,4 +4,3 @@ ZOR_Form_Config_RS_Param_NotUse::ZOR_Form_Config_RS_Param_NotUse(QWidget* parent
     : ZOR_Form_Config_RS_Param(parent)
 {
 }
-

@@ -10,15 +10,16 @@
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Pcnt::models()
 {
     static const ZOR_CaptionList list = ZOR_CaptionList()
-        .addText(QStringLiteral("PP01"), QStringLiteral("PP-01"))
-        .addText(QStringLiteral("ACOND"), QStringLiteral("ACOND"))
-        .addText(QStringLiteral("ACOND2"), QStringLiteral("ACOND-2"));
+                                            .addText(QStringLiteral("PP01"), QStringLiteral("PP-01"))
+                                            .addText(QStringLiteral("ACOND"), QStringLiteral("ACOND"))
+                                            .addText(QStringLiteral("ACOND2"), QStringLiteral("ACOND-2"));
     return list;
 }
 
 ZOR_Form_Config_RS_Param_Pcnt::ZOR_Form_Config_RS_Param_Pcnt(QWidget* parent)
     : ZOR_Form_Config_RS_Device(parent, QStringLiteral("PCNT"))
-    , m_events(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgrs_070"))
+    , m_events(ZOR_CaptionList()
+                   .add(QStringLiteral("0"), QStringLiteral("cfgrs_070"))
                    .add(QStringLiteral("1"), QStringLiteral("cfgrs_071"))
                    .add(QStringLiteral("2"), QStringLiteral("cfgrs_072")))
 {
@@ -58,9 +59,14 @@ void ZOR_Form_Config_RS_Param_Pcnt::doorsChanged()
         m_ids[i]->setEnabled(i < m_lpDoors->value());
 }
 
-QString ZOR_Form_Config_RS_Param_Pcnt::getStrProtocolUserData(QString qsId) { return catalogueName(glqsPcntPreffix_CO, qsId); }
-QString ZOR_Form_Config_RS_Param_Pcnt::getTypeUserParam(QString qsId) { return catalogueType(glqsPcntPreffix_CO, qsId); }
-
+QString ZOR_Form_Config_RS_Param_Pcnt::getStrProtocolUserData(QString qsId)
+{
+    return catalogueName(glqsPcntPreffix_CO, qsId);
+}
+QString ZOR_Form_Config_RS_Param_Pcnt::getTypeUserParam(QString qsId)
+{
+    return catalogueType(glqsPcntPreffix_CO, qsId);
+}
 
 void ZOR_Form_Config_RS_Param_Pcnt::translateForm()
 {

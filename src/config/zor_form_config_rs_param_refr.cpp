@@ -7,12 +7,14 @@
 
 namespace {
 
-struct Model {
+struct Model
+{
     const char* lpCode;
     const char* lpCaption;
     const char* lpSpeed;
 };
-const Model kModels[] = {{"IQFREEZE", "iQFreeze", "9600"}, {"DATACOLD", "DataCold", "38400"}, {"CARRIER", "Carrier", "9600"}};
+const Model kModels[] = {
+    {"IQFREEZE", "iQFreeze", "9600"}, {"DATACOLD", "DataCold", "38400"}, {"CARRIER", "Carrier", "9600"}};
 
 } // namespace
 
@@ -35,12 +37,19 @@ ZOR_Form_Config_RS_Param_Refr::ZOR_Form_Config_RS_Param_Refr(QWidget* parent)
     addField("cfgrs_064", m_lpPeriod);
     m_bind.caption("type", m_lpType, &models(), QLatin1String(kModels[0].lpCode))
         .caption("period", m_lpPeriod, &m_periods, QStringLiteral("60"));
-    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Refr::updateRs_Settings);
+    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &ZOR_Form_Config_RS_Param_Refr::updateRs_Settings);
     finishPage();
 }
 
-QString ZOR_Form_Config_RS_Param_Refr::model() const { return models().currentCode(m_lpType); }
-void ZOR_Form_Config_RS_Param_Refr::setModel(const QString& qsModel) { models().select(m_lpType, qsModel); }
+QString ZOR_Form_Config_RS_Param_Refr::model() const
+{
+    return models().currentCode(m_lpType);
+}
+void ZOR_Form_Config_RS_Param_Refr::setModel(const QString& qsModel)
+{
+    models().select(m_lpType, qsModel);
+}
 
 void ZOR_Form_Config_RS_Param_Refr::updateRs_Settings()
 {
@@ -58,5 +67,3 @@ QString ZOR_Form_Config_RS_Param_Refr::getTypeUserParam(QString qsId)
     const QString qsType = catalogueType(glqsRefrPreffix_RC, qsId);
     return qsType.isEmpty() ? catalogueType(glqsRefrPreffix_AX, qsId) : qsType;
 }
-
-

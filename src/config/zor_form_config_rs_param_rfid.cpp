@@ -7,16 +7,17 @@
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Rfid::models()
 {
     static const ZOR_CaptionList list = ZOR_CaptionList()
-        .addText(QStringLiteral("ESCORT"), QStringLiteral("Escort RFID"))
-        .addText(QStringLiteral("LLS"), QStringLiteral("LLS"))
-        .addText(QStringLiteral("MIELTA"), QStringLiteral("Mielta RFID"))
-        .addText(QStringLiteral("ADM20"), QStringLiteral("ADM20"));
+                                            .addText(QStringLiteral("ESCORT"), QStringLiteral("Escort RFID"))
+                                            .addText(QStringLiteral("LLS"), QStringLiteral("LLS"))
+                                            .addText(QStringLiteral("MIELTA"), QStringLiteral("Mielta RFID"))
+                                            .addText(QStringLiteral("ADM20"), QStringLiteral("ADM20"));
     return list;
 }
 
 ZOR_Form_Config_RS_Param_Rfid::ZOR_Form_Config_RS_Param_Rfid(QWidget* parent)
     : ZOR_Form_Config_RS_Device(parent, QStringLiteral("RFID"))
-    , m_modes(ZOR_CaptionList().add(QStringLiteral("0"), QStringLiteral("cfgrs_060"))
+    , m_modes(ZOR_CaptionList()
+                  .add(QStringLiteral("0"), QStringLiteral("cfgrs_060"))
                   .add(QStringLiteral("1"), QStringLiteral("cfgrs_061")))
 {
     m_lpType = new QComboBox(this);
@@ -42,5 +43,3 @@ ZOR_Form_Config_RS_Param_Rfid::ZOR_Form_Config_RS_Param_Rfid(QWidget* parent)
         .caption("mode", mode, &m_modes, QStringLiteral("0"));
     finishPage();
 }
-
-

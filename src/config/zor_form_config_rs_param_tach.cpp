@@ -8,7 +8,8 @@
 
 namespace {
 
-struct Model {
+struct Model
+{
     const char* lpCode;
     const char* lpCaption;
     const char* lpSpeed;
@@ -60,14 +61,27 @@ ZOR_Form_Config_RS_Param_Tach::ZOR_Form_Config_RS_Param_Tach(QWidget* parent)
         .text("pass", m_lpPass, QLatin1String(kModels[0].lpPassword))
         .check("noPing", noPing, false)
         .check("eventOff", eventOff, false);
-    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ZOR_Form_Config_RS_Param_Tach::modelChanged);
+    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &ZOR_Form_Config_RS_Param_Tach::modelChanged);
     finishPage();
 }
 
-QString ZOR_Form_Config_RS_Param_Tach::model() const { return models().currentCode(m_lpType); }
-void ZOR_Form_Config_RS_Param_Tach::setModel(const QString& qsModel) { models().select(m_lpType, qsModel); }
-QString ZOR_Form_Config_RS_Param_Tach::login() const { return m_lpLogin->text(); }
-QString ZOR_Form_Config_RS_Param_Tach::password() const { return m_lpPass->text(); }
+QString ZOR_Form_Config_RS_Param_Tach::model() const
+{
+    return models().currentCode(m_lpType);
+}
+void ZOR_Form_Config_RS_Param_Tach::setModel(const QString& qsModel)
+{
+    models().select(m_lpType, qsModel);
+}
+QString ZOR_Form_Config_RS_Param_Tach::login() const
+{
+    return m_lpLogin->text();
+}
+QString ZOR_Form_Config_RS_Param_Tach::password() const
+{
+    return m_lpPass->text();
+}
 
 void ZOR_Form_Config_RS_Param_Tach::modelChanged()
 {
@@ -80,5 +94,3 @@ void ZOR_Form_Config_RS_Param_Tach::updateRs_Settings()
 {
     requestLine(QLatin1String(modelOf(model()).lpSpeed));
 }
-
-

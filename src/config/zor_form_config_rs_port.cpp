@@ -37,31 +37,42 @@ ZOR_Form_Config_RS_Param* make(QWidget* parent)
 }
 using Factory = ZOR_Form_Config_RS_Param* (*)(QWidget*);
 
-struct KindRow {
+struct KindRow
+{
     int nKind;
     const char* lpCaptionKey;
-    Factory rs232;      // null: not offered on RS-232
-    Factory rs485;      // null: not offered on RS-485
+    Factory rs232; // null: not offered on RS-232
+    Factory rs485; // null: not offered on RS-485
 };
 
 // Bus devices with addresses (Modbus slaves, passenger counters, the
 // address-keyed controllers) are offered on RS-485 only.
 const KindRow kKinds[] = {
-    {ZOR_Form_Config_RS_Port::KindNone, "cfgrs_010", &make<ZOR_Form_Config_RS_Param_NotUse>, &make<ZOR_Form_Config_RS_Param_NotUse>},
-    {ZOR_Form_Config_RS_Port::KindFuel, "cfgrs_011", &make<ZOR_Form_Config_RS_Param_Flds_RS232>, &make<ZOR_Form_Config_RS_Param_Flds_RS485>},
+    {ZOR_Form_Config_RS_Port::KindNone, "cfgrs_010", &make<ZOR_Form_Config_RS_Param_NotUse>,
+        &make<ZOR_Form_Config_RS_Param_NotUse>},
+    {ZOR_Form_Config_RS_Port::KindFuel, "cfgrs_011", &make<ZOR_Form_Config_RS_Param_Flds_RS232>,
+        &make<ZOR_Form_Config_RS_Param_Flds_RS485>},
     {ZOR_Form_Config_RS_Port::KindModbus, "cfgrs_012", nullptr, &make<ZOR_Form_Config_RS_Param_Mdbs>},
     {ZOR_Form_Config_RS_Port::KindPassengers, "cfgrs_013", nullptr, &make<ZOR_Form_Config_RS_Param_Pcnt>},
-    {ZOR_Form_Config_RS_Port::KindRefrigerator, "cfgrs_014", &make<ZOR_Form_Config_RS_Param_Refr>, &make<ZOR_Form_Config_RS_Param_Refr>},
-    {ZOR_Form_Config_RS_Port::KindRfid, "cfgrs_015", &make<ZOR_Form_Config_RS_Param_Rfid>, &make<ZOR_Form_Config_RS_Param_Rfid>},
-    {ZOR_Form_Config_RS_Port::KindTachograph, "cfgrs_016", &make<ZOR_Form_Config_RS_Param_Tach>, &make<ZOR_Form_Config_RS_Param_Tach>},
-    {ZOR_Form_Config_RS_Port::KindTyres, "cfgrs_017", &make<ZOR_Form_Config_RS_Param_Tpms>, &make<ZOR_Form_Config_RS_Param_Tpms>},
-    {ZOR_Form_Config_RS_Port::KindDisplay, "cfgrs_018", &make<ZOR_Form_Config_RS_Param_DDU>, &make<ZOR_Form_Config_RS_Param_DDU>},
+    {ZOR_Form_Config_RS_Port::KindRefrigerator, "cfgrs_014", &make<ZOR_Form_Config_RS_Param_Refr>,
+        &make<ZOR_Form_Config_RS_Param_Refr>},
+    {ZOR_Form_Config_RS_Port::KindRfid, "cfgrs_015", &make<ZOR_Form_Config_RS_Param_Rfid>,
+        &make<ZOR_Form_Config_RS_Param_Rfid>},
+    {ZOR_Form_Config_RS_Port::KindTachograph, "cfgrs_016", &make<ZOR_Form_Config_RS_Param_Tach>,
+        &make<ZOR_Form_Config_RS_Param_Tach>},
+    {ZOR_Form_Config_RS_Port::KindTyres, "cfgrs_017", &make<ZOR_Form_Config_RS_Param_Tpms>,
+        &make<ZOR_Form_Config_RS_Param_Tpms>},
+    {ZOR_Form_Config_RS_Port::KindDisplay, "cfgrs_018", &make<ZOR_Form_Config_RS_Param_DDU>,
+        &make<ZOR_Form_Config_RS_Param_DDU>},
     {ZOR_Form_Config_RS_Port::KindAxis, "cfgrs_019", nullptr, &make<ZOR_Form_Config_RS_Param_Axis>},
     {ZOR_Form_Config_RS_Port::KindDataCan, "cfgrs_020", nullptr, &make<ZOR_Form_Config_RS_Param_DtaCan>},
     {ZOR_Form_Config_RS_Port::KindDv01, "cfgrs_021", nullptr, &make<ZOR_Form_Config_RS_Param_Dv01>},
-    {ZOR_Form_Config_RS_Port::KindCanLog, "cfgrs_022", &make<ZOR_Form_Config_RS_Param_CanLog>, &make<ZOR_Form_Config_RS_Param_CanLog>},
-    {ZOR_Form_Config_RS_Port::KindCanFms, "cfgrs_023", &make<ZOR_Form_Config_RS_Param_CanFms>, &make<ZOR_Form_Config_RS_Param_CanFms>},
-    {ZOR_Form_Config_RS_Port::KindHrps, "cfgrs_024", &make<ZOR_Form_Config_RS_Param_Hrps>, &make<ZOR_Form_Config_RS_Param_Hrps>},
+    {ZOR_Form_Config_RS_Port::KindCanLog, "cfgrs_022", &make<ZOR_Form_Config_RS_Param_CanLog>,
+        &make<ZOR_Form_Config_RS_Param_CanLog>},
+    {ZOR_Form_Config_RS_Port::KindCanFms, "cfgrs_023", &make<ZOR_Form_Config_RS_Param_CanFms>,
+        &make<ZOR_Form_Config_RS_Param_CanFms>},
+    {ZOR_Form_Config_RS_Port::KindHrps, "cfgrs_024", &make<ZOR_Form_Config_RS_Param_Hrps>,
+        &make<ZOR_Form_Config_RS_Param_Hrps>},
 };
 constexpr int kKindCodes = ZOR_Form_Config_RS_Port::KindHrps + 1;
 
@@ -69,9 +80,9 @@ constexpr int kKindCodes = ZOR_Form_Config_RS_Port::KindHrps + 1;
 // before another device's settings stop going into the file.
 bool agreeToLeave(QWidget* lpParent, const QString& qsOld, const QString& qsNew)
 {
-    return QMessageBox::question(lpParent, zorTr(QStringLiteral("cfgrs_078")),
-                                 zorTr(QStringLiteral("cfgrs_079")).arg(qsOld, qsNew))
-           == QMessageBox::Yes;
+    return QMessageBox::question(
+               lpParent, zorTr(QStringLiteral("cfgrs_078")), zorTr(QStringLiteral("cfgrs_079")).arg(qsOld, qsNew))
+        == QMessageBox::Yes;
 }
 
 } // namespace
@@ -79,10 +90,13 @@ bool agreeToLeave(QWidget* lpParent, const QString& qsOld, const QString& qsNew)
 ZOR_Form_Config_RS_Port::ZOR_Form_Config_RS_Port(QWidget* parent, Interface which)
     : ZOR_Form_Config(parent)
     , m_interface(which)
-    , m_parities(ZOR_CaptionList().add(QStringLiteral("None"), QStringLiteral("cfgrs_007"))
+    , m_parities(ZOR_CaptionList()
+                     .add(QStringLiteral("None"), QStringLiteral("cfgrs_007"))
                      .add(QStringLiteral("Even"), QStringLiteral("cfgrs_008"))
                      .add(QStringLiteral("Odd"), QStringLiteral("cfgrs_009")))
-    , m_stops(ZOR_CaptionList().addText(QStringLiteral("1"), QStringLiteral("1")).addText(QStringLiteral("2"), QStringLiteral("2")))
+    , m_stops(ZOR_CaptionList()
+                  .addText(QStringLiteral("1"), QStringLiteral("1"))
+                  .addText(QStringLiteral("2"), QStringLiteral("2")))
 {
     for (const char* lpSpeed : {"1200", "2400", "4800", "9600", "19200", "38400", "57600", "115200"})
         m_speeds.addText(QLatin1String(lpSpeed), QLatin1String(lpSpeed));
@@ -116,11 +130,12 @@ ZOR_Form_Config_RS_Port::ZOR_Form_Config_RS_Port(QWidget* parent, Interface whic
         ZOR_Form_Config_RS_Param* lpPage = factory(m_lpStack);
         m_pages[row.nKind] = lpPage;
         m_stack.addPage(row.nKind, lpPage);
-        connect(lpPage, &ZOR_Form_Config_RS_Param::changeRs_Settings, this, &ZOR_Form_Config_RS_Port::slot_changeRs_Settings);
+        connect(lpPage, &ZOR_Form_Config_RS_Param::changeRs_Settings, this,
+            &ZOR_Form_Config_RS_Port::slot_changeRs_Settings);
         // The pages' own edits mark the document as changed too.
         connect(lpPage, &ZOR_Form_Config::signal_FormEdited, this, &ZOR_Form_Config::signal_FormEdited);
         connect(lpPage, &ZOR_Form_Config_RS_Param::openTab, this,
-                [this] { emit signal_ShowPage(QStringLiteral("protocol"), QStringLiteral("User")); });
+            [this] { emit signal_ShowPage(QStringLiteral("protocol"), QStringLiteral("User")); });
     }
     m_device.caption("device", m_lpKind, &m_kinds, QStringLiteral("0"));
     m_line.caption("speed", m_lpSpeed, &m_speeds, QStringLiteral("9600"))
@@ -173,9 +188,18 @@ ZOR_Form_Config_RS_Param* ZOR_Form_Config_RS_Port::page(int nKind) const
     return m_pages.value(nKind, nullptr);
 }
 
-QString ZOR_Form_Config_RS_Port::speed() const { return m_speeds.currentCode(m_lpSpeed); }
-QString ZOR_Form_Config_RS_Port::parity() const { return m_parities.currentCode(m_lpParity); }
-QString ZOR_Form_Config_RS_Port::stopBits() const { return m_stops.currentCode(m_lpStop); }
+QString ZOR_Form_Config_RS_Port::speed() const
+{
+    return m_speeds.currentCode(m_lpSpeed);
+}
+QString ZOR_Form_Config_RS_Port::parity() const
+{
+    return m_parities.currentCode(m_lpParity);
+}
+QString ZOR_Form_Config_RS_Port::stopBits() const
+{
+    return m_stops.currentCode(m_lpStop);
+}
 
 void ZOR_Form_Config_RS_Port::showKind(int nKind)
 {
@@ -185,7 +209,8 @@ void ZOR_Form_Config_RS_Port::showKind(int nKind)
         lpPage->updateRs_Settings();
 }
 
-void ZOR_Form_Config_RS_Port::slot_changeRs_Settings(QWidget* lpWnd, QString qsSpeed, QString qsParity, QString qsStopBit)
+void ZOR_Form_Config_RS_Port::slot_changeRs_Settings(
+    QWidget* lpWnd, QString qsSpeed, QString qsParity, QString qsStopBit)
 {
     if (!m_stack.isShown(lpWnd))
         return;

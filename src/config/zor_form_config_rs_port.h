@@ -47,9 +47,21 @@ public:
     enum Interface { RS232, RS485 };
     // Device kinds; the codes are stored, keep them.
     enum Kind {
-        KindNone = 0, KindFuel = 1, KindModbus = 2, KindPassengers = 3, KindRefrigerator = 4, KindRfid = 5,
-        KindTachograph = 6, KindTyres = 7, KindDisplay = 8, KindAxis = 9, KindDataCan = 10, KindDv01 = 11,
-        KindCanLog = 12, KindCanFms = 13, KindHrps = 14,
+        KindNone = 0,
+        KindFuel = 1,
+        KindModbus = 2,
+        KindPassengers = 3,
+        KindRefrigerator = 4,
+        KindRfid = 5,
+        KindTachograph = 6,
+        KindTyres = 7,
+        KindDisplay = 8,
+        KindAxis = 9,
+        KindDataCan = 10,
+        KindDv01 = 11,
+        KindCanLog = 12,
+        KindCanFms = 13,
+        KindHrps = 14,
     };
 
     Interface portInterface() const { return m_interface; }
@@ -90,7 +102,7 @@ private:
     QStackedWidget* m_lpStack = nullptr;
     ZOR_PageStack m_stack;
     QVector<QPair<QLabel*, QString>> m_captions;
-    QVector<ZOR_Form_Config_RS_Param*> m_pages;   // by kind code, null when not offered
+    QVector<ZOR_Form_Config_RS_Param*> m_pages; // by kind code, null when not offered
     ZOR_CaptionList m_kinds;
     ZOR_CaptionList m_speeds;
     ZOR_CaptionList m_parities;

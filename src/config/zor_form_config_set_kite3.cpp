@@ -41,7 +41,8 @@ void noteMask(CXMLWorkData* lpKite, const QString& qsMask, const QString& qsKept
     QString qsReason;
     if (nSize > ZOR_Form_Config_Set_Kite3::nMaxRecordSize)
         qsReason = QStringLiteral("the record takes %1 bytes, over the terminal's limit of %2")
-                       .arg(nSize).arg(ZOR_Form_Config_Set_Kite3::nMaxRecordSize);
+                       .arg(nSize)
+                       .arg(ZOR_Form_Config_Set_Kite3::nMaxRecordSize);
     else if (qsMask != qsKept)
         qsReason = QStringLiteral("not %1 positions of 0 and 1").arg(qsKept.size());
     if (!qsReason.isEmpty())
@@ -81,15 +82,14 @@ void ZOR_Form_Config_Set_Kite3::initForm()
     // The order in which the mask is built (Main first, User last).
     m_lpUser = new ZOR_Form_Config_Set_Kite3_Tab_User(this);
     m_tabs = {new ZOR_Form_Config_Set_Kite3_Tab_Main(this), new ZOR_Form_Config_Set_Kite3_Tab_Navi(this),
-              new ZOR_Form_Config_Set_Kite3_Tab_RS(this),   new ZOR_Form_Config_Set_Kite3_Tab_CAN(this),
-              new ZOR_Form_Config_Set_Kite3_Tab_Taho(this), new ZOR_Form_Config_Set_Kite3_Tab_Accel(this),
-              new ZOR_Form_Config_Set_Kite3_Tab_Refr(this), new ZOR_Form_Config_Set_Kite3_Tab_FFS(this),
-              new ZOR_Form_Config_Set_Kite3_Tab_More(this), m_lpUser};
+        new ZOR_Form_Config_Set_Kite3_Tab_RS(this), new ZOR_Form_Config_Set_Kite3_Tab_CAN(this),
+        new ZOR_Form_Config_Set_Kite3_Tab_Taho(this), new ZOR_Form_Config_Set_Kite3_Tab_Accel(this),
+        new ZOR_Form_Config_Set_Kite3_Tab_Refr(this), new ZOR_Form_Config_Set_Kite3_Tab_FFS(this),
+        new ZOR_Form_Config_Set_Kite3_Tab_More(this), m_lpUser};
     for (ZOR_Form_Config_Set_Kite3_Tab* lpTab : qAsConst(m_tabs)) {
         lpTab->setTabIndex(ui->tabWidget->addTab(lpTab, lpTab->tabName()));
-        connect(lpTab, &ZOR_Form_Config_Set_Kite3_Tab::signal_ProtocolSize_Changed, this, [this](int nDelta) {
-            nDelta >= 0 ? setProtocol_CurSize_Inc(nDelta) : setProtocol_CurSize_Dec(-nDelta);
-        });
+        connect(lpTab, &ZOR_Form_Config_Set_Kite3_Tab::signal_ProtocolSize_Changed, this,
+            [this](int nDelta) { nDelta >= 0 ? setProtocol_CurSize_Inc(nDelta) : setProtocol_CurSize_Dec(-nDelta); });
     }
     m_versions.addText(kVersion1, QStringLiteral("KITE 1.0"))
         .addText(kVersion2, QStringLiteral("KITE 2.0"))
@@ -97,7 +97,7 @@ void ZOR_Form_Config_Set_Kite3::initForm()
     m_versions.fill(ui->comboBox_FlashFormat);
     m_versions.select(ui->comboBox_FlashFormat, kVersion3);
     connect(ui->comboBox_FlashFormat, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &ZOR_Form_Config_Set_Kite3::slot_currentIndexChanged_FlashFormat);
+        &ZOR_Form_Config_Set_Kite3::slot_currentIndexChanged_FlashFormat);
     ui->label_WarningIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(24, 24));
     ui->frame_Warning->hide();
 }
@@ -244,7 +244,7 @@ void ZOR_Form_Config_Set_Kite3::readFormParam(CXMLWorkData* lpRoot)
     lpProblems->noteRead(lpKite->getTag(), QStringLiteral("format"), ui->comboBox_FlashFormat);
     lpProblems->noteRead(lpKite->getTag(), kMaskAttr, ui->label_Size);
     noteMask(lpKite.get(), ZOR_SettingsNode::readLongText(lpKite.get(), kMaskAttr), getStrFormat(),
-             getProtocol_CurSize(), ui->label_Size);
+        getProtocol_CurSize(), ui->label_Size);
 }
 
 void ZOR_Form_Config_Set_Kite3::writeFormParam(CXMLWorkData* lpRoot)
@@ -330,14 +330,35 @@ void ZOR_Form_Config_Set_Kite3::setLinesUsable(std::initializer_list<int> fields
 }
 
 // The fields each capability stands for.
-void ZOR_Form_Config_Set_Kite3::setDeviceUseState(bool bUse) { setFieldsUsable({4, 123}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseModule(bool bUse) { setFieldsUsable({5, 6, 124}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseGSM(bool bUse) { setFieldsUsable({7, 125}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseMotochas(bool bUse) { setFieldsUsable({37, 205, 206}, bUse); }
+void ZOR_Form_Config_Set_Kite3::setDeviceUseState(bool bUse)
+{
+    setFieldsUsable({4, 123}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseModule(bool bUse)
+{
+    setFieldsUsable({5, 6, 124}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseGSM(bool bUse)
+{
+    setFieldsUsable({7, 125}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseMotochas(bool bUse)
+{
+    setFieldsUsable({37, 205, 206}, bUse);
+}
 // A terminal without its own backup battery has no backup supply to report.
-void ZOR_Form_Config_Set_Kite3::setDeviceUsePowerBLE(bool bUse) { setFieldsUsable({20}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setMaxCountLinesOut(int nCount) { setLinesUsable({31, 32}, 8, nCount); }
-void ZOR_Form_Config_Set_Kite3::setMaxCountStateIn(int nCount) { setLinesUsable({29, 30, 126}, 8, nCount); }
+void ZOR_Form_Config_Set_Kite3::setDeviceUsePowerBLE(bool bUse)
+{
+    setFieldsUsable({20}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setMaxCountLinesOut(int nCount)
+{
+    setLinesUsable({31, 32}, 8, nCount);
+}
+void ZOR_Form_Config_Set_Kite3::setMaxCountStateIn(int nCount)
+{
+    setLinesUsable({29, 30, 126}, 8, nCount);
+}
 void ZOR_Form_Config_Set_Kite3::setMaxCountLinesIn(int nCount)
 {
     setLinesUsable({33, 34, 127, 128, 129, 130, 131, 132}, 1, nCount);
@@ -357,15 +378,51 @@ void ZOR_Form_Config_Set_Kite3::setRS485_FLS_MaxCount(int nCount)
     setLinesUsable({78, 79, 80, 81, 82, 83}, 1, nCount);
     setLinesUsable({147, 148, 149, 150, 151, 152, 153, 154, 155, 156, 157, 158, 159, 160, 161, 162}, 1, nCount);
 }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseCANState(bool bUse) { setFieldsUsable({201, 202, 203, 204}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setUseDrivingQuality(bool bUse) { setFieldsUsable({143, 144, 145, 146}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUsePassager(bool bUse) { setFieldsUsable({110}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseTires(bool bUse) { setFieldsUsable({94}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseDisp(bool bUse) { setFieldsUsable({104, 105}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseVAccelAxels(bool bUse) { setFieldsUsable({142}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseAinf(bool bUse) { setFieldsUsable({118, 119, 120, 121}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseCamera(bool bUse) { setFieldsUsable({122}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setMaxCountHighPrecisionTemp(int nCount) { setFieldLimit(163, nCount); }
-void ZOR_Form_Config_Set_Kite3::setMaxCountHighPrecisionHumidity(int nCount) { setFieldLimit(167, nCount); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseLBS(bool bUse) { setFieldsUsable({77}, bUse); }
-void ZOR_Form_Config_Set_Kite3::setDeviceUseNaviMore(bool bUse) { setFieldsUsable({70, 71, 72, 73, 74, 75, 76}, bUse); }
+void ZOR_Form_Config_Set_Kite3::setDeviceUseCANState(bool bUse)
+{
+    setFieldsUsable({201, 202, 203, 204}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setUseDrivingQuality(bool bUse)
+{
+    setFieldsUsable({143, 144, 145, 146}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUsePassager(bool bUse)
+{
+    setFieldsUsable({110}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseTires(bool bUse)
+{
+    setFieldsUsable({94}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseDisp(bool bUse)
+{
+    setFieldsUsable({104, 105}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseVAccelAxels(bool bUse)
+{
+    setFieldsUsable({142}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseAinf(bool bUse)
+{
+    setFieldsUsable({118, 119, 120, 121}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseCamera(bool bUse)
+{
+    setFieldsUsable({122}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setMaxCountHighPrecisionTemp(int nCount)
+{
+    setFieldLimit(163, nCount);
+}
+void ZOR_Form_Config_Set_Kite3::setMaxCountHighPrecisionHumidity(int nCount)
+{
+    setFieldLimit(167, nCount);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseLBS(bool bUse)
+{
+    setFieldsUsable({77}, bUse);
+}
+void ZOR_Form_Config_Set_Kite3::setDeviceUseNaviMore(bool bUse)
+{
+    setFieldsUsable({70, 71, 72, 73, 74, 75, 76}, bUse);
+}

@@ -48,22 +48,24 @@ class ZOR_Form_Config_Set_Kite3_Tab : public ZOR_Form_Config
 {
     Q_OBJECT
 public:
-    enum BoxFlag { Default = 1, Fixed = 2 };   // Fixed: always in the record, not editable
+    enum BoxFlag { Default = 1, Fixed = 2 }; // Fixed: always in the record, not editable
 
-    struct Box {
+    struct Box
+    {
         int nField;
         // Caption key; empty: the pattern alone; null: the caption the
         // telemetry field table gives the field (its first column's), and
         // lpPattern is not used.
         const char* lpKey = nullptr;
-        const char* lpPattern = "%1";   // %1 is the text of lpKey
+        const char* lpPattern = "%1"; // %1 is the text of lpKey
         int nFlags = 0;
     };
-    struct Group {
+    struct Group
+    {
         int nFirst;
         int nFields;
-        const char* lpKey;              // caption key of the list's label
-        const char* lpCounts;           // what each count shows, space separated ("0 2 6 14 30")
+        const char* lpKey; // caption key of the list's label
+        const char* lpCounts; // what each count shows, space separated ("0 2 6 14 30")
         int nDefault = 0;
     };
 
@@ -117,10 +119,16 @@ protected:
     // The tab's name and title key (the title is looked up in translateForm).
     void setTabName(const QString& qsName, const char* lpTitleKey);
     template <int N>
-    void addBoxes(const Box (&boxes)[N]) { addBoxes(boxes, N); }
+    void addBoxes(const Box (&boxes)[N])
+    {
+        addBoxes(boxes, N);
+    }
     void addBoxes(const Box* lpBoxes, int nCount);
     template <int N>
-    void addGroups(const Group (&groups)[N]) { addGroups(groups, N); }
+    void addGroups(const Group (&groups)[N])
+    {
+        addGroups(groups, N);
+    }
     void addGroups(const Group* lpGroups, int nCount);
     // One frame per version, the items of that version in three columns.
     void layoutByVersion();
@@ -129,7 +137,8 @@ protected:
     QCheckBox* boxOf(int nField) const;
 
 private:
-    struct Item {
+    struct Item
+    {
         int nFirst = 0;
         int nFields = 1;
         QCheckBox* lpBox = nullptr;
@@ -141,7 +150,7 @@ private:
         int nFlags = 0;
         int nDefault = 0;
         int nLimit = 1;
-        int nCount = 0;     // what the size was last computed for
+        int nCount = 0; // what the size was last computed for
     };
 
     void setPositions(const QString& qsMask, int nVersion);

@@ -18,7 +18,8 @@
 
 namespace {
 
-struct Width {
+struct Width
+{
     int nBytes;
     int nSlots;
     int nFirst;
@@ -56,8 +57,8 @@ ZOR_UserParamEntry entryAt(const QStandardItemModel* lpModel, int nRow)
     const QStandardItem* lpItem = lpModel->item(nRow);
     if (!lpItem)
         return {};
-    return {lpItem->data(PrefixRole).toString(), lpItem->data(MessRole).toString(),
-            lpItem->data(SuffixRole).toString(), 0};
+    return {
+        lpItem->data(PrefixRole).toString(), lpItem->data(MessRole).toString(), lpItem->data(SuffixRole).toString(), 0};
 }
 
 const QString kUserParamsNode = QStringLiteral("USERPARAMS");
@@ -117,7 +118,7 @@ ZOR_Form_Config_Set_Kite3_Tab_User::ZOR_Form_Config_Set_Kite3_Tab_User(QWidget* 
             lpSlots->setColumnStretch(nCol + 1, 1);
             const int nSlot = m_slots.size();
             connect(slot.lpCombo, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-                    [this, nSlot](int nRow) { slot_ChoiceChanged(nSlot, nRow); });
+                [this, nSlot](int nRow) { slot_ChoiceChanged(nSlot, nRow); });
             connect(lpBox, &QCheckBox::toggled, this, [this, nSlot](bool b) { slot_BoxToggled(nSlot, b); });
             m_slots.append(slot);
         }
@@ -167,11 +168,11 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::setUserParamRegistry(ZOR_UserParamRegis
     m_lpRegistry = lpRegistry;
     if (m_lpRegistry) {
         connect(m_lpRegistry, &ZOR_UserParamRegistry::signal_Added, this,
-                &ZOR_Form_Config_Set_Kite3_Tab_User::slot_Published);
+            &ZOR_Form_Config_Set_Kite3_Tab_User::slot_Published);
         connect(m_lpRegistry, &ZOR_UserParamRegistry::signal_Removed, this,
-                &ZOR_Form_Config_Set_Kite3_Tab_User::slot_Withdrawn);
+            &ZOR_Form_Config_Set_Kite3_Tab_User::slot_Withdrawn);
         connect(m_lpRegistry, &ZOR_UserParamRegistry::signal_Cleared, this,
-                &ZOR_Form_Config_Set_Kite3_Tab_User::rebuildModels);
+            &ZOR_Form_Config_Set_Kite3_Tab_User::rebuildModels);
     }
     rebuildModels();
 }
@@ -375,7 +376,8 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
     if (!lpParams)
         return;
     for (Slot& slot : m_slots) {
-        const auto lpNode = ZOR_SettingsNode::openForRead(lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
+        const auto lpNode = ZOR_SettingsNode::openForRead(
+            lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
         if (!lpNode)
             continue;
         // The mask decides which fields are present: a choice saved for a
@@ -384,7 +386,7 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         if (!boxOf(slot.nField)->isChecked()) {
             if (lpProblems)
                 lpProblems->note(lpNode->getTag(), QString(), QString(), QString(),
-                                 QStringLiteral("field %1 is not in the mask: the choice is dropped").arg(slot.nField));
+                    QStringLiteral("field %1 is not in the mask: the choice is dropped").arg(slot.nField));
             continue;
         }
         ZOR_UserParamEntry entry;
@@ -396,8 +398,10 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         if (nWidth != 0 && nWidth != slot.nWidth) {
             if (lpProblems)
                 lpProblems->note(lpNode->getTag(), QString(), QString(), QString(),
-                                 QStringLiteral("a value of %1 bytes does not fit the %2-byte slot of field %3")
-                                     .arg(nWidth).arg(slot.nWidth).arg(slot.nField));
+                    QStringLiteral("a value of %1 bytes does not fit the %2-byte slot of field %3")
+                        .arg(nWidth)
+                        .arg(slot.nWidth)
+                        .arg(slot.nField));
             continue;
         }
         entry.qsSuffix = shownSuffix(entry.qsPrefix, entry.qsSuffix);
@@ -407,8 +411,8 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::readUserParam(CXMLWorkData* lpProtocol)
         // offers in this width does not fit the slot.
         if (lpProblems && rowOf(slot.nWidth, entry) < 0)
             lpProblems->note(lpNode->getTag(), QStringLiteral("mess"), entry.qsMess, entry.qsMess,
-                             QStringLiteral("no page offers this value in %1 bytes (field %2)")
-                                 .arg(slot.nWidth).arg(slot.nField), slot.lpCombo);
+                QStringLiteral("no page offers this value in %1 bytes (field %2)").arg(slot.nWidth).arg(slot.nField),
+                slot.lpCombo);
         choose(slot, entry);
     }
 }
@@ -419,7 +423,8 @@ void ZOR_Form_Config_Set_Kite3_Tab_User::writeUserParam(CXMLWorkData* lpProtocol
     for (const Slot& slot : qAsConst(m_slots)) {
         if (isNone(slot.chosen))
             continue;
-        const auto lpNode = ZOR_SettingsNode::openForWrite(lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
+        const auto lpNode = ZOR_SettingsNode::openForWrite(
+            lpParams.get(), ZOR_SettingsNode::name(QStringLiteral("FIELD"), slot.nField));
         lpNode->writeString("prefix", slot.chosen.qsPrefix);
         lpNode->writeString("mess", slot.chosen.qsMess);
         lpNode->writeString("suffix", storedSuffix(slot.chosen));

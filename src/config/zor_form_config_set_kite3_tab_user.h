@@ -62,7 +62,8 @@ public:
     QVector<ZOR_UserParamEntry> listedParams(int nWidth) const;
 
 private:
-    struct Slot {
+    struct Slot
+    {
         int nField = 0;
         int nWidth = 0;
         QComboBox* lpCombo = nullptr;
@@ -88,7 +89,7 @@ private:
     QVector<ZOR_UserParamEntry> m_catalogue;
     ZOR_UserParamRegistry* m_lpRegistry = nullptr;
     QVector<Slot> m_slots;
-    QStandardItemModel* m_models[4] = {};    // widths 1, 2, 4, 8
+    QStandardItemModel* m_models[4] = {}; // widths 1, 2, 4, 8
     bool m_bShowing = false;
 };
 

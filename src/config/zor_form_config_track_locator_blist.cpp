@@ -13,8 +13,8 @@
 namespace {
 
 // Names of the hotspots of common phones, rows 1 to 10.
-const char* const kDefaultNames[] = {"70mai", "galaxy", "iphone", "honor", "realme",
-                                     "redmi", "vivo", "samsung", "xiaomi", "zte"};
+const char* const kDefaultNames[] = {
+    "70mai", "galaxy", "iphone", "honor", "realme", "redmi", "vivo", "samsung", "xiaomi", "zte"};
 
 // A network name is at most 32 bytes long.
 constexpr int kMaxNameLength = 32;
@@ -44,7 +44,7 @@ ZOR_Form_Config_Track_Locator_BList::ZOR_Form_Config_Track_Locator_BList(QWidget
     : ZOR_Form_Config(parent)
     , ui(new Ui::ZOR_Form_Config_Track_Locator_BList)
     , m_rows({{QStringLiteral("cfgsrv_015"), ZOR_RowBuilder::Label},
-              {QStringLiteral("cfgsrv_038"), ZOR_RowBuilder::Text, "bm", QString()}})
+          {QStringLiteral("cfgsrv_038"), ZOR_RowBuilder::Text, "bm", QString()}})
 {
     ui->setupUi(this);
     initForm();
@@ -55,15 +55,16 @@ ZOR_Form_Config_Track_Locator_BList::ZOR_Form_Config_Track_Locator_BList(QWidget
 
 void ZOR_Form_Config_Track_Locator_BList::initForm()
 {
-    m_rows.build(ui->gridRows, nRowCount, [](int n) { return QString::number(n); }, 1,
-                 [this](int, QVector<QWidget*>& widgets) {
-                     auto edit = static_cast<QLineEdit*>(widgets[1]);
-                     edit->setMaxLength(kMaxNameLength);
-                     edit->setMinimumWidth(220);
-                     showAsListLine(edit, false);
-                     edit->installEventFilter(this);
-                     connect(edit, &QLineEdit::editingFinished, edit, [edit] { showAsListLine(edit, false); });
-                 });
+    m_rows.build(
+        ui->gridRows, nRowCount, [](int n) { return QString::number(n); }, 1,
+        [this](int, QVector<QWidget*>& widgets) {
+            auto edit = static_cast<QLineEdit*>(widgets[1]);
+            edit->setMaxLength(kMaxNameLength);
+            edit->setMinimumWidth(220);
+            showAsListLine(edit, false);
+            edit->installEventFilter(this);
+            connect(edit, &QLineEdit::editingFinished, edit, [edit] { showAsListLine(edit, false); });
+        });
 }
 
 void ZOR_Form_Config_Track_Locator_BList::translateForm()

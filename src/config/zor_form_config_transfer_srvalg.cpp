@@ -27,23 +27,24 @@ bool isRoamingValue(const QByteArray& attr)
 // Seconds shown in whole minutes; the remainder is dropped.
 void bindMinutes(ZOR_FormBinding& bind, const char* lpAttr, QSpinBox* lpSpin, int nDefaultSeconds)
 {
-    bind.custom(lpAttr, lpSpin, QString::number(nDefaultSeconds),
-                [lpSpin] { return QString::number(lpSpin->value() * 60); },
-                [lpSpin](const QString& qsValue) { lpSpin->setValue(ZOR_FormBinding::intValue(qsValue) / 60); });
+    bind.custom(
+        lpAttr, lpSpin, QString::number(nDefaultSeconds), [lpSpin] { return QString::number(lpSpin->value() * 60); },
+        [lpSpin](const QString& qsValue) { lpSpin->setValue(ZOR_FormBinding::intValue(qsValue) / 60); });
 }
 
 // Seconds shown as hours and minutes of the time of day that many seconds
 // after midnight.
-void bindHoursMinutes(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpBox, QSpinBox* lpHours,
-                      QSpinBox* lpMinutes, int nDefaultSeconds)
+void bindHoursMinutes(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpBox, QSpinBox* lpHours, QSpinBox* lpMinutes,
+    int nDefaultSeconds)
 {
-    bind.custom(lpAttr, lpBox, QString::number(nDefaultSeconds),
-                [lpHours, lpMinutes] { return QString::number(lpHours->value() * 3600 + lpMinutes->value() * 60); },
-                [lpHours, lpMinutes](const QString& qsValue) {
-                    const QTime time = QTime(0, 0).addSecs(ZOR_FormBinding::intValue(qsValue) % kSecondsPerDay);
-                    lpHours->setValue(time.hour());
-                    lpMinutes->setValue(time.minute());
-                });
+    bind.custom(
+        lpAttr, lpBox, QString::number(nDefaultSeconds),
+        [lpHours, lpMinutes] { return QString::number(lpHours->value() * 3600 + lpMinutes->value() * 60); },
+        [lpHours, lpMinutes](const QString& qsValue) {
+            const QTime time = QTime(0, 0).addSecs(ZOR_FormBinding::intValue(qsValue) % kSecondsPerDay);
+            lpHours->setValue(time.hour());
+            lpMinutes->setValue(time.minute());
+        });
 }
 
 int stateOf(const ZOR_CaptionList& list, const QComboBox* lpBox)
@@ -96,8 +97,11 @@ ZOR_Form_Config_Transfer_SrvAlg::~ZOR_Form_Config_Transfer_SrvAlg() = default;
 void ZOR_Form_Config_Transfer_SrvAlg::initForm()
 {
     m_homeStates.add("0", "cfgt1_122").add("1", "cfgt1_123").add("2", "cfgt1_124");
-    m_roamStates.add("0", "cfgt1_122").add("1", "cfgt1_123").add("2", "cfgt1_124")
-        .add("3", "cfgt1_125").add("4", "cfgt1_126");
+    m_roamStates.add("0", "cfgt1_122")
+        .add("1", "cfgt1_123")
+        .add("2", "cfgt1_124")
+        .add("3", "cfgt1_125")
+        .add("4", "cfgt1_126");
 
     QWidget* pages[nSimMax] = {ui->tabSim1, ui->tabSim2};
     for (int i = 0; i < nSimMax; ++i) {
@@ -109,14 +113,14 @@ void ZOR_Form_Config_Transfer_SrvAlg::initForm()
         sim.lpBList->setSimNumber(i + 1);
         sim.lpWList->setSimNumber(i + 1);
         bindSim(i);
-        for (ZOR_Form_Config* lpList : {static_cast<ZOR_Form_Config*>(sim.lpBList),
-                                        static_cast<ZOR_Form_Config*>(sim.lpWList)}) {
+        for (ZOR_Form_Config* lpList :
+            {static_cast<ZOR_Form_Config*>(sim.lpBList), static_cast<ZOR_Form_Config*>(sim.lpWList)}) {
             QPushButton* lpButton = lpList == sim.lpBList ? sim.ui->btnBList : sim.ui->btnWList;
             connect(lpButton, &QPushButton::clicked, lpList, [this, lpList] { showBeside(lpList, this); });
         }
         for (QComboBox* lpBox : {sim.ui->comboCnctH, sim.ui->comboCnctR})
             connect(lpBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-                    &ZOR_Form_Config_Transfer_SrvAlg::slot_changed_DataStates);
+                &ZOR_Form_Config_Transfer_SrvAlg::slot_changed_DataStates);
     }
     connect(ui->checkGroup, &QCheckBox::toggled, this, &ZOR_Form_Config_Transfer_SrvAlg::slot_changed_DataStates);
 
@@ -124,13 +128,16 @@ void ZOR_Form_Config_Transfer_SrvAlg::initForm()
         .check("telAddPing", ui->checkTelAddPing, false)
         .check("noPriorMsg", ui->checkNoPriorMsg, true)
         .check("noCur", ui->checkNoCur, false)
-        .custom("grpTimer", ui->checkGroup, QString::number(kGroupSecondsDefault),
-                [this] { return ui->checkGroup->isChecked() ? QString::number(ui->spinGrpTimer->value()) : QStringLiteral("0"); },
-                [this](const QString& qsValue) {
-                    const int nSeconds = ZOR_FormBinding::intValue(qsValue);
-                    ui->checkGroup->setChecked(nSeconds != 0);
-                    ui->spinGrpTimer->setValue(nSeconds != 0 ? nSeconds : kGroupSecondsDefault);
-                })
+        .custom(
+            "grpTimer", ui->checkGroup, QString::number(kGroupSecondsDefault),
+            [this] {
+                return ui->checkGroup->isChecked() ? QString::number(ui->spinGrpTimer->value()) : QStringLiteral("0");
+            },
+            [this](const QString& qsValue) {
+                const int nSeconds = ZOR_FormBinding::intValue(qsValue);
+                ui->checkGroup->setChecked(nSeconds != 0);
+                ui->spinGrpTimer->setValue(nSeconds != 0 ? nSeconds : kGroupSecondsDefault);
+            })
         .check("useCmd", ui->checkUseCmd, true);
     bindHoursMinutes(m_rules, "cnctTimer", ui->widgetCnctTimer, ui->spinCnctHours, ui->spinCnctMinutes, 3600);
     m_rules.check("coercCnct", ui->checkCoercCnct, false);
@@ -139,7 +146,8 @@ void ZOR_Form_Config_Transfer_SrvAlg::initForm()
     bindMinutes(m_roam, "cnctTimer", ui->spinRoamCnctTimer, 3600);
     bindMinutes(m_roam, "moveTimer", ui->spinRoamMoveTimer, 1800);
     bindMinutes(m_roam, "stopTimer", ui->spinRoamStopTimer, 3600);
-    bindHoursMinutes(m_roam, "blockTimer", ui->widgetRoamBlockTimer, ui->spinRoamBlockHours, ui->spinRoamBlockMinutes, 300);
+    bindHoursMinutes(
+        m_roam, "blockTimer", ui->widgetRoamBlockTimer, ui->spinRoamBlockHours, ui->spinRoamBlockMinutes, 300);
 
     ui->tabSims->setTabVisible(1, m_bTwoSim);
 }
@@ -207,7 +215,7 @@ void ZOR_Form_Config_Transfer_SrvAlg::translateForm()
     ui->labelRoamStopTimer->setText(zorTr("cfgsrv_033"));
     ui->labelRoamBlockTimer->setText(zorTr("cfgsrv_029"));
     for (QSpinBox* lpSpin : {ui->spinRoamCnctTimer, ui->spinRoamMoveTimer, ui->spinRoamStopTimer, ui->spinCnctMinutes,
-                             ui->spinBlockMinutes, ui->spinRoamBlockMinutes})
+             ui->spinBlockMinutes, ui->spinRoamBlockMinutes})
         lpSpin->setSuffix(qsMinutes);
     for (QSpinBox* lpSpin : {ui->spinCnctHours, ui->spinBlockHours, ui->spinRoamBlockHours})
         lpSpin->setSuffix(qsHours);
@@ -323,20 +331,20 @@ void ZOR_Form_Config_Transfer_SrvAlg::slot_changed_DataStates()
         bAnyData = bAnyData || nHome != 0 || nRoam != 0;
     }
     for (QWidget* w : {static_cast<QWidget*>(ui->labelPingTimer), static_cast<QWidget*>(ui->spinPingTimer),
-                       static_cast<QWidget*>(ui->checkTelAddPing)})
+             static_cast<QWidget*>(ui->checkTelAddPing)})
         w->setEnabled(bAlways);
     for (QWidget* w : {static_cast<QWidget*>(ui->labelCnctTimer), static_cast<QWidget*>(ui->widgetCnctTimer),
-                       static_cast<QWidget*>(ui->checkCoercCnct)})
+             static_cast<QWidget*>(ui->checkCoercCnct)})
         w->setEnabled(bHomePeriod);
     for (QWidget* w : {static_cast<QWidget*>(ui->checkNoPriorMsg), static_cast<QWidget*>(ui->checkNoCur),
-                       static_cast<QWidget*>(ui->checkGroup), static_cast<QWidget*>(ui->checkUseCmd),
-                       static_cast<QWidget*>(ui->labelBlockTimer), static_cast<QWidget*>(ui->widgetBlockTimer)})
+             static_cast<QWidget*>(ui->checkGroup), static_cast<QWidget*>(ui->checkUseCmd),
+             static_cast<QWidget*>(ui->labelBlockTimer), static_cast<QWidget*>(ui->widgetBlockTimer)})
         w->setEnabled(bAnyData);
     ui->spinGrpTimer->setEnabled(bAnyData && ui->checkGroup->isChecked());
     ui->groupRoam->setEnabled(bRoaming);
     ui->labelRoamCnctTimer->setEnabled(bRoamPeriod);
     ui->spinRoamCnctTimer->setEnabled(bRoamPeriod);
     for (QWidget* w : {static_cast<QWidget*>(ui->labelRoamMoveTimer), static_cast<QWidget*>(ui->spinRoamMoveTimer),
-                       static_cast<QWidget*>(ui->labelRoamStopTimer), static_cast<QWidget*>(ui->spinRoamStopTimer)})
+             static_cast<QWidget*>(ui->labelRoamStopTimer), static_cast<QWidget*>(ui->spinRoamStopTimer)})
         w->setEnabled(bRoamOneMessage);
 }

@@ -51,7 +51,7 @@
 namespace Ui {
 class ZOR_Form_Config_Transfer_SrvAlg;
 class ZOR_SrvAlg_Sim;
-}
+} // namespace Ui
 class ZOR_Form_Config_Transfer_SrvAlg_BList;
 class ZOR_Form_Config_Transfer_SrvAlg_WList;
 
@@ -85,7 +85,8 @@ public slots:
     void slot_changed_DataStates();
 
 private:
-    struct Sim {
+    struct Sim
+    {
         std::unique_ptr<Ui::ZOR_SrvAlg_Sim> ui;
         ZOR_FormBinding bind;
         ZOR_Form_Config_Transfer_SrvAlg_BList* lpBList = nullptr;

@@ -73,8 +73,8 @@ ZOR_FormBinding& ZOR_FormBinding::text(const char* lpAttr, QLineEdit* lpEdit, co
     return append({lpAttr, lpEdit, Text, qsDefault.isNull() ? QStringLiteral("") : qsDefault, nullptr, 0, {}, {}});
 }
 
-ZOR_FormBinding& ZOR_FormBinding::caption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
-                                          const QString& qsDefault)
+ZOR_FormBinding& ZOR_FormBinding::caption(
+    const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList, const QString& qsDefault)
 {
     return append({lpAttr, lpBox, Caption, qsDefault, lpList, 0, {}, {}});
 }
@@ -90,23 +90,22 @@ ZOR_FormBinding& ZOR_FormBinding::hex(const char* lpAttr, QLineEdit* lpEdit, int
 }
 
 ZOR_FormBinding& ZOR_FormBinding::custom(const char* lpAttr, QWidget* lpWidget, const QString& qsDefault,
-                                         std::function<QString()> store, std::function<void(const QString&)> show)
+    std::function<QString()> store, std::function<void(const QString&)> show)
 {
     Row row{lpAttr, lpWidget, Custom, qsDefault, nullptr, 0, std::move(store), std::move(show)};
     return append(std::move(row));
 }
 
-ZOR_FormBinding& ZOR_FormBinding::numberCaption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
-                                                int nDefault, int nUnknown)
+ZOR_FormBinding& ZOR_FormBinding::numberCaption(
+    const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList, int nDefault, int nUnknown)
 {
     const QString qsDefault = QString::number(nDefault);
     auto store = [lpBox, lpList, nUnknown] {
         const QString qsCode = lpList->currentCode(lpBox);
         return qsCode.isEmpty() ? QString::number(nUnknown) : qsCode;
     };
-    auto show = [lpBox, lpList, qsDefault](const QString& qsValue) {
-        lpList->selectOr(lpBox, QString::number(toInt(qsValue)), qsDefault);
-    };
+    auto show = [lpBox, lpList, qsDefault](
+                    const QString& qsValue) { lpList->selectOr(lpBox, QString::number(toInt(qsValue)), qsDefault); };
     return append({lpAttr, lpBox, Custom, qsDefault, lpList, 0, store, show});
 }
 
@@ -120,26 +119,22 @@ QString ZOR_FormBinding::storedValue(const Row& row)
     switch (row.kind) {
     case Check:
         return static_cast<QAbstractButton*>(row.lpWidget)->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
-    case Integer:
-        return QString::number(static_cast<QSpinBox*>(row.lpWidget)->value());
-    case Text:
-        return static_cast<QLineEdit*>(row.lpWidget)->text();
+    case Integer: return QString::number(static_cast<QSpinBox*>(row.lpWidget)->value());
+    case Text: return static_cast<QLineEdit*>(row.lpWidget)->text();
     case Caption: {
         const QString qsCode = row.lpList ? row.lpList->currentCode(static_cast<QComboBox*>(row.lpWidget)) : QString();
         return qsCode.isEmpty() ? row.qsDefault : qsCode;
     }
-    case Index:
-        return QString::number(qMax(0, static_cast<QComboBox*>(row.lpWidget)->currentIndex()));
+    case Index: return QString::number(qMax(0, static_cast<QComboBox*>(row.lpWidget)->currentIndex()));
     case Hex: {
         bool ok = false;
         const int n = hexToInt(static_cast<QLineEdit*>(row.lpWidget)->text(), &ok);
         return QStringLiteral("%1").arg(uint(ok ? n : 0), row.nDigits, 16, QLatin1Char('0'));
     }
     case HexUpper:
-        return upperHex(upperHexValue(static_cast<QLineEdit*>(row.lpWidget)->text(), row.qsDefault, row.nDigits),
-                        row.nDigits);
-    case Custom:
-        return row.store ? row.store() : row.qsDefault;
+        return upperHex(
+            upperHexValue(static_cast<QLineEdit*>(row.lpWidget)->text(), row.qsDefault, row.nDigits), row.nDigits);
+    case Custom: return row.store ? row.store() : row.qsDefault;
     }
     return QString();
 }
@@ -148,9 +143,7 @@ void ZOR_FormBinding::showValue(const Row& row, const QString& qsValue)
 {
     const QString& v = qsValue.isEmpty() ? row.qsDefault : qsValue;
     switch (row.kind) {
-    case Check:
-        static_cast<QAbstractButton*>(row.lpWidget)->setChecked(toInt(v) != 0);
-        break;
+    case Check: static_cast<QAbstractButton*>(row.lpWidget)->setChecked(toInt(v) != 0); break;
     case Integer: {
         // A spin box redraws its text even for the value it holds; every
         // load sets every row twice (defaults, then the file).
@@ -179,12 +172,13 @@ void ZOR_FormBinding::showValue(const Row& row, const QString& qsValue)
     case Hex: {
         bool ok = false;
         const int n = hexToInt(v, &ok);
-        static_cast<QLineEdit*>(row.lpWidget)->setText(
-            QStringLiteral("%1").arg(uint(ok ? n : 0), row.nDigits, 16, QLatin1Char('0')));
+        static_cast<QLineEdit*>(row.lpWidget)
+            ->setText(QStringLiteral("%1").arg(uint(ok ? n : 0), row.nDigits, 16, QLatin1Char('0')));
         break;
     }
     case HexUpper:
-        static_cast<QLineEdit*>(row.lpWidget)->setText(upperHex(upperHexValue(v, row.qsDefault, row.nDigits), row.nDigits));
+        static_cast<QLineEdit*>(row.lpWidget)
+            ->setText(upperHex(upperHexValue(v, row.qsDefault, row.nDigits), row.nDigits));
         break;
     case Custom:
         if (row.show)

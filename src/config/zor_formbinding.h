@@ -38,14 +38,15 @@ class ZOR_FormBinding
 public:
     enum Kind { Check, Integer, Text, Caption, Index, Hex, Custom, HexUpper };
 
-    struct Row {
+    struct Row
+    {
         QByteArray attr;
         QWidget* lpWidget = nullptr;
         Kind kind = Integer;
         QString qsDefault;
-        const ZOR_CaptionList* lpList = nullptr;  // Caption
-        int nDigits = 0;                          // Hex: minimum digits
-        std::function<QString()> store;           // Custom
+        const ZOR_CaptionList* lpList = nullptr; // Caption
+        int nDigits = 0; // Hex: minimum digits
+        std::function<QString()> store; // Custom
         std::function<void(const QString&)> show; // Custom
     };
 
@@ -53,8 +54,8 @@ public:
     ZOR_FormBinding& integer(const char* lpAttr, QSpinBox* lpSpin, int nDefault);
     ZOR_FormBinding& text(const char* lpAttr, QLineEdit* lpEdit, const QString& qsDefault);
     // Stored as the code of the shown caption; an unknown code loads qsDefault.
-    ZOR_FormBinding& caption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList,
-                             const QString& qsDefault);
+    ZOR_FormBinding& caption(
+        const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList, const QString& qsDefault);
     // Stored as the position in the box; out of range loads nDefault.
     ZOR_FormBinding& index(const char* lpAttr, QComboBox* lpBox, int nDefault);
     // Lower-case hexadecimal text of at least nDigits digits; text that is
@@ -68,14 +69,14 @@ public:
     // caption (nUnknown when none is shown), read as an integer (" 3" and
     // "03" are 3); a number the list lacks shows nDefault, or leaves the
     // selection when the list lacks that too.
-    ZOR_FormBinding& numberCaption(const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList, int nDefault,
-                                   int nUnknown);
+    ZOR_FormBinding& numberCaption(
+        const char* lpAttr, QComboBox* lpBox, const ZOR_CaptionList* lpList, int nDefault, int nUnknown);
     // A value the form converts itself (a timer stored in seconds and shown
     // in minutes, a value spread over two widgets): store gives the stored
     // text, show gets the stored text (the default when absent or empty).
     // lpWidget is what setEnabled() switches.
     ZOR_FormBinding& custom(const char* lpAttr, QWidget* lpWidget, const QString& qsDefault,
-                            std::function<QString()> store, std::function<void(const QString&)> show);
+        std::function<QString()> store, std::function<void(const QString&)> show);
 
     // A stored number as every row reads it: strtol semantics saturated to
     // int ("12abc" is 12, "abc" 0).

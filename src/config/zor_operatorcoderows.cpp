@@ -9,28 +9,29 @@
 ZOR_OperatorCodeRows::ZOR_OperatorCodeRows(QObject* parent)
     : QObject(parent)
     , m_rows({{QStringLiteral("cfgsrv_015"), ZOR_RowBuilder::Label},
-              {QStringLiteral("cfgsrv_014"), ZOR_RowBuilder::Integer, "oc", QStringLiteral("0"), 0, nMaxCode}})
+          {QStringLiteral("cfgsrv_014"), ZOR_RowBuilder::Integer, "oc", QStringLiteral("0"), 0, nMaxCode}})
 {
 }
 
 void ZOR_OperatorCodeRows::build(QGridLayout* lpGrid)
 {
-    m_rows.build(lpGrid, nRowCount, [](int n) { return QString::number(n); }, 1,
-                 [this](int, QVector<QWidget*>& widgets) {
-                     auto spin = static_cast<QSpinBox*>(widgets[1]);
-                     spin->setButtonSymbols(QAbstractSpinBox::NoButtons);
-                     // An empty row reads better than a column of zeros.
-                     spin->setSpecialValueText(QStringLiteral(" "));
-                     spin->setMinimumWidth(90);
-                     spin->installEventFilter(this);
-                     // A row whose text the user deleted is an empty row at
-                     // once; the spin box alone would go back to the old code.
-                     if (auto edit = spin->findChild<QLineEdit*>())
-                         connect(edit, &QLineEdit::textEdited, spin, [spin](const QString& qsText) {
-                             if (qsText.trimmed().isEmpty())
-                                 spin->setValue(0);
-                         });
-                 });
+    m_rows.build(
+        lpGrid, nRowCount, [](int n) { return QString::number(n); }, 1,
+        [this](int, QVector<QWidget*>& widgets) {
+            auto spin = static_cast<QSpinBox*>(widgets[1]);
+            spin->setButtonSymbols(QAbstractSpinBox::NoButtons);
+            // An empty row reads better than a column of zeros.
+            spin->setSpecialValueText(QStringLiteral(" "));
+            spin->setMinimumWidth(90);
+            spin->installEventFilter(this);
+            // A row whose text the user deleted is an empty row at
+            // once; the spin box alone would go back to the old code.
+            if (auto edit = spin->findChild<QLineEdit*>())
+                connect(edit, &QLineEdit::textEdited, spin, [spin](const QString& qsText) {
+                    if (qsText.trimmed().isEmpty())
+                        spin->setValue(0);
+                });
+        });
     // Keeps the number beside its code however wide the dialog is.
     if (lpGrid)
         lpGrid->setColumnStretch(2, 1);

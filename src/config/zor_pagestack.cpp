@@ -22,11 +22,11 @@ void ZOR_PageStack::addPage(int nKind, ZOR_Form_Config* lpPage)
     m_lpStack->addWidget(lpPage ? static_cast<QWidget*>(lpPage) : new QWidget(m_lpStack));
     if (!lpPage)
         return;
-    connect(lpPage, &ZOR_Form_Config::signal_UserParam_Add, this,
-            [this, lpPage](QString p, QString m, QString s, int n) {
-                if (isShown(lpPage))
-                    emit m_lpOwner->signal_UserParam_Add(p, m, s, n);
-            });
+    connect(
+        lpPage, &ZOR_Form_Config::signal_UserParam_Add, this, [this, lpPage](QString p, QString m, QString s, int n) {
+            if (isShown(lpPage))
+                emit m_lpOwner->signal_UserParam_Add(p, m, s, n);
+        });
     connect(lpPage, &ZOR_Form_Config::signal_UserParam_Del, this, [this, lpPage](QString p, QString m, QString s) {
         if (isShown(lpPage))
             emit m_lpOwner->signal_UserParam_Del(p, m, s);

@@ -42,8 +42,8 @@ public:
 private:
     QStackedWidget* m_lpStack = nullptr;
     ZOR_Form_Config* m_lpOwner = nullptr;
-    QVector<int> m_kinds;                 // by stack index
-    QVector<ZOR_Form_Config*> m_pages;    // by stack index, null: empty page
+    QVector<int> m_kinds; // by stack index
+    QVector<ZOR_Form_Config*> m_pages; // by stack index, null: empty page
     int m_nShown = -1;
 };
 

@@ -52,15 +52,13 @@ void ZOR_RowBuilder::build(QGridLayout* lpGrid, int nRows, RowCaption caption, i
 QWidget* ZOR_RowBuilder::createWidget(const Column& col, QWidget* parent) const
 {
     switch (col.kind) {
-    case Check:
-        return new QCheckBox(parent);
+    case Check: return new QCheckBox(parent);
     case Integer: {
         auto spin = new QSpinBox(parent);
         spin->setRange(col.nMin, col.nMax);
         return spin;
     }
-    case Text:
-        return new QLineEdit(parent);
+    case Text: return new QLineEdit(parent);
     case Hex:
     case HexUpper: {
         auto edit = new QLineEdit(parent);
@@ -76,8 +74,7 @@ QWidget* ZOR_RowBuilder::createWidget(const Column& col, QWidget* parent) const
             col.lpList->fill(box);
         return box;
     }
-    default:
-        return new QLabel(parent);
+    default: return new QLabel(parent);
     }
 }
 
@@ -88,30 +85,19 @@ void ZOR_RowBuilder::bindColumn(ZOR_FormBinding& bind, const Column& col, QWidge
         return;
     }
     switch (col.kind) {
-    case Check:
-        bind.check(col.lpAttr, static_cast<QCheckBox*>(lpWidget), col.qsDefault.toInt() != 0);
-        break;
-    case Integer:
-        bind.integer(col.lpAttr, static_cast<QSpinBox*>(lpWidget), col.qsDefault.toInt());
-        break;
-    case Text:
-        bind.text(col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault);
-        break;
+    case Check: bind.check(col.lpAttr, static_cast<QCheckBox*>(lpWidget), col.qsDefault.toInt() != 0); break;
+    case Integer: bind.integer(col.lpAttr, static_cast<QSpinBox*>(lpWidget), col.qsDefault.toInt()); break;
+    case Text: bind.text(col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault); break;
     case Hex:
         bind.hex(col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault.toInt(nullptr, 16), qMax(1, col.nMax));
         break;
     case HexUpper:
-        bind.hexUpper(col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault.toInt(nullptr, 16),
-                      qMax(1, col.nMax));
+        bind.hexUpper(
+            col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault.toInt(nullptr, 16), qMax(1, col.nMax));
         break;
-    case Caption:
-        bind.caption(col.lpAttr, static_cast<QComboBox*>(lpWidget), col.lpList, col.qsDefault);
-        break;
-    case Index:
-        bind.index(col.lpAttr, static_cast<QComboBox*>(lpWidget), col.qsDefault.toInt());
-        break;
-    default:
-        break;
+    case Caption: bind.caption(col.lpAttr, static_cast<QComboBox*>(lpWidget), col.lpList, col.qsDefault); break;
+    case Index: bind.index(col.lpAttr, static_cast<QComboBox*>(lpWidget), col.qsDefault.toInt()); break;
+    default: break;
     }
 }
 

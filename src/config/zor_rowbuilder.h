@@ -47,24 +47,32 @@ public:
         Index = ZOR_FormBinding::Index,
         Hex = ZOR_FormBinding::Hex,
         HexUpper = ZOR_FormBinding::HexUpper,
-        Label = 100,       // the row's caption, not stored
+        Label = 100, // the row's caption, not stored
     };
 
-    struct Column {
+    struct Column
+    {
         Column(QString qsHeader, int nKind, const char* lpAttribute = nullptr, QString qsDefaultValue = QString(),
-               int nMinimum = 0, int nMaximum = 0, const ZOR_CaptionList* lpCaptions = nullptr)
-            : qsHeaderKey(std::move(qsHeader)), kind(nKind), lpAttr(lpAttribute),
-              qsDefault(std::move(qsDefaultValue)), nMin(nMinimum), nMax(nMaximum), lpList(lpCaptions) {}
-        QString qsHeaderKey;            // language key of the column header ("" none)
+            int nMinimum = 0, int nMaximum = 0, const ZOR_CaptionList* lpCaptions = nullptr)
+            : qsHeaderKey(std::move(qsHeader))
+            , kind(nKind)
+            , lpAttr(lpAttribute)
+            , qsDefault(std::move(qsDefaultValue))
+            , nMin(nMinimum)
+            , nMax(nMaximum)
+            , lpList(lpCaptions)
+        {
+        }
+        QString qsHeaderKey; // language key of the column header ("" none)
         int kind = Label;
         const char* lpAttr = nullptr;
         QString qsDefault;
         int nMin = 0;
-        int nMax = 0;                   // Integer range; Hex: digits in nMax
-        const ZOR_CaptionList* lpList = nullptr;   // Caption and Index
+        int nMax = 0; // Integer range; Hex: digits in nMax
+        const ZOR_CaptionList* lpList = nullptr; // Caption and Index
         // Binds the column's widget instead of its kind's binding.
         using Bind = std::function<void(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpWidget)>;
-        int nOrder = -1;                // place among the stored attributes (-1: column order)
+        int nOrder = -1; // place among the stored attributes (-1: column order)
         Bind bindAs;
         Column& stored(int nPlace, Bind how = {})
         {
@@ -76,18 +84,20 @@ public:
 
     explicit ZOR_RowBuilder(QVector<Column> columns);
 
-    using RowCaption = std::function<QString(int nRow)>;          // nRow from 1
+    using RowCaption = std::function<QString(int nRow)>; // nRow from 1
     using RowHook = std::function<void(int nIndex, QVector<QWidget*>& widgets)>;
 
     // Builds nRows rows into the grid below a header row (at grid row
     // nFirstGridRow - 1 when nFirstGridRow > 0).
-    void build(QGridLayout* lpGrid, int nRows, RowCaption caption = {}, int nFirstGridRow = 1,
-               RowHook hook = {});
+    void build(QGridLayout* lpGrid, int nRows, RowCaption caption = {}, int nFirstGridRow = 1, RowHook hook = {});
 
     int rowCount() const { return m_rows.size(); }
     QWidget* widget(int nIndex, int nColumn) const;
-    template <typename T> T* widgetAs(int nIndex, int nColumn) const
-    { return qobject_cast<T*>(widget(nIndex, nColumn)); }
+    template <typename T>
+    T* widgetAs(int nIndex, int nColumn) const
+    {
+        return qobject_cast<T*>(widget(nIndex, nColumn));
+    }
     ZOR_FormBinding& binding(int nIndex) { return m_rows[nIndex].bind; }
 
     // Headers, row captions and caption lists again (translateForm).
@@ -108,7 +118,8 @@ private:
     // Stored columns in the order of their attributes.
     QVector<int> storedColumns() const;
 
-    struct BuiltRow {
+    struct BuiltRow
+    {
         QVector<QWidget*> widgets;
         ZOR_FormBinding bind;
     };

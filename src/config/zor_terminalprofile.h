@@ -11,9 +11,9 @@ struct ZOR_TerminalProfile
 {
     enum CanVariant { CanExt = 0, CanBt = 1 };
 
-    int nSimCount = 1;                  // 1 or 2
-    int nCanVariant = CanExt;           // which list fills the additional CAN tree
-    int nBluetoothSlots = 8;            // Bluetooth LE sensor slots
+    int nSimCount = 1; // 1 or 2
+    int nCanVariant = CanExt; // which list fills the additional CAN tree
+    int nBluetoothSlots = 8; // Bluetooth LE sensor slots
 
     // Field-set limits of the protocol form, one per capability setter.
     bool bUseState = true;

@@ -2,10 +2,13 @@
 
 #include "config/zor_datatypes.h"
 
-ZOR_UserParam_CAN::ZOR_UserParam_CAN(QObject* parent) : QObject(parent) {}
+ZOR_UserParam_CAN::ZOR_UserParam_CAN(QObject* parent)
+    : QObject(parent)
+{
+}
 
-void ZOR_UserParam_CAN::setParam(int nPosition, int nNumber, const QString& qsTypeText,
-                                 const QString& qsCaptionKey, const QString& qsCaption)
+void ZOR_UserParam_CAN::setParam(
+    int nPosition, int nNumber, const QString& qsTypeText, const QString& qsCaptionKey, const QString& qsCaption)
 {
     nId = nPosition;
     nNum = nNumber;
@@ -14,8 +17,8 @@ void ZOR_UserParam_CAN::setParam(int nPosition, int nNumber, const QString& qsTy
     qsTitle = qsCaption;
 }
 
-ZOR_UserParam_CAN_Bit* ZOR_UserParam_CAN::addParamBit(int nNumber, const QString& qsCaptionKey,
-                                                      const QString& qsCaption)
+ZOR_UserParam_CAN_Bit* ZOR_UserParam_CAN::addParamBit(
+    int nNumber, const QString& qsCaptionKey, const QString& qsCaption)
 {
     auto* bit = new ZOR_UserParam_CAN_Bit(this);
     bit->setParam(nNumber, qsCaptionKey, qsCaption);

@@ -22,8 +22,7 @@ class ZOR_UserParam_CAN : public QObject
 public:
     explicit ZOR_UserParam_CAN(QObject* parent = nullptr);
 
-    void setParam(int nId, int nNum, const QString& qsType, const QString& qsKey,
-                  const QString& qsTitle);
+    void setParam(int nId, int nNum, const QString& qsType, const QString& qsKey, const QString& qsTitle);
     ZOR_UserParam_CAN_Bit* addParamBit(int nNum, const QString& qsKey, const QString& qsTitle);
 
     // Position in the list, from 1.

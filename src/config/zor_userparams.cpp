@@ -24,8 +24,7 @@ void buildList(EntryList& list, const Row (&rows)[N], QObject* owner)
         const QString qsKey = QLatin1String(row.lpKey);
         if (row.lpType) {
             entry = new ZOR_UserParam_CAN(owner);
-            entry->setParam(list.size() + 1, row.nNum, QLatin1String(row.lpType), qsKey,
-                            zorTr(qsKey));
+            entry->setParam(list.size() + 1, row.nNum, QLatin1String(row.lpType), qsKey, zorTr(qsKey));
             list.append(entry);
         } else {
             entry->addParamBit(row.nNum, qsKey, zorTr(qsKey));
@@ -37,12 +36,9 @@ QString composedTitle(const AxRow& row)
 {
     const QString qsText = zorTr(QLatin1String(row.lpKey));
     switch (row.compose) {
-    case Compose::Pair:
-        return QStringLiteral("%1, %2").arg(qsText, zorTr(QLatin1String(row.lpPartKey)));
-    case Compose::Second:
-        return QStringLiteral("%1, 2 %2").arg(qsText, zorTr(QLatin1String(row.lpPartKey)));
-    case Compose::Key:
-        break;
+    case Compose::Pair: return QStringLiteral("%1, %2").arg(qsText, zorTr(QLatin1String(row.lpPartKey)));
+    case Compose::Second: return QStringLiteral("%1, 2 %2").arg(qsText, zorTr(QLatin1String(row.lpPartKey)));
+    case Compose::Key: break;
     }
     return qsText;
 }
@@ -56,8 +52,8 @@ void buildRenumber(QMap<int, int>& map, const Renumber (&runs)[R], const Row (&r
     for (const Renumber& run : runs) {
         for (int nOld = run.nFirst; nOld <= run.nLast; ++nOld) {
             const int nNow = run.nCurrent + (nOld - run.nFirst);
-            const bool bKnown = std::any_of(std::begin(rows), std::end(rows),
-                                            [nNow](const Row& row) { return row.nNum == nNow; });
+            const bool bKnown = std::any_of(
+                std::begin(rows), std::end(rows), [nNow](const Row& row) { return row.nNum == nNow; });
             if (bKnown)
                 map.insert(nOld, nNow);
         }
@@ -66,10 +62,8 @@ void buildRenumber(QMap<int, int>& map, const Renumber (&runs)[R], const Row (&r
 
 const ZOR_UserParam_CAN* findEntry(const EntryList& list, int nNum)
 {
-    const auto it = std::lower_bound(list.begin(), list.end(), nNum,
-                                     [](const ZOR_UserParam_CAN* e, int n) {
-                                         return e->getParam_Num() < n;
-                                     });
+    const auto it = std::lower_bound(
+        list.begin(), list.end(), nNum, [](const ZOR_UserParam_CAN* e, int n) { return e->getParam_Num() < n; });
     return it != list.end() && (*it)->getParam_Num() == nNum ? *it : nullptr;
 }
 
@@ -85,7 +79,8 @@ bool readNumber(const QString& qsText, int* lpNum)
 
 } // namespace
 
-ZOR_UserParams::ZOR_UserParams(QObject* parent) : QObject(parent)
+ZOR_UserParams::ZOR_UserParams(QObject* parent)
+    : QObject(parent)
 {
     translateClass();
     createList_SC_316();
@@ -113,12 +108,30 @@ void ZOR_UserParams::translateClass()
     createList_Cmd();
 }
 
-void ZOR_UserParams::createList_SC() { buildList(lstSC, kRows_SC, this); }
-void ZOR_UserParams::createList_BC() { buildList(lstBC, kRows_BC, this); }
-void ZOR_UserParams::createList_AC() { buildList(lstAC, kRows_AC, this); }
-void ZOR_UserParams::createList_CO() { buildList(lstCO, kRows_CO, this); }
-void ZOR_UserParams::createList_RC() { buildList(lstRC, kRows_RC, this); }
-void ZOR_UserParams::createList_Cmd() { buildList(lstCmd, kRows_Cmd, this); }
+void ZOR_UserParams::createList_SC()
+{
+    buildList(lstSC, kRows_SC, this);
+}
+void ZOR_UserParams::createList_BC()
+{
+    buildList(lstBC, kRows_BC, this);
+}
+void ZOR_UserParams::createList_AC()
+{
+    buildList(lstAC, kRows_AC, this);
+}
+void ZOR_UserParams::createList_CO()
+{
+    buildList(lstCO, kRows_CO, this);
+}
+void ZOR_UserParams::createList_RC()
+{
+    buildList(lstRC, kRows_RC, this);
+}
+void ZOR_UserParams::createList_Cmd()
+{
+    buildList(lstCmd, kRows_Cmd, this);
+}
 
 void ZOR_UserParams::createList_AX()
 {
@@ -126,44 +139,99 @@ void ZOR_UserParams::createList_AX()
     lstAX.clear();
     for (const AxRow& row : kRows_AX) {
         auto* entry = new ZOR_UserParam_CAN(this);
-        entry->setParam(lstAX.size() + 1, row.nNum, QLatin1String(row.lpType),
-                        QLatin1String(row.lpKey), composedTitle(row));
+        entry->setParam(
+            lstAX.size() + 1, row.nNum, QLatin1String(row.lpType), QLatin1String(row.lpKey), composedTitle(row));
         lstAX.append(entry);
     }
 }
 
-void ZOR_UserParams::getListParamsCAN_SC(EntryList& list) const { list = lstSC; }
-void ZOR_UserParams::getListParamsCAN_BC(EntryList& list) const { list = lstBC; }
-void ZOR_UserParams::getListParamsCAN_AC(EntryList& list) const { list = lstAC; }
-void ZOR_UserParams::getListParams_CO(EntryList& list) const { list = lstCO; }
-void ZOR_UserParams::getListParams_AX(EntryList& list) const { list = lstAX; }
-void ZOR_UserParams::getListParams_RC(EntryList& list) const { list = lstRC; }
-void ZOR_UserParams::getListParamsCAN_Cmd(EntryList& list) const { list = lstCmd; }
+void ZOR_UserParams::getListParamsCAN_SC(EntryList& list) const
+{
+    list = lstSC;
+}
+void ZOR_UserParams::getListParamsCAN_BC(EntryList& list) const
+{
+    list = lstBC;
+}
+void ZOR_UserParams::getListParamsCAN_AC(EntryList& list) const
+{
+    list = lstAC;
+}
+void ZOR_UserParams::getListParams_CO(EntryList& list) const
+{
+    list = lstCO;
+}
+void ZOR_UserParams::getListParams_AX(EntryList& list) const
+{
+    list = lstAX;
+}
+void ZOR_UserParams::getListParams_RC(EntryList& list) const
+{
+    list = lstRC;
+}
+void ZOR_UserParams::getListParamsCAN_Cmd(EntryList& list) const
+{
+    list = lstCmd;
+}
 
-void ZOR_UserParams::createList_SC_316() { buildRenumber(mapSC_316, kRenumber_SC_316, kRows_SC); }
-void ZOR_UserParams::createList_SC_320() { buildRenumber(mapSC_320, kRenumber_SC_320, kRows_SC); }
-void ZOR_UserParams::createList_AC_316() { buildRenumber(mapAC_316, kRenumber_AC_316, kRows_AC); }
-void ZOR_UserParams::createList_AC_320() { buildRenumber(mapAC_320, kRenumber_AC_320, kRows_AC); }
-void ZOR_UserParams::createList_Cmd_316() { buildRenumber(mapCmd_316, kRenumber_Cmd_316, kRows_Cmd); }
-void ZOR_UserParams::createList_Cmd_320() { buildRenumber(mapCmd_320, kRenumber_Cmd_320, kRows_Cmd); }
+void ZOR_UserParams::createList_SC_316()
+{
+    buildRenumber(mapSC_316, kRenumber_SC_316, kRows_SC);
+}
+void ZOR_UserParams::createList_SC_320()
+{
+    buildRenumber(mapSC_320, kRenumber_SC_320, kRows_SC);
+}
+void ZOR_UserParams::createList_AC_316()
+{
+    buildRenumber(mapAC_316, kRenumber_AC_316, kRows_AC);
+}
+void ZOR_UserParams::createList_AC_320()
+{
+    buildRenumber(mapAC_320, kRenumber_AC_320, kRows_AC);
+}
+void ZOR_UserParams::createList_Cmd_316()
+{
+    buildRenumber(mapCmd_316, kRenumber_Cmd_316, kRows_Cmd);
+}
+void ZOR_UserParams::createList_Cmd_320()
+{
+    buildRenumber(mapCmd_320, kRenumber_Cmd_320, kRows_Cmd);
+}
 
-void ZOR_UserParams::getListParamsCAN_SC_316(QMap<int, int>& map) const { map = mapSC_316; }
-void ZOR_UserParams::getListParamsCAN_SC_320(QMap<int, int>& map) const { map = mapSC_320; }
-void ZOR_UserParams::getListParamsCAN_AC_316(QMap<int, int>& map) const { map = mapAC_316; }
-void ZOR_UserParams::getListParamsCAN_AC_320(QMap<int, int>& map) const { map = mapAC_320; }
-void ZOR_UserParams::getListParamsCAN_Cmd_316(QMap<int, int>& map) const { map = mapCmd_316; }
-void ZOR_UserParams::getListParamsCAN_Cmd_320(QMap<int, int>& map) const { map = mapCmd_320; }
+void ZOR_UserParams::getListParamsCAN_SC_316(QMap<int, int>& map) const
+{
+    map = mapSC_316;
+}
+void ZOR_UserParams::getListParamsCAN_SC_320(QMap<int, int>& map) const
+{
+    map = mapSC_320;
+}
+void ZOR_UserParams::getListParamsCAN_AC_316(QMap<int, int>& map) const
+{
+    map = mapAC_316;
+}
+void ZOR_UserParams::getListParamsCAN_AC_320(QMap<int, int>& map) const
+{
+    map = mapAC_320;
+}
+void ZOR_UserParams::getListParamsCAN_Cmd_316(QMap<int, int>& map) const
+{
+    map = mapCmd_316;
+}
+void ZOR_UserParams::getListParamsCAN_Cmd_320(QMap<int, int>& map) const
+{
+    map = mapCmd_320;
+}
 
-QString ZOR_UserParams::getUserParamName(const QString& qsPart1, const QString& qsPart2,
-                                         const QString& qsPart3)
+QString ZOR_UserParams::getUserParamName(const QString& qsPart1, const QString& qsPart2, const QString& qsPart3)
 {
     if (qsPart3.isEmpty())
         return QStringLiteral("%1, %2").arg(qsPart1, qsPart2);
     return QStringLiteral("%1, %2, %3").arg(qsPart1, qsPart2, qsPart3);
 }
 
-bool ZOR_UserParams::splitUserParamName(const QString& qsName, QString* lpPrefix,
-                                        QString* lpMiddle, QString* lpType)
+bool ZOR_UserParams::splitUserParamName(const QString& qsName, QString* lpPrefix, QString* lpMiddle, QString* lpType)
 {
     const int nFirst = qsName.indexOf(QLatin1Char(','));
     if (nFirst < 0)
@@ -209,13 +277,11 @@ const EntryList* ZOR_UserParams::listForPrefix(const QString& qsPrefix) const
 
 // The entry of the list with prefix qsPrefix (any list when it is empty)
 // that qsName designates.
-const ZOR_UserParam_CAN* ZOR_UserParams::entryNamed(const QString& qsName,
-                                                    const QString& qsPrefix) const
+const ZOR_UserParam_CAN* ZOR_UserParams::entryNamed(const QString& qsName, const QString& qsPrefix) const
 {
     QString qsOwnPrefix, qsMiddle, qsType;
     int nNum = 0;
-    if (!splitUserParamName(qsName, &qsOwnPrefix, &qsMiddle, &qsType)
-        || !readNumber(qsMiddle, &nNum))
+    if (!splitUserParamName(qsName, &qsOwnPrefix, &qsMiddle, &qsType) || !readNumber(qsMiddle, &nNum))
         return nullptr;
     if (!qsPrefix.isEmpty() && qsOwnPrefix != qsPrefix)
         return nullptr;
@@ -240,8 +306,7 @@ struct ListLookup
     QString name(int nNum) const
     {
         const ZOR_UserParam_CAN* entry = findEntry(list, nNum);
-        return entry ? ZOR_UserParams::getUserParamName(qsPrefix, QString::number(nNum),
-                                                        entry->getStrNumberType())
+        return entry ? ZOR_UserParams::getUserParamName(qsPrefix, QString::number(nNum), entry->getStrNumberType())
                      : QString();
     }
 };
@@ -259,30 +324,35 @@ int typeCode(const ZOR_UserParam_CAN* entry)
 }
 } // namespace
 
-#define ZOR_LIST_LOOKUPS(TYPE, STRTYPE, PROTOCOL, NUMBERTYPE, LIST, PREFIX)                        \
-    bool ZOR_UserParams::TYPE(const QString& qsName, int* lpNum) const                             \
-    {                                                                                              \
-        return reportNumber(entryNamed(qsName, PREFIX), lpNum);                                    \
-    }                                                                                              \
-    QString ZOR_UserParams::STRTYPE(int nNum) const { return ListLookup{LIST, PREFIX}.type(nNum); } \
-    QString ZOR_UserParams::PROTOCOL(int nNum) const { return ListLookup{LIST, PREFIX}.name(nNum); } \
-    int ZOR_UserParams::NUMBERTYPE(const QString& qsName) const                                    \
-    {                                                                                              \
-        return typeCode(entryNamed(qsName, PREFIX));                                               \
+#define ZOR_LIST_LOOKUPS(TYPE, STRTYPE, PROTOCOL, NUMBERTYPE, LIST, PREFIX)                                            \
+    bool ZOR_UserParams::TYPE(const QString& qsName, int* lpNum) const                                                 \
+    {                                                                                                                  \
+        return reportNumber(entryNamed(qsName, PREFIX), lpNum);                                                        \
+    }                                                                                                                  \
+    QString ZOR_UserParams::STRTYPE(int nNum) const                                                                    \
+    {                                                                                                                  \
+        return ListLookup{LIST, PREFIX}.type(nNum);                                                                    \
+    }                                                                                                                  \
+    QString ZOR_UserParams::PROTOCOL(int nNum) const                                                                   \
+    {                                                                                                                  \
+        return ListLookup{LIST, PREFIX}.name(nNum);                                                                    \
+    }                                                                                                                  \
+    int ZOR_UserParams::NUMBERTYPE(const QString& qsName) const                                                        \
+    {                                                                                                                  \
+        return typeCode(entryNamed(qsName, PREFIX));                                                                   \
     }
 
-ZOR_LIST_LOOKUPS(getTypeCAN_SC, getStrTypeCAN_SC, getStrProtocolUserCAN_SC, getNumberType_CAN_SC,
-                 lstSC, glqsCanPreffix_SC)
-ZOR_LIST_LOOKUPS(getTypeCAN_BC, getStrTypeCAN_BC, getStrProtocolUserCAN_BC, getNumberType_CAN_BC,
-                 lstBC, glqsCanPreffix_BC)
-ZOR_LIST_LOOKUPS(getTypeCAN_AC, getStrTypeCAN_AC, getStrProtocolUserCAN_AC, getNumberType_CAN_AC,
-                 lstAC, glqsCanPreffix_AC)
-ZOR_LIST_LOOKUPS(getTypeACond_CO, getStrTypeACond_CO, getStrProtocolUserACond_CO,
-                 getNumberType_ACond_CO, lstCO, glqsPcntPreffix_CO)
-ZOR_LIST_LOOKUPS(getType_AX, getStrType_AX, getStrProtocolUser_AX, getNumberType_AX, lstAX,
-                 glqsRefrPreffix_AX)
-ZOR_LIST_LOOKUPS(getTypeACond_RC, getStrTypeACond_RC, getStrProtocolUserACond_RC,
-                 getNumberType_ACond_RC, lstRC, glqsRefrPreffix_RC)
+ZOR_LIST_LOOKUPS(
+    getTypeCAN_SC, getStrTypeCAN_SC, getStrProtocolUserCAN_SC, getNumberType_CAN_SC, lstSC, glqsCanPreffix_SC)
+ZOR_LIST_LOOKUPS(
+    getTypeCAN_BC, getStrTypeCAN_BC, getStrProtocolUserCAN_BC, getNumberType_CAN_BC, lstBC, glqsCanPreffix_BC)
+ZOR_LIST_LOOKUPS(
+    getTypeCAN_AC, getStrTypeCAN_AC, getStrProtocolUserCAN_AC, getNumberType_CAN_AC, lstAC, glqsCanPreffix_AC)
+ZOR_LIST_LOOKUPS(
+    getTypeACond_CO, getStrTypeACond_CO, getStrProtocolUserACond_CO, getNumberType_ACond_CO, lstCO, glqsPcntPreffix_CO)
+ZOR_LIST_LOOKUPS(getType_AX, getStrType_AX, getStrProtocolUser_AX, getNumberType_AX, lstAX, glqsRefrPreffix_AX)
+ZOR_LIST_LOOKUPS(
+    getTypeACond_RC, getStrTypeACond_RC, getStrProtocolUserACond_RC, getNumberType_ACond_RC, lstRC, glqsRefrPreffix_RC)
 
 #undef ZOR_LIST_LOOKUPS
 
@@ -290,8 +360,8 @@ bool ZOR_UserParams::getType_CE(const QString& qsName, int* lpNum) const
 {
     QString qsPrefix, qsMiddle, qsType;
     int nNum = 0;
-    if (!splitUserParamName(qsName, &qsPrefix, &qsMiddle, &qsType) || qsPrefix != glqsCEPreffix_CE
-        || qsType.isEmpty() || !readNumber(qsMiddle, &nNum))
+    if (!splitUserParamName(qsName, &qsPrefix, &qsMiddle, &qsType) || qsPrefix != glqsCEPreffix_CE || qsType.isEmpty()
+        || !readNumber(qsMiddle, &nNum))
         return false;
     if (lpNum)
         *lpNum = nNum;
@@ -301,8 +371,7 @@ bool ZOR_UserParams::getType_CE(const QString& qsName, int* lpNum) const
 QString ZOR_UserParams::getStrType_CE(const QString& qsName) const
 {
     QString qsType;
-    return getType_CE(qsName) && splitUserParamName(qsName, nullptr, nullptr, &qsType) ? qsType
-                                                                                      : QString();
+    return getType_CE(qsName) && splitUserParamName(qsName, nullptr, nullptr, &qsType) ? qsType : QString();
 }
 
 QString ZOR_UserParams::getStrProtocolUser_CE(int nNum, const QString& qsType) const
@@ -334,8 +403,7 @@ QString ZOR_UserParams::getUserParamName4Type(const QString& qsName) const
     const ZOR_UserParam_CAN* entry = splitUserParamName(qsName, &qsPrefix, nullptr, nullptr)
         ? entryNamed(qsName, QString())
         : nullptr;
-    return entry ? getUserParamName(qsPrefix, QString::number(entry->getParam_Num()),
-                                    entry->getStrNumberType())
+    return entry ? getUserParamName(qsPrefix, QString::number(entry->getParam_Num()), entry->getStrNumberType())
                  : QString();
 }
 
@@ -353,9 +421,8 @@ int ZOR_UserParams::getSize_BT(const QString& qsType)
 void ZOR_UserParams::getUserParamEntries(QVector<ZOR_UserParamEntry>& entries) const
 {
     entries.clear();
-    const std::pair<const EntryList*, const QString*> lists[] = {
-        {&lstSC, &glqsCanPreffix_SC}, {&lstBC, &glqsCanPreffix_BC},
-        {&lstAC, &glqsCanPreffix_AC}, {&lstCO, &glqsPcntPreffix_CO},
+    const std::pair<const EntryList*, const QString*> lists[] = {{&lstSC, &glqsCanPreffix_SC},
+        {&lstBC, &glqsCanPreffix_BC}, {&lstAC, &glqsCanPreffix_AC}, {&lstCO, &glqsPcntPreffix_CO},
         {&lstRC, &glqsRefrPreffix_RC}, {&lstAX, &glqsRefrPreffix_AX}};
     for (const auto& list : lists) {
         for (const ZOR_UserParam_CAN* entry : *list.first) {

@@ -140,13 +140,11 @@ public:
     int getNumberType_CE(const QString& qsName) const;
 
     // "%1, %2" of the first two parts, or "%1, %2, %3" when the third is not empty.
-    static QString getUserParamName(const QString& qsPart1, const QString& qsPart2,
-                                    const QString& qsPart3 = QString());
+    static QString getUserParamName(const QString& qsPart1, const QString& qsPart2, const QString& qsPart3 = QString());
     // Splits a name into prefix, middle and type text (empty when the name
     // has no known type text after its last comma). False when the name has
     // no prefix or no middle. The middle keeps its inner spacing.
-    static bool splitUserParamName(const QString& qsName, QString* lpPrefix, QString* lpMiddle,
-                                   QString* lpType);
+    static bool splitUserParamName(const QString& qsName, QString* lpPrefix, QString* lpMiddle, QString* lpType);
     // Type text of a name: its own type part, or else the type of the
     // catalogue entry it names; "" when neither is known.
     QString getUserParamType4Name(const QString& qsName) const;

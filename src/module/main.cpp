@@ -33,8 +33,7 @@ ZOR_EXPORT void Initialize(ZOR_SendMessageFunc func)
     cmdLib.InitConfigurator(func);
 }
 
-ZOR_EXPORT void ReceiveMessage(void* sender, int message, unsigned long wParam,
-                               unsigned long lParam)
+ZOR_EXPORT void ReceiveMessage(void* sender, int message, unsigned long wParam, unsigned long lParam)
 {
     cmdLib.ZOR_ReceiveMessage(sender, message, wParam, lParam);
 }

@@ -17,7 +17,8 @@ const char* const kMenuIcon = ":/Pic/Resources/Image/img_cmd(24x24).png";
 const char* const kCaption = "ZOR Commands";
 
 // Host -> module. wParam is handed on; the sender is never looked at.
-struct Route {
+struct Route
+{
     ZOR_Message nMessage;
     void (*handle)(ZOR_Commands& lib, unsigned long wParam);
 };
@@ -30,9 +31,9 @@ const Route kRoutes[] = {
     {ZOR_MSG_DEVICE_CONNECTED, [](ZOR_Commands& lib, unsigned long) { lib.deviceConnect(); }},
     {ZOR_MSG_DEVICE_DISCONNECTED, [](ZOR_Commands& lib, unsigned long) { lib.deviceDisconnect(); }},
     {ZOR_MSG_DEVICE_DATA,
-     [](ZOR_Commands& lib, unsigned long wParam) {
-         lib.setDeviceReceiveMessage(reinterpret_cast<QByteArray*>(wParam));
-     }},
+        [](ZOR_Commands& lib, unsigned long wParam) {
+            lib.setDeviceReceiveMessage(reinterpret_cast<QByteArray*>(wParam));
+        }},
 };
 
 // Module -> host.
@@ -69,16 +70,16 @@ bool widgetsAvailable()
 
 } // namespace
 
-ZOR_Commands::ZOR_Commands(const QString& qsName, int nParam1, int nParam2, int nParam3,
-                           int nParam4, QObject* parent)
-    : QObject(parent), name(qsName)
+ZOR_Commands::ZOR_Commands(const QString& qsName, int nParam1, int nParam2, int nParam3, int nParam4, QObject* parent)
+    : QObject(parent)
+    , name(qsName)
 {
     std::memset(&libraryInfo, 0, sizeof(libraryInfo));
     libraryInfo.lpLibrary = this;
     // Both are short constants; the host's buffers are fixed at 255 bytes.
     qstrncpy(libraryInfo.szName, qsName.toUtf8().constData(), sizeof(libraryInfo.szName));
-    qstrncpy(libraryInfo.szCaption, QString::fromUtf8(kCaption).toLocal8Bit().constData(),
-             sizeof(libraryInfo.szCaption));
+    qstrncpy(
+        libraryInfo.szCaption, QString::fromUtf8(kCaption).toLocal8Bit().constData(), sizeof(libraryInfo.szCaption));
     libraryInfo.nParam1 = nParam1;
     libraryInfo.nParam2 = nParam2;
     libraryInfo.nParam3 = nParam3;
@@ -122,8 +123,7 @@ void ZOR_Commands::initModule()
     lpGlobalLib = this;
 }
 
-unsigned long ZOR_Commands::ZOR_SendMessage(void* sender, int message, unsigned long wParam,
-                                            unsigned long lParam)
+unsigned long ZOR_Commands::ZOR_SendMessage(void* sender, int message, unsigned long wParam, unsigned long lParam)
 {
     if (!sendMessage)
         return 0;
@@ -173,8 +173,7 @@ void ZOR_Commands::translateModule()
 void ZOR_Commands::enableMainMenu(bool bEnable)
 {
     uint8_t nEnable = bEnable ? 1 : 0;
-    ZOR_SendMessage(this, ZOR_MSG_MENU_ENABLE, static_cast<unsigned long>(menuHandle),
-                    toArg(&nEnable));
+    ZOR_SendMessage(this, ZOR_MSG_MENU_ENABLE, static_cast<unsigned long>(menuHandle), toArg(&nEnable));
 }
 
 void ZOR_Commands::showDialogCommands()

@@ -18,13 +18,13 @@ class ZOR_Commands : public QObject
 {
     Q_OBJECT
 public:
-    ZOR_Commands(const QString& qsName, int nParam1, int nParam2, int nParam3, int nParam4,
-                 QObject* parent = nullptr);
+    ZOR_Commands(const QString& qsName, int nParam1, int nParam2, int nParam3, int nParam4, QObject* parent = nullptr);
     ~ZOR_Commands() override;
 
     // What wParam carries in a message the module sends.
     enum class HostArg { MenuRecord, MenuHandle, ModuleObject, ByteArray, CoordSystem, ConfigParam };
-    struct HostMessage {
+    struct HostMessage
+    {
         ZOR_Message nMessage;
         HostArg wParam;
     };
@@ -39,10 +39,8 @@ public:
     void initModule();
 
     // Calls the host; without a callback (before Initialize) nothing is sent.
-    unsigned long ZOR_SendMessage(void* sender, int message, unsigned long wParam,
-                                  unsigned long lParam);
-    void ZOR_ReceiveMessage(void* sender, int message, unsigned long wParam,
-                            unsigned long lParam);
+    unsigned long ZOR_SendMessage(void* sender, int message, unsigned long wParam, unsigned long lParam);
+    void ZOR_ReceiveMessage(void* sender, int message, unsigned long wParam, unsigned long lParam);
 
     void createMainMenu();
     void translateModule();

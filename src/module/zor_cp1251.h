@@ -37,10 +37,7 @@ public:
         }
         return encodeChar(text[i]);
     }
-    static QChar decodeByte(unsigned char b)
-    {
-        return b < 0x80 ? QChar(b) : QChar(upperHalf()[b - 0x80]);
-    }
+    static QChar decodeByte(unsigned char b) { return b < 0x80 ? QChar(b) : QChar(upperHalf()[b - 0x80]); }
     // True when the character has a byte of its own (so not replaced by '_').
     static bool canEncode(QChar c);
 

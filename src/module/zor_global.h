@@ -11,8 +11,25 @@
 // directory of the target of /proc/self/exe.
 QString appDataDirectory();
 // Points appDataDirectory() at another directory ("" restores the default).
-// Tests use it to keep their list files out of the build tree.
+// Tests use it to keep their list files out of the build tree; the shipped
+// and the user's data are then both read and written there.
 void setAppDataDirectory(const QString& qsDirectory);
+
+// Where the shipped, read-only data lies (Localization/Lang/zor_<lang>.lang,
+// Localization/Temp/commands.xml and the other default lists):
+// appDataDirectory() when the data lies beside the program, as in a build
+// tree; otherwise <prefix>/share/zor-commands of an installed tree, found
+// relative to the program or else to the library itself, so that a moved
+// tree and a host installed elsewhere find it as well.
+QString appSharedDataDirectory();
+// Where the user's own files are written (user lists, command history):
+// the folder of the shipped data when that is appDataDirectory() and
+// writable (a build tree keeps its layout), otherwise the user's own data
+// folder, $XDG_DATA_HOME/zor-commands (~/.local/share/zor-commands). Below
+// it the files keep the sub-paths of the shipped ones.
+QString appUserDataDirectory();
+// File of the loaded libZOR_Commands ("" when it cannot be told).
+QString moduleLibraryPath();
 
 // Current language, kept as the application property "zor_programLanguage".
 // Empty without an application object.

@@ -12,8 +12,7 @@ ZOR_Language& ZOR_Language::instance()
 
 QString ZOR_Language::languageFilePath(const QString& qsLanguage)
 {
-    return appDataDirectory() + QStringLiteral("/Localization/Lang/zor_") + qsLanguage
-        + QStringLiteral(".lang");
+    return appSharedDataDirectory() + QStringLiteral("/Localization/Lang/zor_") + qsLanguage + QStringLiteral(".lang");
 }
 
 QHash<QString, QString> ZOR_Language::parse(const QByteArray& content)

@@ -3,8 +3,8 @@
 
 // Caption lookup by key (mdln_001, wrd_038, abbr_013, tmikte_027, ...).
 //
-// One language file per language lies below the application data
-// directory: <appDataDirectory()>/Localization/Lang/zor_<lang>.lang, UTF-8,
+// One language file per language lies below the shipped data:
+// <appSharedDataDirectory()>/Localization/Lang/zor_<lang>.lang, UTF-8,
 // one "key=text" per line; '#' starts a comment line; "\n", "\t" and "\\"
 // in a text are escapes. The language is programLanguage(), "ru" when it is
 // empty. The pseudo-language "keys" shows every key as itself.

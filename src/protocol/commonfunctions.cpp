@@ -32,9 +32,8 @@ unsigned char commonFunctions::getSumDataToByte(const char* data, int len)
     return ::getSumDataToByte(data, len);
 }
 
-unsigned char commonFunctions::getSumDataToByte(const unsigned char* first, int len1,
-                                                const unsigned char* second, int len2,
-                                                unsigned char* scratch)
+unsigned char commonFunctions::getSumDataToByte(
+    const unsigned char* first, int len1, const unsigned char* second, int len2, unsigned char* scratch)
 {
     if (len1 < 0)
         len1 = 0;
@@ -92,11 +91,16 @@ QByteArray commonFunctions::getUsbCommandToDevice(const QString& text, const QBy
     return getUsbArrCommandToDevice(ZOR_Cp1251::encode(text) + payload);
 }
 
-#define ZOR_DEFINE_FIXED(name, text) \
-    QByteArray commonFunctions::name() const { return getUsbCommandToDevice(QStringLiteral(text)); }
-#define ZOR_DEFINE_PREFIX(name, text) \
-    QByteArray commonFunctions::name(const QByteArray& payload) const \
-    { return getUsbCommandToDevice(QStringLiteral(text), payload); }
+#define ZOR_DEFINE_FIXED(name, text)                                                                                   \
+    QByteArray commonFunctions::name() const                                                                           \
+    {                                                                                                                  \
+        return getUsbCommandToDevice(QStringLiteral(text));                                                            \
+    }
+#define ZOR_DEFINE_PREFIX(name, text)                                                                                  \
+    QByteArray commonFunctions::name(const QByteArray& payload) const                                                  \
+    {                                                                                                                  \
+        return getUsbCommandToDevice(QStringLiteral(text), payload);                                                   \
+    }
 ZOR_FIXED_COMMANDS(ZOR_DEFINE_FIXED)
 ZOR_PREFIX_COMMANDS(ZOR_DEFINE_PREFIX)
 #undef ZOR_DEFINE_FIXED

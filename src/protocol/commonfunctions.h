@@ -20,61 +20,61 @@
 #include <cstdint>
 
 // Commands whose text is fixed: builder name, text.
-#define ZOR_FIXED_COMMANDS(X) \
-    X(getUsbCommand_DeviceTestMode, "*!TM") \
-    X(getUsbCommand_GetKey, "*?PASS") \
-    X(getUsbCommand_DeviceReset, "*!DEV_RESET") \
-    X(getUsbCommand_Ping, "*?PING 1") \
-    X(getUsbCommand_TM_Type, "*?DKV") \
-    X(getUsbCommand_TM_FileChange, "*!DKU") \
-    X(getUsbCommand_Set_Protection_Off, "*!GN") \
-    X(getUsbCommand_Set_Protection, "*!GY") \
-    X(getUsbCommand_Set_Protection_2, "*!G2") \
-    X(getUsbCommand_Set_Protection_3, "*!G3") \
-    X(getUsbCommand_DeviceType, "*?V") \
-    X(getUsbCommand_DeviceBhr, "*?H") \
-    X(getUsbCommand_DeviceImei, "*?S") \
-    X(getUsbCommand_ConfigReset, "*!SETT_RESET") \
-    X(getUsbCommand_RCS_DeviceDisconnect, "*!DELD") \
-    X(getUsbCommand_RFID, "*?ERFT") \
-    X(getUsbCommand_TM, "*?TM") \
-    X(getUsbCommand_AnalogValue, "*?AN2G") \
-    X(getUsbCommand_AD_Value_Fuel, "*?FUEL") \
-    X(getUsbCommand_AD_Value_Fuel_UN, "*?FUEL_UN") \
-    X(getUsbCommand_Accel_Param, "*?ACL2") \
-    X(getUsbCommand_Accel_Reset, "*!ACL_RESET") \
-    X(getUsbCommand_Dtp_Test, "*?KRAI") \
-    X(getUsbCommand_Bluetooth_List, "*?BTDEV1") \
-    X(getUsbCommand_Bluetooth_Cancel, "*!BTDEV0") \
-    X(getUsbCommand_Disp_Value, "*?DISP") \
+#define ZOR_FIXED_COMMANDS(X)                                                                                          \
+    X(getUsbCommand_DeviceTestMode, "*!TM")                                                                            \
+    X(getUsbCommand_GetKey, "*?PASS")                                                                                  \
+    X(getUsbCommand_DeviceReset, "*!DEV_RESET")                                                                        \
+    X(getUsbCommand_Ping, "*?PING 1")                                                                                  \
+    X(getUsbCommand_TM_Type, "*?DKV")                                                                                  \
+    X(getUsbCommand_TM_FileChange, "*!DKU")                                                                            \
+    X(getUsbCommand_Set_Protection_Off, "*!GN")                                                                        \
+    X(getUsbCommand_Set_Protection, "*!GY")                                                                            \
+    X(getUsbCommand_Set_Protection_2, "*!G2")                                                                          \
+    X(getUsbCommand_Set_Protection_3, "*!G3")                                                                          \
+    X(getUsbCommand_DeviceType, "*?V")                                                                                 \
+    X(getUsbCommand_DeviceBhr, "*?H")                                                                                  \
+    X(getUsbCommand_DeviceImei, "*?S")                                                                                 \
+    X(getUsbCommand_ConfigReset, "*!SETT_RESET")                                                                       \
+    X(getUsbCommand_RCS_DeviceDisconnect, "*!DELD")                                                                    \
+    X(getUsbCommand_RFID, "*?ERFT")                                                                                    \
+    X(getUsbCommand_TM, "*?TM")                                                                                        \
+    X(getUsbCommand_AnalogValue, "*?AN2G")                                                                             \
+    X(getUsbCommand_AD_Value_Fuel, "*?FUEL")                                                                           \
+    X(getUsbCommand_AD_Value_Fuel_UN, "*?FUEL_UN")                                                                     \
+    X(getUsbCommand_Accel_Param, "*?ACL2")                                                                             \
+    X(getUsbCommand_Accel_Reset, "*!ACL_RESET")                                                                        \
+    X(getUsbCommand_Dtp_Test, "*?KRAI")                                                                                \
+    X(getUsbCommand_Bluetooth_List, "*?BTDEV1")                                                                        \
+    X(getUsbCommand_Bluetooth_Cancel, "*!BTDEV0")                                                                      \
+    X(getUsbCommand_Disp_Value, "*?DISP")                                                                              \
     X(getUsbCommand_Canlog_CurVer, "*?CANLOG")
 
 // Commands made of a text prefix and a binary parameter block; the block's
 // layout belongs to the caller, so it is passed in as it is.
-#define ZOR_PREFIX_COMMANDS(X) \
-    X(getUsbCommand_File_ReadPage, "*!FR") \
-    X(getUsbCommand_File_WritePage, "*!FW") \
-    X(getUsbCommand_File_Info, "*?FV") \
-    X(getUsbCommand_Dtp_ReadPageFile, "*!R") \
-    X(getUsbCommand_WritePage, "*!W") \
-    X(getUsbCommand_Accel_Break, "*!ACLI") \
-    X(getUsbCommand_Accel_AclC, "*!ACL_C:") \
-    X(getUsbCommand_Dtp_Protection, "*!KRAI") \
-    X(getUsbCommand_TM_FileWrite, "*!DKW") \
-    X(getUsbCommand_ClearServerToDevice, "*!SYNC:") \
-    X(getUsbCommand_SetRun, "*!MLG:") \
-    X(getUsbCommand_SetParamValue, "*!SETP ") \
-    X(getUsbCommand_Taho_Quest, "*?TACH") \
-    X(getUsbCommand_Taho_File, "*?TACH") \
-    X(getUsbCommand_FLS_Data_Quest, "*!BTARCH") \
-    X(getUsbCommand_Camera_Info, "*?DCAM") \
-    X(getUsbCommand_SD_Photo_Info, "*?DCAM") \
-    X(getUsbCommand_SD_File, "*!SDFS") \
-    X(getUsbCommand_Ainf, "*!AINF") \
-    X(getUsbCommand_Log, "*!LOG") \
-    X(getUsbCommandToDeviceTest, "*?DATA ") \
-    X(getUsbCommand_CE_Debug, "*?CEVT") \
-    X(getUsbCommand_CE_ProgramInfo, "*?CEVT") \
+#define ZOR_PREFIX_COMMANDS(X)                                                                                         \
+    X(getUsbCommand_File_ReadPage, "*!FR")                                                                             \
+    X(getUsbCommand_File_WritePage, "*!FW")                                                                            \
+    X(getUsbCommand_File_Info, "*?FV")                                                                                 \
+    X(getUsbCommand_Dtp_ReadPageFile, "*!R")                                                                           \
+    X(getUsbCommand_WritePage, "*!W")                                                                                  \
+    X(getUsbCommand_Accel_Break, "*!ACLI")                                                                             \
+    X(getUsbCommand_Accel_AclC, "*!ACL_C:")                                                                            \
+    X(getUsbCommand_Dtp_Protection, "*!KRAI")                                                                          \
+    X(getUsbCommand_TM_FileWrite, "*!DKW")                                                                             \
+    X(getUsbCommand_ClearServerToDevice, "*!SYNC:")                                                                    \
+    X(getUsbCommand_SetRun, "*!MLG:")                                                                                  \
+    X(getUsbCommand_SetParamValue, "*!SETP ")                                                                          \
+    X(getUsbCommand_Taho_Quest, "*?TACH")                                                                              \
+    X(getUsbCommand_Taho_File, "*?TACH")                                                                               \
+    X(getUsbCommand_FLS_Data_Quest, "*!BTARCH")                                                                        \
+    X(getUsbCommand_Camera_Info, "*?DCAM")                                                                             \
+    X(getUsbCommand_SD_Photo_Info, "*?DCAM")                                                                           \
+    X(getUsbCommand_SD_File, "*!SDFS")                                                                                 \
+    X(getUsbCommand_Ainf, "*!AINF")                                                                                    \
+    X(getUsbCommand_Log, "*!LOG")                                                                                      \
+    X(getUsbCommandToDeviceTest, "*?DATA ")                                                                            \
+    X(getUsbCommand_CE_Debug, "*?CEVT")                                                                                \
+    X(getUsbCommand_CE_ProgramInfo, "*?CEVT")                                                                          \
     X(getUsbCommand_CE_UserCmd, "*!CEVT ")
 
 class commonFunctions
@@ -85,11 +85,11 @@ public:
     // What is wrong with a received frame; FrameOk when nothing is.
     enum FrameFault {
         FrameOk,
-        FrameTruncatedHeader,   // fewer than 16 bytes
+        FrameTruncatedHeader, // fewer than 16 bytes
         FrameBadSignature,
         FrameBadHeaderChecksum,
-        FrameLengthPastEnd,     // the length field asks for more bytes than there are
-        FrameTrailingBytes,     // bytes after the data part
+        FrameLengthPastEnd, // the length field asks for more bytes than there are
+        FrameTrailingBytes, // bytes after the data part
         FrameBadDataChecksum,
     };
 
@@ -101,9 +101,8 @@ public:
     static unsigned char getSumDataToByte(const char* data, int len);
     // XOR of first then second, copied back to back into scratch (which must
     // hold len1 + len2 bytes); 0 when the total length is below 1.
-    static unsigned char getSumDataToByte(const unsigned char* first, int len1,
-                                          const unsigned char* second, int len2,
-                                          unsigned char* scratch);
+    static unsigned char getSumDataToByte(
+        const unsigned char* first, int len1, const unsigned char* second, int len2, unsigned char* scratch);
 
     void getHeaderCommand(const QString& text, QByteArray& header) const;
     void getHeaderCommand(const QString& text, QByteArray& payload, QByteArray& header) const;

@@ -15,7 +15,8 @@
 // enough for the speed to matter.
 namespace {
 
-struct Tables {
+struct Tables
+{
     uint32_t t[8][256];
     Tables()
     {
@@ -132,8 +133,8 @@ void crc32::ProcessCRC(const unsigned char* data, int len)
         std::memcpy(&lo, data, 4);
         std::memcpy(&hi, data + 4, 4);
         lo ^= c;
-        c = t[7][lo & 0xFF] ^ t[6][(lo >> 8) & 0xFF] ^ t[5][(lo >> 16) & 0xFF] ^ t[4][lo >> 24]
-            ^ t[3][hi & 0xFF] ^ t[2][(hi >> 8) & 0xFF] ^ t[1][(hi >> 16) & 0xFF] ^ t[0][hi >> 24];
+        c = t[7][lo & 0xFF] ^ t[6][(lo >> 8) & 0xFF] ^ t[5][(lo >> 16) & 0xFF] ^ t[4][lo >> 24] ^ t[3][hi & 0xFF]
+            ^ t[2][(hi >> 8) & 0xFF] ^ t[1][(hi >> 16) & 0xFF] ^ t[0][hi >> 24];
         data += 8;
         n -= 8;
     }

@@ -14,10 +14,7 @@ public:
     crc32();
 
     void ProcessCRC(const unsigned char* data, int len);
-    void ProcessCRC(const char* data, int len)
-    {
-        ProcessCRC(reinterpret_cast<const unsigned char*>(data), len);
-    }
+    void ProcessCRC(const char* data, int len) { ProcessCRC(reinterpret_cast<const unsigned char*>(data), len); }
     void ClearCRC() { m_value = 0; }
 
     uint32_t value() const { return m_value; }

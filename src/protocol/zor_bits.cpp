@@ -15,17 +15,37 @@ T applyMode(std::atomic<int>& mode, T value)
 {
     int expected = ZOR_ByteOrderUnset;
     mode.compare_exchange_strong(expected, ZOR_ByteOrderSwap);
-    return mode.load() == ZOR_ByteOrderKeep ? value : T(qbswap(static_cast<typename std::conditional<sizeof(T) == 8, quint64, quint32>::type>(value)));
+    return mode.load() == ZOR_ByteOrderKeep
+        ? value
+        : T(qbswap(static_cast<typename std::conditional<sizeof(T) == 8, quint64, quint32>::type>(value)));
 }
 
 } // namespace
 
-uint32_t htonl32(uint32_t value) { return applyMode(g_mode32, value); }
-uint64_t htonl64(uint64_t value) { return applyMode(g_mode64, value); }
-int htonl32Mode() { return g_mode32.load(); }
-int htonl64Mode() { return g_mode64.load(); }
-void setHtonl32Mode(int mode) { g_mode32.store(mode); }
-void setHtonl64Mode(int mode) { g_mode64.store(mode); }
+uint32_t htonl32(uint32_t value)
+{
+    return applyMode(g_mode32, value);
+}
+uint64_t htonl64(uint64_t value)
+{
+    return applyMode(g_mode64, value);
+}
+int htonl32Mode()
+{
+    return g_mode32.load();
+}
+int htonl64Mode()
+{
+    return g_mode64.load();
+}
+void setHtonl32Mode(int mode)
+{
+    g_mode32.store(mode);
+}
+void setHtonl64Mode(int mode)
+{
+    g_mode64.store(mode);
+}
 
 int getBitFromByte(unsigned char byte, int n)
 {

@@ -34,6 +34,9 @@ QString getStrByteFromBit(int n);
 // Value of one hexadecimal digit (either case), -1 for any other character.
 int zorHexDigitValue(QChar c);
 // The lower-case digit of the low four bits.
-inline char zorHexDigit(int nValue) { return "0123456789abcdef"[nValue & 0xf]; }
+inline char zorHexDigit(int nValue)
+{
+    return "0123456789abcdef"[nValue & 0xf];
+}
 
 #endif

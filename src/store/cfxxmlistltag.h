@@ -47,10 +47,11 @@ public:
 
 private:
     QVector<CXmlTagV2*> m_tags;
-    struct NameChain {
+    struct NameChain
+    {
         QHash<QString, int> first;
         QHash<QString, int> last;
-        QVector<int> next;  // the next tag of the same name, or -1
+        QVector<int> next; // the next tag of the same name, or -1
         void add(const QString& qsName, int nIndex);
     };
     void dropIndexes();

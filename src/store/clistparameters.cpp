@@ -66,7 +66,7 @@ bool CListParameters::settle()
         return false;
     m_lpItems = static_cast<coreSzItem*>(p);
     std::memmove(static_cast<void*>(m_lpItems + m_nTagsAt + nTags), m_lpItems + m_nTagsAt,
-                 sizeof(coreSzItem) * size_t(m_nItems - m_nTagsAt));
+        sizeof(coreSzItem) * size_t(m_nItems - m_nTagsAt));
     for (int k = 0; k < nTags; ++k)
         std::memcpy(static_cast<void*>(m_lpItems + m_nTagsAt + k), tagRecord(k), sizeof(coreSzItem));
     std::free(m_lpTagItems);

@@ -15,15 +15,15 @@ class COneParameter : public coreSzItem
 public:
     COneParameter();
     explicit COneParameter(const coreSzItem& item);
-    explicit COneParameter(const char* lpName);          // a tag: kind 1, value = name
-    COneParameter(const char* lpName, int nValue);         // "%d"
-    COneParameter(const char* lpName, bool bValue);        // "%d": "0" or "1"
-    COneParameter(const char* lpName, float fValue);       // "%f"
+    explicit COneParameter(const char* lpName); // a tag: kind 1, value = name
+    COneParameter(const char* lpName, int nValue); // "%d"
+    COneParameter(const char* lpName, bool bValue); // "%d": "0" or "1"
+    COneParameter(const char* lpName, float fValue); // "%f"
     COneParameter(const char* lpName, const char* lpText, int nLength);
     COneParameter(const char* lpName, const QString& qsText); // via Windows-1251
 
     bool asInt(int& nValue) const;
-    bool asBool(bool& bValue) const;     // non-zero number; a word reads as false
+    bool asBool(bool& bValue) const; // non-zero number; a word reads as false
     bool asFloat(float& fValue) const;
     bool asDouble(double& dValue) const;
     // Copies at most nLength bytes and always ends dst[nLength - 1] with NUL.

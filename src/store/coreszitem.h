@@ -16,8 +16,8 @@ struct coreSzItem
 
     char name[nMaxTextSize];
     char value[nMaxTextSize];
-    qint32 kind;          // KindValue: an attribute; KindTag: a child element
-    CXmlTagV2* node;      // the child element for KindTag, otherwise null
+    qint32 kind; // KindValue: an attribute; KindTag: a child element
+    CXmlTagV2* node; // the child element for KindTag, otherwise null
 };
 
 #endif

@@ -168,8 +168,8 @@ private:
     QString m_decodeError;
 };
 
-bool parseBytes(const QByteArray& bytes, const XmlWriter::Encoding& enc, CFxXmListlTag& top, QString& error,
-                int* dropped)
+bool parseBytes(
+    const QByteArray& bytes, const XmlWriter::Encoding& enc, CFxXmListlTag& top, QString& error, int* dropped)
 {
     PieceSource source(bytes, enc);
     CXmlDefaultHandler handler(top);
@@ -255,7 +255,9 @@ public:
     {
         if (m_qsError.isEmpty())
             m_qsError = QStringLiteral("line %1, column %2: %3")
-                            .arg(exception.lineNumber()).arg(exception.columnNumber()).arg(exception.message());
+                            .arg(exception.lineNumber())
+                            .arg(exception.columnNumber())
+                            .arg(exception.message());
         return false;
     }
     QString errorString() const override { return m_qsError; }
@@ -280,7 +282,8 @@ public:
     }
 
 private:
-    struct Level {
+    struct Level
+    {
         const CXmlTagV2* tag;
         int next;
     };
@@ -316,7 +319,9 @@ bool CSerialize::DiskState::operator==(const DiskState& o) const
 CSerialize::DiskState CSerialize::diskState(const QString& qsFileName)
 {
     DiskState d;
-    struct stat st {};
+    struct stat st
+    {
+    };
     if (::stat(QFile::encodeName(qsFileName).constData(), &st) != 0)
         return d;
     d.exists = true;
@@ -362,8 +367,8 @@ bool CSerialize::lockForUpdate(const QString& qsFileName, int msTimeout)
         qint64 pid = 0;
         QString host, app;
         lock->getLockInfo(&pid, &host, &app);
-        return fail(QStringLiteral("%1 is being changed by another program (process %2); try again")
-                        .arg(shown).arg(pid));
+        return fail(
+            QStringLiteral("%1 is being changed by another program (process %2); try again").arg(shown).arg(pid));
     }
     // No lock can be made here (a read-only folder): no save can replace
     // the file either, and the save says why.
@@ -407,7 +412,9 @@ bool CSerialize::openFile(const QString& qsFileName)
     const qint64 size = file.size();
     if (size > nMaxDocumentBytes)
         return fail(QStringLiteral("%1 is %2 bytes; settings documents over %3 MiB are not opened")
-                        .arg(shown).arg(size).arg(nMaxDocumentBytes >> 20));
+                        .arg(shown)
+                        .arg(size)
+                        .arg(nMaxDocumentBytes >> 20));
     QByteArray data;
     try {
         data.resize(int(size));
@@ -423,9 +430,11 @@ bool CSerialize::openFile(const QString& qsFileName)
     }
     if (got != size || file.read(1).size() != 0)
         return fail(QStringLiteral("cannot read %1: got %2 of its %3 bytes%4")
-                        .arg(shown).arg(got).arg(size)
+                        .arg(shown)
+                        .arg(got)
+                        .arg(size)
                         .arg(file.error() != QFileDevice::NoError ? QStringLiteral(" (%1)").arg(file.errorString())
-                                                                 : QString()));
+                                                                  : QString()));
     file.close();
     if (!parse(std::move(data))) {
         m_qsError = QStringLiteral("%1: %2").arg(shown, m_qsError);
@@ -465,7 +474,8 @@ bool CSerialize::parse(QByteArray data)
         const unsigned char b = static_cast<unsigned char>(body.at(i));
         if (b < 0x20 && b != '\t' && b != '\n' && b != '\r')
             return fail(QStringLiteral("byte 0x%1 at offset %2 is not text")
-                            .arg(int(b), 2, 16, QLatin1Char('0')).arg(i + (m_encoding.bom ? 3 : 0)));
+                            .arg(int(b), 2, 16, QLatin1Char('0'))
+                            .arg(i + (m_encoding.bom ? 3 : 0)));
     }
     try {
         if (!detectEncoding(body, m_encoding, m_qsError))
@@ -572,8 +582,8 @@ bool CSerialize::renderChecked(QByteArray& out)
             differs = TreeVerifier(m_top, m_encoding).verify(text);
         if (!differs.isEmpty()) {
             out.clear();
-            return fail(QStringLiteral("not saved: the written document would not read back as it is (%1)")
-                            .arg(differs));
+            return fail(
+                QStringLiteral("not saved: the written document would not read back as it is (%1)").arg(differs));
         }
     } catch (const std::bad_alloc&) {
         out.clear();
@@ -624,8 +634,7 @@ bool CSerialize::writeFile(const QByteArray& bytes)
         if (folder.exists() && !folder.isWritable())
             return fail(QStringLiteral("cannot save %1: the folder is read-only, so the file cannot be replaced safely")
                             .arg(shown));
-        return fail(QStringLiteral("cannot save %1: %2")
-                        .arg(shown, saved ? systemReason(saved) : file.errorString()));
+        return fail(QStringLiteral("cannot save %1: %2").arg(shown, saved ? systemReason(saved) : file.errorString()));
     }
     errno = 0;
     qint64 done = 0;

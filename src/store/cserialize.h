@@ -120,7 +120,8 @@ private:
     bool writeFile(const QByteArray& bytes);
     // Identity of the file on disk: replaced, rewritten or touched files
     // differ.
-    struct DiskState {
+    struct DiskState
+    {
         bool exists = false;
         quint64 device = 0, inode = 0;
         qint64 size = 0, mtimeNs = 0;
@@ -145,15 +146,15 @@ private:
 // (QFile::decodeName).
 struct coreSzCreate
 {
-    char szFileName[256];     // in: NUL-terminated file name
-    CSerialize* lpSerialize;  // out: the document, null when the open failed
+    char szFileName[256]; // in: NUL-terminated file name
+    CSerialize* lpSerialize; // out: the document, null when the open failed
 };
 
 struct coreSzMemo
 {
-    const char* lpData;       // in (StartSZMemo) / out (GetSZMemo)
+    const char* lpData; // in (StartSZMemo) / out (GetSZMemo)
     int nSize;
-    CSerialize* lpSerialize;  // out of StartSZMemo
+    CSerialize* lpSerialize; // out of StartSZMemo
 };
 
 bool zor_StartSZ(coreSzCreate* lpCreate);

@@ -18,7 +18,11 @@ CXmlDefaultHandler::CXmlDefaultHandler(CFxXmListlTag& topTags)
 
 QString CXmlDefaultHandler::decodeValue(const QString& qsValue)
 {
-    static const struct { QLatin1String from; QLatin1String to; } kSteps[] = {
+    static const struct
+    {
+        QLatin1String from;
+        QLatin1String to;
+    } kSteps[] = {
         {QLatin1String("&amp;nbsp;"), QLatin1String(" ")},
         {QLatin1String("&nbsp;"), QLatin1String(" ")},
         {QLatin1String("&amp;"), QLatin1String("&")},
@@ -113,8 +117,11 @@ qint64 referenceAt(const QByteArray& body, int at, int& n)
 // CDATA section or processing instruction; at itself for anything else.
 int skipLiteral(const QByteArray& body, int at)
 {
-    static const struct { const char* open; const char* close; } kLiterals[] = {
-        {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+    static const struct
+    {
+        const char* open;
+        const char* close;
+    } kLiterals[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
     for (const auto& l : kLiterals) {
         if (body.indexOf(l.open, at) != at)
             continue;
@@ -130,7 +137,9 @@ QString referenceError(const QByteArray& body, int at, int n)
     const int line = before.count('\n') + 1;
     const int column = at - (before.lastIndexOf('\n') + 1) + 1;
     return QStringLiteral("line %1, column %2: the character reference %3 names no character")
-        .arg(line).arg(column).arg(QString::fromLatin1(body.mid(at, n)));
+        .arg(line)
+        .arg(column)
+        .arg(QString::fromLatin1(body.mid(at, n)));
 }
 
 } // namespace
@@ -146,7 +155,7 @@ bool CXmlDefaultHandler::prepareReferences(QByteArray& body, QString& error)
         if (c == '<') {
             const int end = skipLiteral(body, i);
             if (end > i && body.at(i + 1) == '!' && body.at(i + 2) != '-' && body.at(i + 2) != '[')
-                break;  // a DOCTYPE: refused by the reader
+                break; // a DOCTYPE: refused by the reader
             i = qMax(i, end - 1);
             continue;
         }
@@ -194,14 +203,13 @@ bool CXmlDefaultHandler::acceptText(const QString& qsText, const QString& qsWhat
         return true;
     const ushort u = qsText.at(at).unicode();
     m_qsError = QStringLiteral("%1 holds %2 U+%3")
-                    .arg(qsWhat, u < 0x20 ? QStringLiteral("the control character")
-                                          : QStringLiteral("the non-character"))
+                    .arg(qsWhat,
+                        u < 0x20 ? QStringLiteral("the control character") : QStringLiteral("the non-character"))
                     .arg(u, 4, 16, QLatin1Char('0'));
     return false;
 }
 
-bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QString& qName,
-                                      const QXmlAttributes& atts)
+bool CXmlDefaultHandler::startElement(const QString&, const QString&, const QString& qName, const QXmlAttributes& atts)
 {
     if (m_nDepth >= nMaxDepth) {
         m_qsError = QStringLiteral("elements nested deeper than %1").arg(int(nMaxDepth));

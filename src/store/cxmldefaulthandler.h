@@ -31,10 +31,9 @@ public:
 
     explicit CXmlDefaultHandler(CFxXmListlTag& topTags);
 
-    bool startElement(const QString& namespaceURI, const QString& localName,
-                      const QString& qName, const QXmlAttributes& atts) override;
-    bool endElement(const QString& namespaceURI, const QString& localName,
-                    const QString& qName) override;
+    bool startElement(const QString& namespaceURI, const QString& localName, const QString& qName,
+        const QXmlAttributes& atts) override;
+    bool endElement(const QString& namespaceURI, const QString& localName, const QString& qName) override;
     bool characters(const QString& ch) override;
     void setDocumentLocator(QXmlLocator* lpLocator) override { m_lpLocator = lpLocator; }
     bool startDTD(const QString& name, const QString& publicId, const QString& systemId) override;

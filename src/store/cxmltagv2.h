@@ -20,13 +20,13 @@ class CXmlTagV2
 {
 public:
     enum Kind {
-        KindPlain = 0,       // no attributes
-        KindAttributes = 1,  // an element with attributes
-        KindText = 2         // written on one line as <name>text</name>
+        KindPlain = 0, // no attributes
+        KindAttributes = 1, // an element with attributes
+        KindText = 2 // written on one line as <name>text</name>
     };
 
-    explicit CXmlTagV2(const QString& qsName, const QString& qsValue = QString(),
-                       int nKind = KindPlain, CXmlTagV2* parent = nullptr);
+    explicit CXmlTagV2(
+        const QString& qsName, const QString& qsValue = QString(), int nKind = KindPlain, CXmlTagV2* parent = nullptr);
     CXmlTagV2(const CXmlTagV2&) = delete;
     CXmlTagV2& operator=(const CXmlTagV2&) = delete;
 

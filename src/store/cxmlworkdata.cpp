@@ -31,7 +31,8 @@ QString nameOf(const char* lpName)
 // The first of each name among an element's attributes or children. A
 // record holds a name cut at nMaxTextLength, so a longer name is also known
 // by its cut: it must be found again rather than get a cut twin.
-struct NameIndex {
+struct NameIndex
+{
     QHash<QString, int> exact;
     QHash<QByteArray, int> cut;
     bool built = false;
@@ -56,7 +57,8 @@ struct NameIndex {
     }
 };
 
-struct FontFlag {
+struct FontFlag
+{
     const char* name;
     bool (QFont::*get)() const;
     void (QFont::*set)(bool);
@@ -488,14 +490,9 @@ void CXMLWorkData::writeFloatZOR(const QString& qsName, float fValue)
 void CXMLWorkData::writeIntegerZOR(const QString& qsName, Qt::CheckState nState)
 {
     switch (nState) {
-    case Qt::Unchecked:
-        writeIntegerZOR(qsName, 0);
-        break;
+    case Qt::Unchecked: writeIntegerZOR(qsName, 0); break;
     case Qt::PartiallyChecked:
-    case Qt::Checked:
-        writeIntegerZOR(qsName, 1);
-        break;
-    default:
-        break;
+    case Qt::Checked: writeIntegerZOR(qsName, 1); break;
+    default: break;
     }
 }

@@ -14,14 +14,15 @@
 namespace {
 
 enum : quint8 {
-    Space = 1,        // white space between markup
-    NameStart = 2,    // may begin a name (ASCII only: others are declined)
-    NameFollow = 4,   // may follow in a name
-    TextStop = 8,     // ends a plain run of text: markup, entities, "]]>", bytes past ASCII
-    AttrStop = 16,    // the same in an attribute value (quotes are checked apart)
+    Space = 1, // white space between markup
+    NameStart = 2, // may begin a name (ASCII only: others are declined)
+    NameFollow = 4, // may follow in a name
+    TextStop = 8, // ends a plain run of text: markup, entities, "]]>", bytes past ASCII
+    AttrStop = 16, // the same in an attribute value (quotes are checked apart)
 };
 
-struct Classes {
+struct Classes
+{
     quint8 c[256] = {};
     Classes()
     {
@@ -64,12 +65,14 @@ public:
     bool run();
 
 private:
-    struct Open {
+    struct Open
+    {
         CXmlTagV2* tag;
         const char* name;
         int nameLength;
     };
-    struct Attribute {
+    struct Attribute
+    {
         const char* name;
         int nameLength;
         QString value;
@@ -184,7 +187,8 @@ bool Reader::character()
 // One of the five predefined entities, appended to out as its character.
 bool Reader::entity(QByteArray* out)
 {
-    static const struct {
+    static const struct
+    {
         const char* text;
         int length;
         char c;
@@ -312,7 +316,7 @@ bool Reader::content()
 bool Reader::startTag()
 {
     const int nLine = line();
-    ++m_p;  // "<"
+    ++m_p; // "<"
     const char* tagName = nullptr;
     int tagLength = 0;
     if (!name(tagName, tagLength) || m_stack.size() >= size_t(XmlWriter::nMaxDepth))
@@ -376,7 +380,7 @@ bool Reader::startTag()
 
 bool Reader::endTag()
 {
-    m_p += 2;  // "</"
+    m_p += 2; // "</"
     const Open& open = m_stack.back();
     if (m_end - m_p < open.nameLength || std::memcmp(m_p, open.name, size_t(open.nameLength)) != 0)
         return false;

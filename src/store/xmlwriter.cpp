@@ -17,8 +17,34 @@ namespace {
 // they are replaced. Replacing one never introduces another, so a single
 // pass over the name gives the same result as replacing them one by one.
 const char16_t kNameChars[] = {
-    u' ', u'&', u'>', u'<', u'"', u'\'', u'!', u':', u';', u'%', u'`', u'~', u'@', u'#',
-    u'$', u'^', u'*', u'(', u')', u'-', u'+', u'=', u'|', u'\\', u'ч', u'Ч', u',', u'/',
+    u' ',
+    u'&',
+    u'>',
+    u'<',
+    u'"',
+    u'\'',
+    u'!',
+    u':',
+    u';',
+    u'%',
+    u'`',
+    u'~',
+    u'@',
+    u'#',
+    u'$',
+    u'^',
+    u'*',
+    u'(',
+    u')',
+    u'-',
+    u'+',
+    u'=',
+    u'|',
+    u'\\',
+    u'ч',
+    u'Ч',
+    u',',
+    u'/',
 };
 
 bool isNameChar(char16_t c)
@@ -53,7 +79,8 @@ NameClass nameClass(QChar c)
 }
 
 // Byte-level tables for the hot loop of the writer.
-struct Tables {
+struct Tables
+{
     std::array<bool, 128> nameEscape{};
     std::array<const char*, 128> attrEscape{};
     std::array<const char*, 128> textEscape{};
@@ -287,9 +314,9 @@ bool Writer::checkName(const QString& name, const CXmlTagV2* tag, const QString*
         m_bNameBeyondAscii = true;
         const NameClass cls = nameClass(c);
         if (cls == NotName || (first && cls != NameStart))
-            return fail(tag, attribute, QStringLiteral("the name \"%1\" cannot %2 the character %3")
-                                            .arg(name, first ? QStringLiteral("begin with") : QStringLiteral("hold"),
-                                                 charName(c)));
+            return fail(tag, attribute,
+                QStringLiteral("the name \"%1\" cannot %2 the character %3")
+                    .arg(name, first ? QStringLiteral("begin with") : QStringLiteral("hold"), charName(c)));
         first = false;
     }
     if (stored.contains(QLatin1Char('_'))) {
@@ -300,9 +327,9 @@ bool Writer::checkName(const QString& name, const CXmlTagV2* tag, const QString*
         if (back != stored) {
             for (int i = 0; i < stored.size(); ++i)
                 if (back.size() <= i || back.at(i) != stored.at(i))
-                    return fail(tag, attribute, QStringLiteral("the name \"%1\" holds \"%2\", which reads back as \"%3\"")
-                                                    .arg(name, stored.mid(i, stored.indexOf(QLatin1Char('_'), i + 1) - i + 1),
-                                                         back.at(i)));
+                    return fail(tag, attribute,
+                        QStringLiteral("the name \"%1\" holds \"%2\", which reads back as \"%3\"")
+                            .arg(name, stored.mid(i, stored.indexOf(QLatin1Char('_'), i + 1) - i + 1), back.at(i)));
         }
     }
     return true;
@@ -317,7 +344,8 @@ bool Writer::checkText(const QString& text, const CXmlTagV2* tag, const QString*
         if (u < 128) {
             if (t.suspicious[u] && u != '\r') {
                 if (u < 0x20)
-                    return fail(tag, attribute, QStringLiteral("the control character %1 cannot be stored").arg(charName(c)));
+                    return fail(
+                        tag, attribute, QStringLiteral("the control character %1 cannot be stored").arg(charName(c)));
                 closer = true;
             }
         } else if (m_enc.codec) {
@@ -333,8 +361,9 @@ bool Writer::checkText(const QString& text, const CXmlTagV2* tag, const QString*
                 continue;
             }
             if (p[i].isSurrogate() || (!m_utf8 && p[i].unicode() >= 128 && !m_enc.codec->canEncode(p[i])))
-                return fail(tag, attribute, QStringLiteral("the character %1 has no code in %2")
-                                                .arg(charName(p[i]), QString::fromLatin1(m_enc.name)));
+                return fail(tag, attribute,
+                    QStringLiteral("the character %1 has no code in %2")
+                        .arg(charName(p[i]), QString::fromLatin1(m_enc.name)));
         }
     }
     if (!closer)
@@ -342,9 +371,9 @@ bool Writer::checkText(const QString& text, const CXmlTagV2* tag, const QString*
     // The reader decodes a few escapes once more after the XML entities; a
     // value holding one of them would not come back as it was. (Every
     // escape it decodes begins with one of these.)
-    static const QLatin1String kDecodedAgain[] = {
-        QLatin1String("&nbsp;"), QLatin1String("&amp;"), QLatin1String("&gt;"), QLatin1String("&lt;"),
-        QLatin1String("&quot;"), QLatin1String("&apos;"), QLatin1String("_33_")};
+    static const QLatin1String kDecodedAgain[] = {QLatin1String("&nbsp;"), QLatin1String("&amp;"),
+        QLatin1String("&gt;"), QLatin1String("&lt;"), QLatin1String("&quot;"), QLatin1String("&apos;"),
+        QLatin1String("_33_")};
     const QString stored = XmlWriter::storedText(text, m_enc);
     const QChar* p = stored.constData();
     const int n = stored.size();
@@ -354,8 +383,9 @@ bool Writer::checkText(const QString& text, const CXmlTagV2* tag, const QString*
         const QStringView rest = QStringView(p + i, n - i);
         for (const QLatin1String& escape : kDecodedAgain)
             if (rest.startsWith(escape))
-                return fail(tag, attribute, QStringLiteral("the text \"%1\" would be read back as \"%2\"")
-                                                .arg(escape, CXmlDefaultHandler::decodeValue(escape)));
+                return fail(tag, attribute,
+                    QStringLiteral("the text \"%1\" would be read back as \"%2\"")
+                        .arg(escape, CXmlDefaultHandler::decodeValue(escape)));
     }
     return true;
 }
@@ -396,7 +426,8 @@ bool Writer::openTag(const CXmlTagV2* tag, int level, bool& leaf)
 {
     const Tables& t = tables();
     if (level >= XmlWriter::nMaxDepth)
-        return fail(tag, nullptr, QStringLiteral("elements nested deeper than %1 are not saved").arg(int(XmlWriter::nMaxDepth)));
+        return fail(tag, nullptr,
+            QStringLiteral("elements nested deeper than %1 are not saved").arg(int(XmlWriter::nMaxDepth)));
     const CFxXmListlTag& children = tag->children();
     if (!tag->value().isEmpty() && !children.isEmpty())
         return fail(tag, nullptr, QStringLiteral("holds both text and child elements; the text would be lost"));
@@ -447,14 +478,15 @@ bool Writer::run(const CFxXmListlTag& topTags)
     m_out += "<?xml version=\"1.0\" encoding=\"";
     m_out += m_enc.name;
     m_out += "\"?>\n";
-    struct Frame {
+    struct Frame
+    {
         const CXmlTagV2* tag;
         int next;
     };
     std::vector<Frame> stack;
     if (topTags.count() > 1)
         return fail(topTags.getNumTag(1), nullptr,
-                    QStringLiteral("a document holds one top-level element; a second one would not read back"));
+            QStringLiteral("a document holds one top-level element; a second one would not read back"));
     for (int top = 0; top < topTags.count(); ++top) {
         stack.push_back(Frame{topTags.getNumTag(top), -1});
         while (!stack.empty()) {
@@ -560,8 +592,8 @@ QByteArray XmlWriter::render(const CFxXmListlTag& topTags)
     return out;
 }
 
-bool XmlWriter::render(const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out, QString* error,
-                       bool* lpReadBack)
+bool XmlWriter::render(
+    const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out, QString* error, bool* lpReadBack)
 {
     out.clear();
     out.reserve(4096);

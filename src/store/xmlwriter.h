@@ -46,10 +46,11 @@ public:
     // The text encoding of a document. Without a codec the module's own
     // Windows-1251 rule is used (characters it lacks become "_"); with one,
     // a character the codec cannot hold is refused.
-    struct Encoding {
-        QByteArray name = "windows-1251";  // as the declaration names it
+    struct Encoding
+    {
+        QByteArray name = "windows-1251"; // as the declaration names it
         QTextCodec* codec = nullptr;
-        bool bom = false;                  // a UTF-8 byte-order mark first
+        bool bom = false; // a UTF-8 byte-order mark first
         bool isUtf8() const;
     };
 
@@ -57,8 +58,8 @@ public:
     // *lpReadBack (when given) tells whether the rendering holds what only
     // the reader itself can judge (names beyond ASCII), so that a caller
     // who must be sure reads it back.
-    static bool render(const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out,
-                       QString* error, bool* lpReadBack = nullptr);
+    static bool render(const CFxXmListlTag& topTags, const Encoding& encoding, QByteArray& out, QString* error,
+        bool* lpReadBack = nullptr);
 
     // The reverse of the name encoding: _N_ tokens of the 28 codes, read left
     // to right, become their characters.

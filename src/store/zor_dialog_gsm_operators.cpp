@@ -5,13 +5,12 @@
 #include <QTreeWidget>
 
 ZOR_Dialog_GSM_Operators::ZOR_Dialog_GSM_Operators(QWidget* parent)
-    : ZOR_Dialog_XmlList(QStringLiteral("/Localization/Temp/gsm_operators.xml"),
-                         QStringLiteral("GSM_OPERATORS"), QStringLiteral("GSM_OPERATOR"),
-                         {{QStringLiteral("name"), QStringLiteral("lst_030")},
-                          {QStringLiteral("login"), QStringLiteral("lst_031")},
-                          {QStringLiteral("password"), QStringLiteral("lst_032")},
-                          {QStringLiteral("apn"), QStringLiteral("lst_033")}},
-                         parent)
+    : ZOR_Dialog_XmlList(QStringLiteral("/Localization/Temp/gsm_operators.xml"), QStringLiteral("GSM_OPERATORS"),
+        QStringLiteral("GSM_OPERATOR"),
+        {{QStringLiteral("name"), QStringLiteral("lst_030")}, {QStringLiteral("login"), QStringLiteral("lst_031")},
+            {QStringLiteral("password"), QStringLiteral("lst_032")},
+            {QStringLiteral("apn"), QStringLiteral("lst_033")}},
+        parent)
 {
     treeWidget()->setColumnWidth(Name + 1, 180);
     readFile();
@@ -32,12 +31,11 @@ QStringList ZOR_Dialog_GSM_Operators::getFirstByName(const QString& qsName) cons
     return QStringList();
 }
 
-QStringList ZOR_Dialog_GSM_Operators::getFirstByFields(const QString& qsApn, const QString& qsLogin,
-                                                       const QString& qsPassword) const
+QStringList ZOR_Dialog_GSM_Operators::getFirstByFields(
+    const QString& qsApn, const QString& qsLogin, const QString& qsPassword) const
 {
     for (const QStringList& record : vRecords) {
-        if (record.value(Apn) == qsApn && record.value(Login) == qsLogin
-            && record.value(Password) == qsPassword)
+        if (record.value(Apn) == qsApn && record.value(Login) == qsLogin && record.value(Password) == qsPassword)
             return record;
     }
     return QStringList();

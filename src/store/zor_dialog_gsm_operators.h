@@ -25,8 +25,7 @@ public:
     QStringList getFirstByName(const QString& qsName) const;
     // The first record with this access point, login and password, or an
     // empty list (a form that shows the settings of a SIM finds its operator).
-    QStringList getFirstByFields(const QString& qsApn, const QString& qsLogin,
-                                 const QString& qsPassword) const;
+    QStringList getFirstByFields(const QString& qsApn, const QString& qsLogin, const QString& qsPassword) const;
 
     const QVector<QStringList>& records() const { return vRecords; }
 

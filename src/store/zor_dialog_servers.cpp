@@ -10,7 +10,8 @@ enum Column { NameColumn = 1, DnsColumn = 2, PortColumn = 3 };
 
 // Preset platform records whose receiver moved to another port. User files
 // written before the move still carry the old port; reading puts it right.
-struct PortMove {
+struct PortMove
+{
     const char* name;
     const char* host;
     const char* oldPort;
@@ -24,11 +25,10 @@ const PortMove kPortMoves[] = {
 
 ZOR_Dialog_Servers::ZOR_Dialog_Servers(QWidget* parent)
     : ZOR_Dialog_XmlList(QStringLiteral("/Localization/Temp/servers.xml"), QStringLiteral("SERVERS"),
-                         QStringLiteral("SERVER"),
-                         {{QStringLiteral("name"), QStringLiteral("lst_020")},
-                          {QStringLiteral("ip"), QStringLiteral("lst_021")},
-                          {QStringLiteral("port"), QStringLiteral("lst_022")}},
-                         parent)
+        QStringLiteral("SERVER"),
+        {{QStringLiteral("name"), QStringLiteral("lst_020")}, {QStringLiteral("ip"), QStringLiteral("lst_021")},
+            {QStringLiteral("port"), QStringLiteral("lst_022")}},
+        parent)
 {
     treeWidget()->setColumnWidth(NameColumn, 200);
     treeWidget()->setColumnWidth(DnsColumn, 200);
@@ -59,8 +59,7 @@ ZOR_Server* ZOR_Dialog_Servers::getServer4DNS(const QString& qsDns, int nPort) c
 {
     const QString qsWanted = qsDns.trimmed();
     for (ZOR_Server* server : vServers) {
-        if (server->getPort() == nPort
-            && server->getDNS().trimmed().compare(qsWanted, Qt::CaseInsensitive) == 0)
+        if (server->getPort() == nPort && server->getDNS().trimmed().compare(qsWanted, Qt::CaseInsensitive) == 0)
             return server;
     }
     return nullptr;
@@ -80,8 +79,7 @@ void ZOR_Dialog_Servers::addServer(const QString& qsDns, int nPort)
 void ZOR_Dialog_Servers::fixupRecord(QStringList& fields)
 {
     for (const PortMove& move : kPortMoves) {
-        if (fields.value(0) == QLatin1String(move.name)
-            && fields.value(1) == QLatin1String(move.host)
+        if (fields.value(0) == QLatin1String(move.name) && fields.value(1) == QLatin1String(move.host)
             && fields.value(2) == QLatin1String(move.oldPort))
             fields[2] = QLatin1String(move.newPort);
     }

@@ -37,8 +37,7 @@ QString attentionTitle()
 } // namespace
 
 ZOR_Dialog_XmlList::ZOR_Dialog_XmlList(const QString& qsFileSubPath_, const QString& qsRootElement_,
-                                       const QString& qsRecordElement_,
-                                       const QVector<ZOR_XmlListField>& fields, QWidget* parent)
+    const QString& qsRecordElement_, const QVector<ZOR_XmlListField>& fields, QWidget* parent)
     : QDialog(parent, configDialogFlags())
     , ui(new Ui::ZOR_Dialog_XmlList)
     , qsFileSubPath(qsFileSubPath_)
@@ -58,11 +57,10 @@ ZOR_Dialog_XmlList::ZOR_Dialog_XmlList(const QString& qsFileSubPath_, const QStr
     connect(ui->pushButton_Cancel, &QPushButton::clicked, this, &ZOR_Dialog_XmlList::slot_pressed_Btn_Cancel);
     connect(ui->treeWidget, &QTreeWidget::currentItemChanged, this, [this] { updateButtons(); });
     // Column 0 is the row marker; only the fields of the user's rows are edited.
-    connect(ui->treeWidget, &QTreeWidget::itemDoubleClicked, this,
-            [this](QTreeWidgetItem* item, int nColumn) {
-                if (nColumn > 0 && !isDefaultItem(item))
-                    ui->treeWidget->editItem(item, nColumn);
-            });
+    connect(ui->treeWidget, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* item, int nColumn) {
+        if (nColumn > 0 && !isDefaultItem(item))
+            ui->treeWidget->editItem(item, nColumn);
+    });
 
     translateForm();
     updateButtons();
@@ -102,17 +100,16 @@ QString ZOR_Dialog_XmlList::defaultFilePath() const
 {
     const QString qsLanguage = programLanguage();
     if (!qsLanguage.isEmpty() && qsLanguage != QLatin1String("ru")) {
-        const QString qsCandidate =
-            appDataDirectory() + localizedFileSubPath(QLatin1Char('_') + qsLanguage);
+        const QString qsCandidate = appSharedDataDirectory() + localizedFileSubPath(QLatin1Char('_') + qsLanguage);
         if (QFileInfo::exists(qsCandidate))
             return qsCandidate;
     }
-    return appDataDirectory() + qsFileSubPath;
+    return appSharedDataDirectory() + qsFileSubPath;
 }
 
 QString ZOR_Dialog_XmlList::userFilePath() const
 {
-    return appDataDirectory() + localizedFileSubPath(QStringLiteral("_user"));
+    return appUserDataDirectory() + localizedFileSubPath(QStringLiteral("_user"));
 }
 
 QList<QStringList> ZOR_Dialog_XmlList::readRecords(const QString& qsPath, bool& bOk) const
@@ -175,13 +172,11 @@ bool ZOR_Dialog_XmlList::keepBadUserFile()
     const bool bMove = QFileInfo(qsPath).size() > nMaxFileBytes;
     if (!(bMove ? QFile::rename(qsPath, qsCopy) : QFile::copy(qsPath, qsCopy))) {
         ask(this, QMessageBox::Critical, attentionTitle(),
-            zorTr(QStringLiteral("lst_009")).arg(QDir::toNativeSeparators(qsPath)),
-            {zorTr(QStringLiteral("wrd_003"))});
+            zorTr(QStringLiteral("lst_009")).arg(QDir::toNativeSeparators(qsPath)), {zorTr(QStringLiteral("wrd_003"))});
         return false;
     }
     ask(this, QMessageBox::Warning, attentionTitle(),
-        zorTr(QStringLiteral("lst_008"))
-            .arg(QDir::toNativeSeparators(qsPath), QDir::toNativeSeparators(qsCopy)),
+        zorTr(QStringLiteral("lst_008")).arg(QDir::toNativeSeparators(qsPath), QDir::toNativeSeparators(qsCopy)),
         {zorTr(QStringLiteral("wrd_003"))});
     return true;
 }
@@ -200,8 +195,7 @@ bool ZOR_Dialog_XmlList::writeRecords(const QList<QStringList>& records)
     // kept; the old file stays whole either way.
     const auto failed = [&] {
         ask(this, QMessageBox::Critical, attentionTitle(),
-            zorTr(QStringLiteral("lst_011"))
-                .arg(QDir::toNativeSeparators(qsPath), file.errorString()),
+            zorTr(QStringLiteral("lst_011")).arg(QDir::toNativeSeparators(qsPath), file.errorString()),
             {zorTr(QStringLiteral("wrd_003"))});
         return false;
     };
@@ -321,8 +315,7 @@ void ZOR_Dialog_XmlList::updateButtons()
     const int nIndex = item ? ui->treeWidget->indexOfTopLevelItem(item) : -1;
     ui->toolButton_Del->setEnabled(item && !isDefaultItem(item));
     ui->toolButton_Up->setEnabled(nIndex > 0);
-    ui->toolButton_Down->setEnabled(nIndex >= 0
-                                    && nIndex < ui->treeWidget->topLevelItemCount() - 1);
+    ui->toolButton_Down->setEnabled(nIndex >= 0 && nIndex < ui->treeWidget->topLevelItemCount() - 1);
 }
 
 void ZOR_Dialog_XmlList::moveSelectedItem(int nDirection)
@@ -398,7 +391,7 @@ void ZOR_Dialog_XmlList::slot_pressed_Btn_Del()
     if (!qsQuestion.isEmpty()
         && ask(this, QMessageBox::Question, attentionTitle(), qsQuestion,
                {zorTr(QStringLiteral("wrd_001")), zorTr(QStringLiteral("wrd_002"))})
-               != 0)
+            != 0)
         return;
     delete item;
     renumberRows();
@@ -434,8 +427,8 @@ void ZOR_Dialog_XmlList::reject()
 
 // --- message boxes ---------------------------------------------------------
 
-int ZOR_Dialog_XmlList::ask(QWidget* parent, QMessageBox::Icon icon, const QString& qsTitle,
-                            const QString& qsText, const QStringList& buttons)
+int ZOR_Dialog_XmlList::ask(
+    QWidget* parent, QMessageBox::Icon icon, const QString& qsTitle, const QString& qsText, const QStringList& buttons)
 {
     if (answerer())
         return answerer()(icon, qsTitle, qsText, buttons);
@@ -454,14 +447,12 @@ void ZOR_Dialog_XmlList::setAnswerer(const Answerer& hook)
     answerer() = hook;
 }
 
-bool ZOR_Dialog_XmlList::askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel,
-                                 QString& qsValue)
+bool ZOR_Dialog_XmlList::askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel, QString& qsValue)
 {
     if (textAnswerer())
         return textAnswerer()(qsTitle, qsLabel, qsValue);
     bool bOk = false;
-    const QString qsText = QInputDialog::getText(parent, qsTitle, qsLabel, QLineEdit::Normal,
-                                                 qsValue, &bOk);
+    const QString qsText = QInputDialog::getText(parent, qsTitle, qsLabel, QLineEdit::Normal, qsValue, &bOk);
     if (bOk)
         qsValue = qsText;
     return bOk;
@@ -474,12 +465,34 @@ void ZOR_Dialog_XmlList::setTextAnswerer(const TextAnswerer& hook)
 
 // --- default hooks -----------------------------------------------------------
 
-void ZOR_Dialog_XmlList::fixupRecord(QStringList&) {}
-void ZOR_Dialog_XmlList::initNewItem(QTreeWidgetItem*) {}
-bool ZOR_Dialog_XmlList::validateBeforeSave() { return true; }
-QString ZOR_Dialog_XmlList::dedupKey(const QStringList&) { return QString(); }
-QString ZOR_Dialog_XmlList::confirmDeleteText() { return QString(); }
-void ZOR_Dialog_XmlList::appendRecord(const QStringList&, bool) {}
-void ZOR_Dialog_XmlList::clearRecords() {}
-void ZOR_Dialog_XmlList::prepareSaveRecord(QStringList&) {}
-bool ZOR_Dialog_XmlList::shouldSkipRow(QTreeWidgetItem*) { return false; }
+void ZOR_Dialog_XmlList::fixupRecord(QStringList&)
+{
+}
+void ZOR_Dialog_XmlList::initNewItem(QTreeWidgetItem*)
+{
+}
+bool ZOR_Dialog_XmlList::validateBeforeSave()
+{
+    return true;
+}
+QString ZOR_Dialog_XmlList::dedupKey(const QStringList&)
+{
+    return QString();
+}
+QString ZOR_Dialog_XmlList::confirmDeleteText()
+{
+    return QString();
+}
+void ZOR_Dialog_XmlList::appendRecord(const QStringList&, bool)
+{
+}
+void ZOR_Dialog_XmlList::clearRecords()
+{
+}
+void ZOR_Dialog_XmlList::prepareSaveRecord(QStringList&)
+{
+}
+bool ZOR_Dialog_XmlList::shouldSkipRow(QTreeWidgetItem*)
+{
+    return false;
+}

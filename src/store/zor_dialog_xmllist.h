@@ -3,7 +3,8 @@
 
 // Editor of a list that ships with a default file and may be extended by the
 // user. The default file is never written; the user's own records live in a
-// second file beside it ("<name>_user.xml"). Both are UTF-8 XML: a root
+// second file, "<name>_user.xml", beside it in a build tree and below the
+// user's data folder otherwise (appUserDataDirectory()). Both are UTF-8 XML: a root
 // element with one empty element per record, one attribute per field.
 //
 // Column 0 of the tree marks the row (number, default rows greyed and
@@ -28,8 +29,9 @@ namespace Ui {
 class ZOR_Dialog_XmlList;
 }
 
-struct ZOR_XmlListField {
-    QString qsAttribute;  // attribute name in the file
+struct ZOR_XmlListField
+{
+    QString qsAttribute; // attribute name in the file
     QString qsCaptionKey; // language key of the column caption
 };
 
@@ -41,9 +43,8 @@ public:
     // A user's file larger than this is not read (and so kept aside).
     static constexpr qint64 nMaxFileBytes = ZOR_XmlListFile::nMaxFileBytes;
 
-    ZOR_Dialog_XmlList(const QString& qsFileSubPath, const QString& qsRootElement,
-                       const QString& qsRecordElement, const QVector<ZOR_XmlListField>& fields,
-                       QWidget* parent = nullptr);
+    ZOR_Dialog_XmlList(const QString& qsFileSubPath, const QString& qsRootElement, const QString& qsRecordElement,
+        const QVector<ZOR_XmlListField>& fields, QWidget* parent = nullptr);
     ~ZOR_Dialog_XmlList() override;
 
     // Clears the records and the tree and reads the default file, then the
@@ -84,17 +85,15 @@ public:
     // handling) goes through ask(): the buttons are given as texts and the
     // index of the pressed one is returned (-1 when closed otherwise). Tests
     // install an answerer so that nothing modal ever waits for a hand.
-    using Answerer = std::function<int(QMessageBox::Icon, const QString& qsTitle,
-                                       const QString& qsText, const QStringList& buttons)>;
-    static int ask(QWidget* parent, QMessageBox::Icon icon, const QString& qsTitle,
-                   const QString& qsText, const QStringList& buttons);
+    using Answerer = std::function<int(
+        QMessageBox::Icon, const QString& qsTitle, const QString& qsText, const QStringList& buttons)>;
+    static int ask(QWidget* parent, QMessageBox::Icon icon, const QString& qsTitle, const QString& qsText,
+        const QStringList& buttons);
     static void setAnswerer(const Answerer& answerer);
     // The same for a line of text: false when cancelled, else qsValue holds
     // the text entered (it comes in as the proposal).
-    using TextAnswerer = std::function<bool(const QString& qsTitle, const QString& qsLabel,
-                                            QString& qsValue)>;
-    static bool askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel,
-                        QString& qsValue);
+    using TextAnswerer = std::function<bool(const QString& qsTitle, const QString& qsLabel, QString& qsValue)>;
+    static bool askText(QWidget* parent, const QString& qsTitle, const QString& qsLabel, QString& qsValue);
     static void setTextAnswerer(const TextAnswerer& answerer);
 
 public slots:
@@ -131,7 +130,8 @@ protected:
 
     // Language keys of the window title and the buttons; a subclass with
     // texts of its own sets them before translateForm() runs.
-    struct CaptionKeys {
+    struct CaptionKeys
+    {
         const char* lpTitle = "lst_001";
         const char* lpSave = "lst_002";
         const char* lpCancel = "lst_003";

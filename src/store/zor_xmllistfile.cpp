@@ -5,9 +5,11 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-ZOR_XmlListFile::ZOR_XmlListFile(const QString& qsRootElement_, const QString& qsRecordElement_,
-                                 const QStringList& attributes_)
-    : qsRootElement(qsRootElement_), qsRecordElement(qsRecordElement_), attributes(attributes_)
+ZOR_XmlListFile::ZOR_XmlListFile(
+    const QString& qsRootElement_, const QString& qsRecordElement_, const QStringList& attributes_)
+    : qsRootElement(qsRootElement_)
+    , qsRecordElement(qsRecordElement_)
+    , attributes(attributes_)
 {
 }
 

@@ -18,8 +18,7 @@ public:
     // A file larger than this is no list (and is not read).
     static constexpr qint64 nMaxFileBytes = 16 * 1024 * 1024;
 
-    ZOR_XmlListFile(const QString& qsRootElement, const QString& qsRecordElement,
-                    const QStringList& attributes);
+    ZOR_XmlListFile(const QString& qsRootElement, const QString& qsRecordElement, const QStringList& attributes);
 
     // The records of a file's content, one value per attribute ("" when the
     // record lacks it). bOk is false for a list of another kind (another root

@@ -264,18 +264,17 @@ void TmiPage_Base::appendColumnTexts(int n, QString& out, QLatin1String before, 
     out.append(QString::fromUtf8(utf8.constData(), utf8.size()));
 }
 
-void TmiPage_Base::appendColumnTexts(int n, QByteArray& out, const QByteArray& before,
-                                     const QByteArray& after) const
+void TmiPage_Base::appendColumnTexts(int n, QByteArray& out, const QByteArray& before, const QByteArray& after) const
 {
     if (csvColumnCount(n))
         ZorTmi::appendColumns(out, n, arrBlock, ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after);
 }
 
 void TmiPage_Base::appendColumnTexts(const TmiPage_Base& columns, QByteArray& out, const QByteArray& before,
-                                     const QByteArray& after, const ZorTmi::LineOptions& line) const
+    const QByteArray& after, const ZorTmi::LineOptions& line) const
 {
     ZorTmi::appendColumns(out, columns.arrMask, columns.nLastField, arrBlock,
-                          ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after, line);
+        ZorTmi::Presence{arrMask, nLastField, nCutField}, before, after, line);
 }
 
 // ---- date and time ---------------------------------------------------------
@@ -287,11 +286,26 @@ QDateTime TmiPage_Base::timeValue(int columnId, Qt::TimeSpec timeSpec, int shift
     return QDateTime::fromSecsSinceEpoch(qint64(secs) + shift, timeSpec);
 }
 
-QDateTime TmiPage_Base::getDateTime() const { return timeValue(ZorTmi::Col_Time, Qt::LocalTime, 0); }
-QDateTime TmiPage_Base::getDateTimeUTC() const { return timeValue(ZorTmi::Col_Time, Qt::UTC, 0); }
-QDateTime TmiPage_Base::getDateTimeUTC_Offset() const { return timeValue(ZorTmi::Col_Time, Qt::UTC, nUtcOffset); }
-QDateTime TmiPage_Base::getLastDateTime() const { return timeValue(ZorTmi::Col_LastTime, Qt::LocalTime, 0); }
-QDateTime TmiPage_Base::getLastDateTimeUTC() const { return timeValue(ZorTmi::Col_LastTime, Qt::UTC, 0); }
+QDateTime TmiPage_Base::getDateTime() const
+{
+    return timeValue(ZorTmi::Col_Time, Qt::LocalTime, 0);
+}
+QDateTime TmiPage_Base::getDateTimeUTC() const
+{
+    return timeValue(ZorTmi::Col_Time, Qt::UTC, 0);
+}
+QDateTime TmiPage_Base::getDateTimeUTC_Offset() const
+{
+    return timeValue(ZorTmi::Col_Time, Qt::UTC, nUtcOffset);
+}
+QDateTime TmiPage_Base::getLastDateTime() const
+{
+    return timeValue(ZorTmi::Col_LastTime, Qt::LocalTime, 0);
+}
+QDateTime TmiPage_Base::getLastDateTimeUTC() const
+{
+    return timeValue(ZorTmi::Col_LastTime, Qt::UTC, 0);
+}
 QDateTime TmiPage_Base::getLastDateTimeUTC_Offset() const
 {
     return timeValue(ZorTmi::Col_LastTime, Qt::UTC, nUtcOffset);
@@ -317,7 +331,7 @@ QString TmiPage_Base::getStrDateTimeUTC_Offset() const
         : QString();
     return QStringLiteral("%1%2 %3 %4")
         .arg(t.toString(QStringLiteral("hh:mm:ss")), ms, t.toString(QStringLiteral("dd.MM.yyyy")),
-             getStrUtcZone(nUtcOffset));
+            getStrUtcZone(nUtcOffset));
 }
 
 QString TmiPage_Base::shiftedTimeText(int field, const QDateTime& t) const
@@ -326,7 +340,7 @@ QString TmiPage_Base::shiftedTimeText(int field, const QDateTime& t) const
         return notAvailable();
     return QStringLiteral("%1 %2 %3")
         .arg(t.toString(QStringLiteral("hh:mm:ss")), t.toString(QStringLiteral("dd.MM.yyyy")),
-             getStrUtcZone(nUtcOffset));
+            getStrUtcZone(nUtcOffset));
 }
 
 QString TmiPage_Base::getStrLastDateTimeUTC_Offset() const
@@ -334,8 +348,14 @@ QString TmiPage_Base::getStrLastDateTimeUTC_Offset() const
     return shiftedTimeText(kLastTimeField, getLastDateTimeUTC_Offset());
 }
 
-QDateTime TmiPage_Base::getLbsDateTime() const { return timeValue(ZorTmi::Col_LbsTime, Qt::LocalTime, 0); }
-QDateTime TmiPage_Base::getLbsDateTimeUTC() const { return timeValue(ZorTmi::Col_LbsTime, Qt::UTC, 0); }
+QDateTime TmiPage_Base::getLbsDateTime() const
+{
+    return timeValue(ZorTmi::Col_LbsTime, Qt::LocalTime, 0);
+}
+QDateTime TmiPage_Base::getLbsDateTimeUTC() const
+{
+    return timeValue(ZorTmi::Col_LbsTime, Qt::UTC, 0);
+}
 QDateTime TmiPage_Base::getLbsDateTimeUTC_Offset() const
 {
     return timeValue(ZorTmi::Col_LbsTime, Qt::UTC, nUtcOffset);
@@ -416,9 +436,18 @@ void TmiPage_Base::setExtTMI(const szExtTMI_KITE3* ext)
         extRecord = *ext;
 }
 
-quint16 TmiPage_Base::getCode_Ext() const { return qFromLittleEndian(extRecord.Code); }
-qint32 TmiPage_Base::getLatitude_Ext() const { return qFromLittleEndian(extRecord.Latitude); }
-qint32 TmiPage_Base::getLongitude_Ext() const { return qFromLittleEndian(extRecord.Longitude); }
+quint16 TmiPage_Base::getCode_Ext() const
+{
+    return qFromLittleEndian(extRecord.Code);
+}
+qint32 TmiPage_Base::getLatitude_Ext() const
+{
+    return qFromLittleEndian(extRecord.Latitude);
+}
+qint32 TmiPage_Base::getLongitude_Ext() const
+{
+    return qFromLittleEndian(extRecord.Longitude);
+}
 
 namespace {
 
@@ -500,19 +529,34 @@ void extToBlock(const szExtTMI_KITE3& e, unsigned char* block, unsigned char* ma
 {
     const quint16 state = qFromLittleEndian(e.State);
     const quint16 outputs = qFromLittleEndian(e.Outputs);
-    const float speed = float(qFromLittleEndian(e.Speed)) / 10.0f;      // km/h x 10 -> km/h
+    const float speed = float(qFromLittleEndian(e.Speed)) / 10.0f; // km/h x 10 -> km/h
     const float mileage = float(qFromLittleEndian(e.Mileage)) / 1000.0f; // metres -> km
     quint32 speedBits, mileageBits;
     std::memcpy(&speedBits, &speed, 4);
     std::memcpy(&mileageBits, &mileage, 4);
-    const struct { int n; quint32 v; } values[] = {
-        {1, qFromLittleEndian(e.NumPage)}, {2, qFromLittleEndian(e.Code)}, {3, qFromLittleEndian(e.Time)},
-        {4, quint32(state & 0xFF)}, {5, quint32(state >> 8)}, {8, e.NaviState},
-        {9, qFromLittleEndian(e.LastTime)}, {10, quint32(qFromLittleEndian(e.Latitude))},
-        {11, quint32(qFromLittleEndian(e.Longitude))}, {12, quint32(qFromLittleEndian(e.Altitude))},
-        {13, speedBits}, {14, qFromLittleEndian(e.Course)}, {15, mileageBits},
-        {31, quint32(outputs & 0xFF)}, {32, quint32(outputs >> 8)},
-        {33, qFromLittleEndian(e.Imp1)}, {34, qFromLittleEndian(e.Imp2)}, {37, qFromLittleEndian(e.Motochas)},
+    const struct
+    {
+        int n;
+        quint32 v;
+    } values[] = {
+        {1, qFromLittleEndian(e.NumPage)},
+        {2, qFromLittleEndian(e.Code)},
+        {3, qFromLittleEndian(e.Time)},
+        {4, quint32(state & 0xFF)},
+        {5, quint32(state >> 8)},
+        {8, e.NaviState},
+        {9, qFromLittleEndian(e.LastTime)},
+        {10, quint32(qFromLittleEndian(e.Latitude))},
+        {11, quint32(qFromLittleEndian(e.Longitude))},
+        {12, quint32(qFromLittleEndian(e.Altitude))},
+        {13, speedBits},
+        {14, qFromLittleEndian(e.Course)},
+        {15, mileageBits},
+        {31, quint32(outputs & 0xFF)},
+        {32, quint32(outputs >> 8)},
+        {33, qFromLittleEndian(e.Imp1)},
+        {34, qFromLittleEndian(e.Imp2)},
+        {37, qFromLittleEndian(e.Motochas)},
     };
     for (const auto& v : values) {
         const ZorTmi::FieldInfo& f = ZorTmi::field(v.n);
@@ -565,8 +609,7 @@ void TmiPage_Base::appendExcelDataExt(QByteArray& out, const TmiPage_Base& recor
     line.codeText = codeText;
     line.timeWithMiliSec = true;
     ZorTmi::appendColumns(out, arrMask, nLastField, block,
-                          ZorTmi::Presence{mask, ZorTmi::FieldCount, ZorTmi::FieldCount + 1}, cellBefore(),
-                          cellAfter(), line);
+        ZorTmi::Presence{mask, ZorTmi::FieldCount, ZorTmi::FieldCount + 1}, cellBefore(), cellAfter(), line);
     if (bFlag) {
         const int size = qMin(int(record.extRecord.VisibleSize), int(sizeof record.extRecord.Visible));
         out.append(cellBefore());

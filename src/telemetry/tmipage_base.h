@@ -57,8 +57,8 @@ public:
     static std::unique_ptr<TmiPage_Base> create(int nVersion);
 
     void setPageFormat(const QString& format);
-    void setPageFormat(const unsigned char* mask);  // 32 bytes
-    void getPageFormat(QByteArray& mask) const;     // the 32 mask bytes
+    void setPageFormat(const unsigned char* mask); // 32 bytes
+    void getPageFormat(QByteArray& mask) const; // the 32 mask bytes
     QString getStrFormat() const;
 
     int lastField() const { return nLastField; }
@@ -100,8 +100,7 @@ public:
     // record) has in its field set, in field order, with this record's
     // texts: one CSV data line without its line end.
     void appendColumnTexts(const TmiPage_Base& columns, QByteArray& out, const QByteArray& before,
-                           const QByteArray& after,
-                           const ZorTmi::LineOptions& line = ZorTmi::LineOptions()) const;
+        const QByteArray& after, const ZorTmi::LineOptions& line = ZorTmi::LineOptions()) const;
 
     // CSV export -----------------------------------------------------------
     // This object defines the columns: every field of its field set (in
@@ -189,7 +188,7 @@ protected:
         bool flag = false;
         int formatType = 0;
         int versionType = 0;
-        const void* block = nullptr;  // a value block of the version's size
+        const void* block = nullptr; // a value block of the version's size
         const szExtTMI_KITE3* ext = nullptr;
     };
     TmiPage_Base(const Init& init, QObject* parent);
@@ -242,54 +241,52 @@ private:
 //                        bytes and a decoded value block;
 //   Class(block)         a decoded value block, empty field set;
 //   getCurrentTMI()      a copy of the value block.
-#define ZOR_TMI_RECORD_MEMBERS(Class, Block)                                                 \
-    explicit Class(const QString& format, bool flag = false, QObject* parent = nullptr);     \
-    Class(int formatType, int versionType, const QString& format, const Block* tmi,          \
-          QObject* parent = nullptr);                                                        \
-    explicit Class(const Block* tmi, QObject* parent = nullptr);                             \
+#define ZOR_TMI_RECORD_MEMBERS(Class, Block)                                                                           \
+    explicit Class(const QString& format, bool flag = false, QObject* parent = nullptr);                               \
+    Class(int formatType, int versionType, const QString& format, const Block* tmi, QObject* parent = nullptr);        \
+    explicit Class(const Block* tmi, QObject* parent = nullptr);                                                       \
     Block getCurrentTMI() const;
 
-#define ZOR_TMI_RECORD_MEMBERS_IMPL(Class, Block, LastField)                                 \
-    Class::Class(const QString& format, bool flag, QObject* parent)                          \
-        : TmiPage_Base(Init{LastField, format, flag}, parent)                                \
-    {                                                                                        \
-    }                                                                                        \
-    Class::Class(int formatType, int versionType, const QString& format, const Block* tmi,   \
-                 QObject* parent)                                                            \
-        : TmiPage_Base(Init{LastField, format, false, formatType, versionType, tmi}, parent) \
-    {                                                                                        \
-    }                                                                                        \
-    Class::Class(const Block* tmi, QObject* parent)                                          \
-        : TmiPage_Base(Init{LastField, QString(), false, 0, 0, tmi}, parent)                 \
-    {                                                                                        \
-    }                                                                                        \
-    Block Class::getCurrentTMI() const                                                       \
-    {                                                                                        \
-        Block tmi;                                                                           \
-        std::memcpy(&tmi, valueBlock(), sizeof tmi);                                         \
-        return tmi;                                                                          \
+#define ZOR_TMI_RECORD_MEMBERS_IMPL(Class, Block, LastField)                                                           \
+    Class::Class(const QString& format, bool flag, QObject* parent)                                                    \
+        : TmiPage_Base(Init{LastField, format, flag}, parent)                                                          \
+    {                                                                                                                  \
+    }                                                                                                                  \
+    Class::Class(int formatType, int versionType, const QString& format, const Block* tmi, QObject* parent)            \
+        : TmiPage_Base(Init{LastField, format, false, formatType, versionType, tmi}, parent)                           \
+    {                                                                                                                  \
+    }                                                                                                                  \
+    Class::Class(const Block* tmi, QObject* parent)                                                                    \
+        : TmiPage_Base(Init{LastField, QString(), false, 0, 0, tmi}, parent)                                           \
+    {                                                                                                                  \
+    }                                                                                                                  \
+    Block Class::getCurrentTMI() const                                                                                 \
+    {                                                                                                                  \
+        Block tmi;                                                                                                     \
+        std::memcpy(&tmi, valueBlock(), sizeof tmi);                                                                   \
+        return tmi;                                                                                                    \
     }
 
 // The members that versions 2 and 3 offer beyond version 1: the extended
 // record and the helpers of fields above 69.
-#define ZOR_TMI_EXT_MEMBERS                      \
-    using TmiPage_Base::setExtTMI;               \
-    using TmiPage_Base::setExcelDataExt;         \
-    using TmiPage_Base::getExtTMI;               \
-    using TmiPage_Base::getCode_Ext;             \
-    using TmiPage_Base::getLatitude_Ext;         \
-    using TmiPage_Base::getLongitude_Ext;        \
-    using TmiPage_Base::getStrLatitude_Ext;      \
-    using TmiPage_Base::getStrLongitude_Ext;     \
-    using TmiPage_Base::getDateTime_Ext;         \
-    using TmiPage_Base::getDateTimeUTC_Ext;      \
-    using TmiPage_Base::getDateTimeUTC_Offset_Ext; \
-    using TmiPage_Base::getStrDateTime_Ext;      \
-    using TmiPage_Base::getDynamicDataSize_Ext;  \
-    using TmiPage_Base::getNaviAltitude;          \
-    using TmiPage_Base::getLbsDateTime;           \
-    using TmiPage_Base::getLbsDateTimeUTC;        \
-    using TmiPage_Base::getLbsDateTimeUTC_Offset; \
+#define ZOR_TMI_EXT_MEMBERS                                                                                            \
+    using TmiPage_Base::setExtTMI;                                                                                     \
+    using TmiPage_Base::setExcelDataExt;                                                                               \
+    using TmiPage_Base::getExtTMI;                                                                                     \
+    using TmiPage_Base::getCode_Ext;                                                                                   \
+    using TmiPage_Base::getLatitude_Ext;                                                                               \
+    using TmiPage_Base::getLongitude_Ext;                                                                              \
+    using TmiPage_Base::getStrLatitude_Ext;                                                                            \
+    using TmiPage_Base::getStrLongitude_Ext;                                                                           \
+    using TmiPage_Base::getDateTime_Ext;                                                                               \
+    using TmiPage_Base::getDateTimeUTC_Ext;                                                                            \
+    using TmiPage_Base::getDateTimeUTC_Offset_Ext;                                                                     \
+    using TmiPage_Base::getStrDateTime_Ext;                                                                            \
+    using TmiPage_Base::getDynamicDataSize_Ext;                                                                        \
+    using TmiPage_Base::getNaviAltitude;                                                                               \
+    using TmiPage_Base::getLbsDateTime;                                                                                \
+    using TmiPage_Base::getLbsDateTimeUTC;                                                                             \
+    using TmiPage_Base::getLbsDateTimeUTC_Offset;                                                                      \
     using TmiPage_Base::getStrLbsDateTimeUTC_Offset;
 
 #endif

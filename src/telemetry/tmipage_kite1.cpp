@@ -13,15 +13,15 @@ struct F8Run
     int last;
 };
 const F8Run kF8Runs[] = {
-    {1, 1, 1},     // NumPage
-    {5, 2, 5},     // Code, Time, State, Module1
-    {13, 7, 7},    // GSM
-    {14, 31, 31},  // Out1
-    {15, 29, 29},  // In1
-    {16, 19, 23},  // Power .. StateU_Ain3
-    {26, 33, 48},  // In_Imp1 .. Temp4
-    {60, 8, 18},   // StateNGauge .. SecondsLast
-    {95, 53, 65},  // CanFuelLevel .. CanEngineLoad
+    {1, 1, 1}, // NumPage
+    {5, 2, 5}, // Code, Time, State, Module1
+    {13, 7, 7}, // GSM
+    {14, 31, 31}, // Out1
+    {15, 29, 29}, // In1
+    {16, 19, 23}, // Power .. StateU_Ain3
+    {26, 33, 48}, // In_Imp1 .. Temp4
+    {60, 8, 18}, // StateNGauge .. SecondsLast
+    {95, 53, 65}, // CanFuelLevel .. CanEngineLoad
     {121, 67, 69}, // CanEngineTime, CanTimeTO, CanSpeed
 };
 

@@ -20,10 +20,8 @@ namespace ZorTmi {
 namespace {
 
 const Column kColumns[] = {
-#define ZOR_TMI_VALUE(n, G, T, off, sh, bits, Text, cap, key) \
-    {n, Type_##T, off, sh, bits, Text_##Text, #G, cap, key},
-#define ZOR_TMI_PART(n, G, T, off, sh, bits, Text, cap, key) \
-    {n, Type_##T, off, sh, bits, Text_##Text, #G, cap, key},
+#define ZOR_TMI_VALUE(n, G, T, off, sh, bits, Text, cap, key) {n, Type_##T, off, sh, bits, Text_##Text, #G, cap, key},
+#define ZOR_TMI_PART(n, G, T, off, sh, bits, Text, cap, key) {n, Type_##T, off, sh, bits, Text_##Text, #G, cap, key},
 #include "telemetry/zor_tmi_fields.def"
 };
 static_assert(sizeof(kColumns) / sizeof(kColumns[0]) == ColumnCount, "one column per row");
@@ -44,7 +42,7 @@ constexpr int offsetOf(int n)
         sum += kWidths[i];
     return sum;
 }
-#define ZOR_TMI_FIELD(n, Name, bytes) \
+#define ZOR_TMI_FIELD(n, Name, bytes)                                                                                  \
     static_assert(offsetof(szCurrentTMI_KITE3, Name) == offsetOf(n), "field " #n " out of order");
 #include "telemetry/zor_tmi_fields.def"
 
@@ -170,10 +168,9 @@ private:
     char* base = nullptr;
 };
 
-const quint64 kPow10[] = {1ull, 10ull, 100ull, 1000ull, 10000ull, 100000ull, 1000000ull, 10000000ull,
-                          100000000ull, 1000000000ull, 10000000000ull, 100000000000ull, 1000000000000ull,
-                          10000000000000ull, 100000000000000ull, 1000000000000000ull, 10000000000000000ull,
-                          100000000000000000ull, 1000000000000000000ull, 10000000000000000000ull};
+const quint64 kPow10[] = {1ull, 10ull, 100ull, 1000ull, 10000ull, 100000ull, 1000000ull, 10000000ull, 100000000ull,
+    1000000000ull, 10000000000ull, 100000000000ull, 1000000000000ull, 10000000000000ull, 100000000000000ull,
+    1000000000000000ull, 10000000000000000ull, 100000000000000000ull, 1000000000000000000ull, 10000000000000000000ull};
 
 const char kDigitPairs[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
                            "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
@@ -195,7 +192,7 @@ inline int digitCount(quint64 v)
 {
     if (v <= 0xFFFFFFFFull)
         return digitCount32(quint32(v));
-    int n = 10;  // 2^32 itself has 10 digits
+    int n = 10; // 2^32 itself has 10 digits
     while (n < 20 && v >= kPow10[n])
         ++n;
     return n;
@@ -250,7 +247,7 @@ inline void writeDigits(char* end, quint64 v, int count)
 // Fixed-point text: `scaled` holds the value times 10^decimals (0-7).
 void appendFixed(Sink& out, qint64 scaled, int decimals)
 {
-    if (decimals == 0 && quint64(scaled) < 10) {  // the flags: a third of all columns
+    if (decimals == 0 && quint64(scaled) < 10) { // the flags: a third of all columns
         out.append(char('0' + scaled));
         return;
     }
@@ -299,7 +296,11 @@ struct CaptionCache
     // Nodes of a QHash stay where they are when it grows, so `recent` may
     // point into it until it is cleared.
     QHash<quintptr, QByteArray> texts;
-    struct Slot { const char* key; const QByteArray* text; };
+    struct Slot
+    {
+        const char* key;
+        const QByteArray* text;
+    };
     Slot recent[64] = {};
 };
 
@@ -312,7 +313,7 @@ CaptionCache& captionCache()
 void refreshCaptions()
 {
     ZOR_Language& lang = ZOR_Language::instance();
-    lang.contains(QString());  // makes language() current after a reload
+    lang.contains(QString()); // makes language() current after a reload
     CaptionCache& cache = captionCache();
     if (lang.language() != cache.language) {
         cache.language = lang.language();
@@ -356,7 +357,7 @@ void appendHugeFloat(Sink& out, float f, int decimals)
     char* const end = buf + sizeof buf;
     char* p = end;
     unsigned __int128 rest = v;
-    while (rest > ~quint64(0)) {  // 19 digits at a time until it fits 64 bits
+    while (rest > ~quint64(0)) { // 19 digits at a time until it fits 64 bits
         writeDigits(p, quint64(rest % kPow10[19]), 19);
         p -= 19;
         rest /= kPow10[19];
@@ -405,13 +406,13 @@ void appendCaptionByValue(Sink& out, qint64 v, const char* const (&keys)[N])
         appendFixed(out, v, 0);
 }
 
-const char* const kDispKeys[] = {"tmikte_055", "tmikte_056", "tmikte_057", "tmikte_058",
-                                 "tmikte_059", "tmikte_060", "tmikte_061", "tmikte_062"};
+const char* const kDispKeys[] = {
+    "tmikte_055", "tmikte_056", "tmikte_057", "tmikte_058", "tmikte_059", "tmikte_060", "tmikte_061", "tmikte_062"};
 const char* const kFfsModeKeys[] = {"tmikte_093", "tmikte_094", "tmikte_095", "tmikte_096"};
 const char* const kFfsPowerKeys[] = {"tmikte_097", "tmikte_098"};
 const char* const kRefrEngineKeys[] = {"tmikte_108", "tmikte_109", "tmikte_110"};
-const char* const kCanEventKeys[] = {"tmikte_113", "tmikte_114", "tmikte_115", "tmikte_116",
-                                     "tmikte_117", "tmikte_118", "tmikte_119", "tmikte_120"};
+const char* const kCanEventKeys[] = {
+    "tmikte_113", "tmikte_114", "tmikte_115", "tmikte_116", "tmikte_117", "tmikte_118", "tmikte_119", "tmikte_120"};
 
 char* put2(char* p, int v)
 {
@@ -533,9 +534,9 @@ namespace {
 // How a text says "no value".
 enum Missing : quint8 {
     Missing_None,
-    Missing_NotAvailable,  // the raw value `noData` shows "n/a"
-    Missing_Empty,         // the raw value `noData` shows nothing
-    Missing_Negative,      // a negative float shows "n/a"
+    Missing_NotAvailable, // the raw value `noData` shows "n/a"
+    Missing_Empty, // the raw value `noData` shows nothing
+    Missing_Negative, // a negative float shows "n/a"
 };
 
 // One row per text form. The common forms (`special` false) are all one
@@ -553,64 +554,64 @@ struct Form
     quint8 decimals;
     Missing missing;
     qint32 noData;
-    const char* unitKey;   // caption key of the unit, or null
-    const char* unitText;  // the unit as it stands, when there is no key
+    const char* unitKey; // caption key of the unit, or null
+    const char* unitText; // the unit as it stands, when there is no key
     Quantity quantity;
 };
 
 constexpr Form kForms[] = {
     // form                 special mul  div dec missing               noData  unitKey      unitText
-    {Text_Dec,              false, 1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_SimNo,            true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_DateTime,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Time},
-    {Text_TimeDate,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Time},
-    {Text_Coord4,           true,  1,  600000, 0, Missing_None,       0,      nullptr,     "°", Quantity_Degrees},
-    {Text_Coord7,           true,  1,  600000000, 0, Missing_None,    0,      nullptr,     "°", Quantity_Degrees},
-    {Text_Decimetres,       true,  1,  10,   0, Missing_None,         0,      nullptr,     "m", Quantity_Number},
-    {Text_Gsm,              true,  1,  1,    0, Missing_None,         99,     nullptr,     "%", Quantity_Number},
-    {Text_Temp,             false, 1,  1,    0, Missing_Empty,        -128,   "abbr_017",  nullptr, Quantity_Number},
-    {Text_CelsiusDec,       false, 1,  1,    0, Missing_None,         0,      "abbr_017",  nullptr, Quantity_Number},
-    {Text_CanLevel,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_CanLevelPercent,  true,  1,  1,    0, Missing_None,         0,      nullptr,     "%", Quantity_Number},
-    {Text_CanLevelLitres,   true,  1,  10,   1, Missing_None,         0,      "abbr_026",  nullptr, Quantity_Number},
-    {Text_CanTimeTO,        false, 5,  1,    0, Missing_NotAvailable, 0xFFFF, "abbr_023",  nullptr, Quantity_Number},
-    {Text_CanSpeed,         false, 1,  1,    0, Missing_NotAvailable, 255,    "abbr_024",  nullptr, Quantity_Number},
-    {Text_KmhF1,            false, 1,  1,    1, Missing_None,         0,      "abbr_024",  nullptr, Quantity_Number},
-    {Text_KmF2,             false, 1,  1,    2, Missing_None,         0,      "abbr_023",  nullptr, Quantity_Number},
-    {Text_KmF2NoNeg,        false, 1,  1,    2, Missing_Negative,     0,      "abbr_023",  nullptr, Quantity_Number},
-    {Text_LitresF2,         false, 1,  1,    2, Missing_Negative,     0,      "abbr_026",  nullptr, Quantity_Number},
-    {Text_F2,               false, 1,  1,    2, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_Volts,            false, 1,  1,    3, Missing_None,         0,      "abbr_012",  nullptr, Quantity_Number},
-    {Text_VoltsDec,         false, 1,  1,    0, Missing_None,         0,      "abbr_012",  nullptr, Quantity_Number},
-    {Text_Amps,             false, 1,  1,    0, Missing_None,         0,      "abbr_027",  nullptr, Quantity_Number},
-    {Text_Hours,            false, 100, 3600, 2, Missing_None,        0,      "abbr_001",  nullptr, Quantity_Number},
-    {Text_Hours100,         false, 1,  1,    2, Missing_None,         0,      "abbr_001",  nullptr, Quantity_Number},
-    {Text_Tonnes,           false, 1,  1,    0, Missing_None,         0,      "abbr_009",  nullptr, Quantity_Number},
-    {Text_Percent,          false, 1,  1,    0, Missing_None,         0,      nullptr,     "%", Quantity_Number},
-    {Text_Tenths,           false, 1,  1,    1, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_Hundredths,       false, 1,  1,    2, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_Milli3,           false, 1,  1,    3, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_Milli3NoData,     false, 1,  1,    3, Missing_NotAvailable, -32768, nullptr,     nullptr, Quantity_Number},
-    {Text_AccelLinear,      false, 1,  1,    3, Missing_NotAvailable, -32768, "tmikte_072", nullptr, Quantity_Number},
-    {Text_AccelDelta,       false, 1,  1,    2, Missing_None,         0,      "tmikte_071", nullptr, Quantity_Number},
-    {Text_Quarters,         false, 25, 1,    2, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_Roll,             false, 15, 1,    1, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_PreciseTemp,      false, 5,  1,    2, Missing_NotAvailable, -32768, "abbr_017",  nullptr, Quantity_Number},
-    {Text_Humidity,         false, 5,  1,    1, Missing_None,         0,      "abbr_008",  nullptr, Quantity_Number},
-    {Text_Celsius100,       false, 1,  1,    2, Missing_None,         0,      "abbr_017",  nullptr, Quantity_Number},
-    {Text_Rpm,              false, 1,  1,    0, Missing_None,         0,      "abbr_018",  nullptr, Quantity_Number},
-    {Text_Dbm,              false, 1,  1,    0, Missing_None,         0,      nullptr,     "dBm", Quantity_Number},
-    {Text_TyreTemp,         false, 1,  1,    0, Missing_NotAvailable, -127,   nullptr,     nullptr, Quantity_Number},
-    {Text_MiliSec,          true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Number},
-    {Text_Hex,              true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
-    {Text_OnOff,            true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Flag},
-    {Text_TahoMode,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
-    {Text_DispState,        true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
-    {Text_FfsMode,          true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
-    {Text_FfsPower,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
-    {Text_RefrEngineMode,   true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
-    {Text_ThermoKing,       true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
-    {Text_CanEvent,         true,  1,  1,    0, Missing_None,         0,      nullptr,     nullptr, Quantity_Code},
+    {Text_Dec, false, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_SimNo, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_DateTime, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Time},
+    {Text_TimeDate, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Time},
+    {Text_Coord4, true, 1, 600000, 0, Missing_None, 0, nullptr, "°", Quantity_Degrees},
+    {Text_Coord7, true, 1, 600000000, 0, Missing_None, 0, nullptr, "°", Quantity_Degrees},
+    {Text_Decimetres, true, 1, 10, 0, Missing_None, 0, nullptr, "m", Quantity_Number},
+    {Text_Gsm, true, 1, 1, 0, Missing_None, 99, nullptr, "%", Quantity_Number},
+    {Text_Temp, false, 1, 1, 0, Missing_Empty, -128, "abbr_017", nullptr, Quantity_Number},
+    {Text_CelsiusDec, false, 1, 1, 0, Missing_None, 0, "abbr_017", nullptr, Quantity_Number},
+    {Text_CanLevel, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_CanLevelPercent, true, 1, 1, 0, Missing_None, 0, nullptr, "%", Quantity_Number},
+    {Text_CanLevelLitres, true, 1, 10, 1, Missing_None, 0, "abbr_026", nullptr, Quantity_Number},
+    {Text_CanTimeTO, false, 5, 1, 0, Missing_NotAvailable, 0xFFFF, "abbr_023", nullptr, Quantity_Number},
+    {Text_CanSpeed, false, 1, 1, 0, Missing_NotAvailable, 255, "abbr_024", nullptr, Quantity_Number},
+    {Text_KmhF1, false, 1, 1, 1, Missing_None, 0, "abbr_024", nullptr, Quantity_Number},
+    {Text_KmF2, false, 1, 1, 2, Missing_None, 0, "abbr_023", nullptr, Quantity_Number},
+    {Text_KmF2NoNeg, false, 1, 1, 2, Missing_Negative, 0, "abbr_023", nullptr, Quantity_Number},
+    {Text_LitresF2, false, 1, 1, 2, Missing_Negative, 0, "abbr_026", nullptr, Quantity_Number},
+    {Text_F2, false, 1, 1, 2, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_Volts, false, 1, 1, 3, Missing_None, 0, "abbr_012", nullptr, Quantity_Number},
+    {Text_VoltsDec, false, 1, 1, 0, Missing_None, 0, "abbr_012", nullptr, Quantity_Number},
+    {Text_Amps, false, 1, 1, 0, Missing_None, 0, "abbr_027", nullptr, Quantity_Number},
+    {Text_Hours, false, 100, 3600, 2, Missing_None, 0, "abbr_001", nullptr, Quantity_Number},
+    {Text_Hours100, false, 1, 1, 2, Missing_None, 0, "abbr_001", nullptr, Quantity_Number},
+    {Text_Tonnes, false, 1, 1, 0, Missing_None, 0, "abbr_009", nullptr, Quantity_Number},
+    {Text_Percent, false, 1, 1, 0, Missing_None, 0, nullptr, "%", Quantity_Number},
+    {Text_Tenths, false, 1, 1, 1, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_Hundredths, false, 1, 1, 2, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_Milli3, false, 1, 1, 3, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_Milli3NoData, false, 1, 1, 3, Missing_NotAvailable, -32768, nullptr, nullptr, Quantity_Number},
+    {Text_AccelLinear, false, 1, 1, 3, Missing_NotAvailable, -32768, "tmikte_072", nullptr, Quantity_Number},
+    {Text_AccelDelta, false, 1, 1, 2, Missing_None, 0, "tmikte_071", nullptr, Quantity_Number},
+    {Text_Quarters, false, 25, 1, 2, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_Roll, false, 15, 1, 1, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_PreciseTemp, false, 5, 1, 2, Missing_NotAvailable, -32768, "abbr_017", nullptr, Quantity_Number},
+    {Text_Humidity, false, 5, 1, 1, Missing_None, 0, "abbr_008", nullptr, Quantity_Number},
+    {Text_Celsius100, false, 1, 1, 2, Missing_None, 0, "abbr_017", nullptr, Quantity_Number},
+    {Text_Rpm, false, 1, 1, 0, Missing_None, 0, "abbr_018", nullptr, Quantity_Number},
+    {Text_Dbm, false, 1, 1, 0, Missing_None, 0, nullptr, "dBm", Quantity_Number},
+    {Text_TyreTemp, false, 1, 1, 0, Missing_NotAvailable, -127, nullptr, nullptr, Quantity_Number},
+    {Text_MiliSec, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Number},
+    {Text_Hex, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
+    {Text_OnOff, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Flag},
+    {Text_TahoMode, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
+    {Text_DispState, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
+    {Text_FfsMode, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
+    {Text_FfsPower, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
+    {Text_RefrEngineMode, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
+    {Text_ThermoKing, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
+    {Text_CanEvent, true, 1, 1, 0, Missing_None, 0, nullptr, nullptr, Quantity_Code},
 };
 
 constexpr bool formsInOrder()
@@ -703,7 +704,10 @@ void appendSpecial(Sink& out, const Column& c, qint64 v)
     case Text_CanLevel:
     case Text_CanLevelPercent:
     case Text_CanLevelLitres: appendCanLevel(out, c.text, v); return;
-    case Text_MiliSec: out.append('.'); appendFixed(out, v, 0); return;
+    case Text_MiliSec:
+        out.append('.');
+        appendFixed(out, v, 0);
+        return;
     case Text_Hex: appendHex(out, v); return;
     case Text_OnOff: out.append(caption(v ? "wrd_001" : "wrd_002")); return;
     case Text_TahoMode: {
@@ -813,7 +817,7 @@ void appendNumberText(QByteArray& out, const Column& c, const unsigned char* p)
         if (gmtime_r(&t, &tm)) {
             char iso[32];
             const int n = std::snprintf(iso, sizeof iso, "%04d-%02d-%02dT%02d:%02d:%02dZ", tm.tm_year + 1900,
-                                        tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
+                tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
             out.append(iso, n);
             return;
         }
@@ -821,7 +825,7 @@ void appendNumberText(QByteArray& out, const Column& c, const unsigned char* p)
     char buf[64];
     std::to_chars_result r;
     const float asFloat = float(v);
-    if (v == std::trunc(v) && std::fabs(v) < 1e15)  // most cells: flags, counters, codes
+    if (v == std::trunc(v) && std::fabs(v) < 1e15) // most cells: flags, counters, codes
         r = std::to_chars(buf, buf + sizeof buf, qint64(v));
     else if (c.type == Type_F32 && double(asFloat) == v)
         r = std::to_chars(buf, buf + sizeof buf, asFloat, std::chars_format::fixed);
@@ -867,7 +871,7 @@ const unsigned char* presentField(const Tables& t, int n, const unsigned char* b
 }
 
 void appendFieldColumns(Sink& sink, const Tables& t, int n, const unsigned char* block, const Presence& presence,
-                        const QByteArray& before, const QByteArray& after, const LineOptions* line = nullptr)
+    const QByteArray& before, const QByteArray& after, const LineOptions* line = nullptr)
 {
     const FieldInfo& f = t.fields[n];
     const unsigned char* bytes = presentField(t, n, block, presence);
@@ -902,7 +906,7 @@ void appendFieldColumns(Sink& sink, const Tables& t, int n, const unsigned char*
 } // namespace
 
 void appendColumns(QByteArray& out, int n, const unsigned char* block, const Presence& presence,
-                   const QByteArray& before, const QByteArray& after)
+    const QByteArray& before, const QByteArray& after)
 {
     refreshCaptions();
     Sink sink(out);
@@ -930,20 +934,18 @@ public:
     // Longest text between two cells the plan handles.
     static constexpr int MaxSeparator = 15;
 
-    bool matches(const unsigned char* columnMask, int lastField, const Presence& presence,
-                 const QByteArray& before, const QByteArray& after, const LineOptions& line,
-                 quint32 generation) const
+    bool matches(const unsigned char* columnMask, int lastField, const Presence& presence, const QByteArray& before,
+        const QByteArray& after, const LineOptions& line, quint32 generation) const
     {
-        return bBuilt && nGeneration == generation && nLastField == lastField
-            && nPresenceLast == presence.lastField && nCutField == presence.cutField
-            && bTimeWithMiliSec == line.timeWithMiliSec
+        return bBuilt && nGeneration == generation && nLastField == lastField && nPresenceLast == presence.lastField
+            && nCutField == presence.cutField && bTimeWithMiliSec == line.timeWithMiliSec
             && std::memcmp(arrColumns, columnMask, MaskBytes) == 0
-            && std::memcmp(arrPresence, presence.mask, MaskBytes) == 0 && baBefore == before
-            && baAfter == after && baCodeText == line.codeText;
+            && std::memcmp(arrPresence, presence.mask, MaskBytes) == 0 && baBefore == before && baAfter == after
+            && baCodeText == line.codeText;
     }
 
     void build(const unsigned char* columnMask, int lastField, const Presence& presence, const QByteArray& before,
-               const QByteArray& after, const LineOptions& line, quint32 generation);
+        const QByteArray& after, const LineOptions& line, quint32 generation);
 
     void run(Sink& sink, const unsigned char* block) const;
 
@@ -953,19 +955,19 @@ private:
     struct Step
     {
         Kind kind;
-        quint8 shift;   // Table: of the cell's bits in the byte
-        quint8 mask;    // Table: of the cell's bits, after the shift
+        quint8 shift; // Table: of the cell's bits in the byte
+        quint8 mask; // Table: of the cell's bits, after the shift
         quint16 column; // Cell, CellWithMiliSec
-        quint32 at;     // the byte, the value or the field in the block; Literal: in baLiterals
-        quint32 extra;  // Table: the table in baTables; Literal: its size; CellWithMiliSec: the
-                        // milliseconds field in the block
+        quint32 at; // the byte, the value or the field in the block; Literal: in baLiterals
+        quint32 extra; // Table: the table in baTables; Literal: its size; CellWithMiliSec: the
+            // milliseconds field in the block
     };
     struct TableKey
     {
         quint8 type;
         quint8 bits;
         quint8 text;
-        int at;  // -1: a text longer than an entry
+        int at; // -1: a text longer than an entry
     };
 
     int tableFor(const Column& c);
@@ -988,7 +990,7 @@ private:
     int nSeparator = 0;
     std::vector<Step> steps;
     QByteArray baLiterals;
-    QByteArray baTables;  // 16-byte entries: text and separator, their length in the last byte
+    QByteArray baTables; // 16-byte entries: text and separator, their length in the last byte
     std::vector<TableKey> tableKeys;
 };
 
@@ -1048,9 +1050,8 @@ void LinePlan::addLiteral(const char* text, int size)
     baLiterals.append(arrSeparator, nSeparator);
 }
 
-void LinePlan::build(const unsigned char* columnMask, int lastField, const Presence& presence,
-                     const QByteArray& before, const QByteArray& after, const LineOptions& line,
-                     quint32 generation)
+void LinePlan::build(const unsigned char* columnMask, int lastField, const Presence& presence, const QByteArray& before,
+    const QByteArray& after, const LineOptions& line, quint32 generation)
 {
     const Tables& t = tables();
     bBuilt = true;
@@ -1094,9 +1095,9 @@ void LinePlan::build(const unsigned char* columnMask, int lastField, const Prese
                 addLiteral(kNotAvailable, 3);
             } else if (const int table = fromOneByte(c) ? tableFor(c) : -1; table >= 0) {
                 steps.push_back(Step{Table, quint8(c.shift % 8), quint8(c.bits ? (1 << c.bits) - 1 : 0xFF), col,
-                                     quint32(f.offset + c.offset + c.shift / 8), quint32(table)});
+                    quint32(f.offset + c.offset + c.shift / 8), quint32(table)});
             } else if (c.text == Text_Dec && c.bits == 0
-                       && (c.type == Type_U16 || c.type == Type_I16 || c.type == Type_U32 || c.type == Type_I32)) {
+                && (c.type == Type_U16 || c.type == Type_I16 || c.type == Type_U32 || c.type == Type_I32)) {
                 const Kind kind = c.type == Type_U16 ? DecU16
                     : c.type == Type_I16             ? DecI16
                     : c.type == Type_U32             ? DecU32
@@ -1173,8 +1174,7 @@ struct PlanCache
 } // namespace
 
 void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastField, const unsigned char* block,
-                   const Presence& presence, const QByteArray& before, const QByteArray& after,
-                   const LineOptions& line)
+    const Presence& presence, const QByteArray& before, const QByteArray& after, const LineOptions& line)
 {
     refreshCaptions();
     Sink sink(out);

@@ -51,8 +51,18 @@ constexpr int MaskBytes = 32;
 
 // Wire types of values; the traits give the raw type on the wire and the
 // type a raw getter returns.
-enum ValueType : quint8 { Type_U8, Type_I8, Type_U16, Type_I16, Type_U32, Type_I32,
-                          Type_U64, Type_I64, Type_F32, Type_U8Tenths };
+enum ValueType : quint8 {
+    Type_U8,
+    Type_I8,
+    Type_U16,
+    Type_I16,
+    Type_U32,
+    Type_I32,
+    Type_U64,
+    Type_I64,
+    Type_F32,
+    Type_U8Tenths
+};
 
 template <typename Wire, typename Result = Wire>
 struct Scalar
@@ -61,15 +71,33 @@ struct Scalar
     using result = Result;
     static result cook(wire v) { return result(v); }
 };
-struct T_U8 : Scalar<quint8> {};
-struct T_I8 : Scalar<qint8> {};
-struct T_U16 : Scalar<quint16> {};
-struct T_I16 : Scalar<qint16> {};
-struct T_U32 : Scalar<quint32> {};
-struct T_I32 : Scalar<qint32> {};
-struct T_U64 : Scalar<quint64> {};
-struct T_I64 : Scalar<qint64> {};
-struct T_F32 : Scalar<float> {};
+struct T_U8 : Scalar<quint8>
+{
+};
+struct T_I8 : Scalar<qint8>
+{
+};
+struct T_U16 : Scalar<quint16>
+{
+};
+struct T_I16 : Scalar<qint16>
+{
+};
+struct T_U32 : Scalar<quint32>
+{
+};
+struct T_I32 : Scalar<qint32>
+{
+};
+struct T_U64 : Scalar<quint64>
+{
+};
+struct T_I64 : Scalar<qint64>
+{
+};
+struct T_F32 : Scalar<float>
+{
+};
 struct T_U8Tenths : Scalar<quint8, float>
 {
     static float cook(quint8 v) { return float(v) / 10.0f; }
@@ -91,8 +119,7 @@ inline W readWire(const unsigned char* p)
 // Result of a raw getter: the whole value, a flag (one bit) or a small
 // number (several bits).
 template <typename T, int Bits>
-using PartResult = std::conditional_t<Bits == 0, typename T::result,
-                                      std::conditional_t<Bits == 1, bool, int>>;
+using PartResult = std::conditional_t<Bits == 0, typename T::result, std::conditional_t<Bits == 1, bool, int>>;
 
 template <typename T, int Shift, int Bits>
 inline PartResult<T, Bits> readPart(const unsigned char* p)
@@ -112,57 +139,57 @@ inline PartResult<T, Bits> readPart(const unsigned char* p)
 // Text forms of the table. Each names one way of turning a value into text;
 // the parameters of the numeric ones are in zor_tmi_table.cpp.
 enum TextForm : quint8 {
-    Text_Dec,             // decimal
-    Text_SimNo,           // "1" when the bit is clear, "2" when set
-    Text_DateTime,        // local "dd.MM.yyyy H:mm:ss"
-    Text_TimeDate,        // local "hh:mm:ss dd.MM.yyyy"
-    Text_Coord4,          // 1/10000 angular minute: "55 45.1234'"
-    Text_Coord7,          // 1/10^7 angular minute: 7 decimals
-    Text_Decimetres,      // whole metres, truncated toward zero
-    Text_Gsm,             // 0-31 scaled to percent, 99 unknown
-    Text_Temp,            // "%1 %2" degrees; -128 = no sensor, empty text
-    Text_CelsiusDec,      // decimal + degrees
-    Text_CanLevel,        // bit 15 set: percent, clear: litres x 10;
-                          // all ones in bits 0-14: no data
+    Text_Dec, // decimal
+    Text_SimNo, // "1" when the bit is clear, "2" when set
+    Text_DateTime, // local "dd.MM.yyyy H:mm:ss"
+    Text_TimeDate, // local "hh:mm:ss dd.MM.yyyy"
+    Text_Coord4, // 1/10000 angular minute: "55 45.1234'"
+    Text_Coord7, // 1/10^7 angular minute: 7 decimals
+    Text_Decimetres, // whole metres, truncated toward zero
+    Text_Gsm, // 0-31 scaled to percent, 99 unknown
+    Text_Temp, // "%1 %2" degrees; -128 = no sensor, empty text
+    Text_CelsiusDec, // decimal + degrees
+    Text_CanLevel, // bit 15 set: percent, clear: litres x 10;
+    // all ones in bits 0-14: no data
     Text_CanLevelPercent, // the percent of CanLevel, empty for litres
-    Text_CanLevelLitres,  // the litres of CanLevel, empty for percent
-    Text_CanTimeTO,       // x 5 + km; 0xFFFF no data
-    Text_CanSpeed,        // + km/h; 255 no data
-    Text_KmhF1,           // f32, 1 decimal + km/h
-    Text_KmF2,            // f32, 2 decimals + km
-    Text_KmF2NoNeg,       // as KmF2, negative = no data
-    Text_LitresF2,        // f32, 2 decimals + litres, negative = no data
-    Text_F2,              // f32, 2 decimals
-    Text_Volts,           // millivolts as volts, 3 decimals + V
-    Text_VoltsDec,        // decimal + V
-    Text_Amps,            // decimal + A
-    Text_Hours,           // seconds as hours, 2 decimals + h
-    Text_Hours100,        // 1/100 hours, 2 decimals + h
-    Text_Tonnes,          // decimal + axle-load unit
-    Text_Percent,         // "%1 %"
-    Text_Tenths,          // value / 10, 1 decimal
-    Text_Hundredths,      // value / 100, 2 decimals
-    Text_Milli3,          // value / 1000, 3 decimals
-    Text_Milli3NoData,    // as Milli3, -32768 = no data
-    Text_AccelLinear,     // as Milli3NoData + its caption
-    Text_AccelDelta,      // value / 100, 2 decimals + its caption
-    Text_Quarters,        // value x 0.25, 2 decimals
-    Text_Roll,            // value x 1.5, 1 decimal
-    Text_PreciseTemp,     // 1/20 degree, 2 decimals + degrees; 0x8000 no data
-    Text_Humidity,        // 1/2 percent, 1 decimal + percent unit
-    Text_Celsius100,      // 1/100 degree, 2 decimals + degrees
-    Text_Rpm,             // decimal + rpm
-    Text_Dbm,             // "%1 dBm"
-    Text_TyreTemp,        // decimal; 0x81 = no data
-    Text_MiliSec,         // ".%1"
-    Text_Hex,             // "0x%1", 8 upper-case digits
-    Text_OnOff,           // caption "wrd_001" when set, "wrd_002" when clear
-    Text_TahoMode,        // captions by value
+    Text_CanLevelLitres, // the litres of CanLevel, empty for percent
+    Text_CanTimeTO, // x 5 + km; 0xFFFF no data
+    Text_CanSpeed, // + km/h; 255 no data
+    Text_KmhF1, // f32, 1 decimal + km/h
+    Text_KmF2, // f32, 2 decimals + km
+    Text_KmF2NoNeg, // as KmF2, negative = no data
+    Text_LitresF2, // f32, 2 decimals + litres, negative = no data
+    Text_F2, // f32, 2 decimals
+    Text_Volts, // millivolts as volts, 3 decimals + V
+    Text_VoltsDec, // decimal + V
+    Text_Amps, // decimal + A
+    Text_Hours, // seconds as hours, 2 decimals + h
+    Text_Hours100, // 1/100 hours, 2 decimals + h
+    Text_Tonnes, // decimal + axle-load unit
+    Text_Percent, // "%1 %"
+    Text_Tenths, // value / 10, 1 decimal
+    Text_Hundredths, // value / 100, 2 decimals
+    Text_Milli3, // value / 1000, 3 decimals
+    Text_Milli3NoData, // as Milli3, -32768 = no data
+    Text_AccelLinear, // as Milli3NoData + its caption
+    Text_AccelDelta, // value / 100, 2 decimals + its caption
+    Text_Quarters, // value x 0.25, 2 decimals
+    Text_Roll, // value x 1.5, 1 decimal
+    Text_PreciseTemp, // 1/20 degree, 2 decimals + degrees; 0x8000 no data
+    Text_Humidity, // 1/2 percent, 1 decimal + percent unit
+    Text_Celsius100, // 1/100 degree, 2 decimals + degrees
+    Text_Rpm, // decimal + rpm
+    Text_Dbm, // "%1 dBm"
+    Text_TyreTemp, // decimal; 0x81 = no data
+    Text_MiliSec, // ".%1"
+    Text_Hex, // "0x%1", 8 upper-case digits
+    Text_OnOff, // caption "wrd_001" when set, "wrd_002" when clear
+    Text_TahoMode, // captions by value
     Text_DispState,
     Text_FfsMode,
     Text_FfsPower,
     Text_RefrEngineMode,
-    Text_ThermoKing,      // ThermoKing mode codes
+    Text_ThermoKing, // ThermoKing mode codes
     Text_CanEvent,
     TextFormCount
 };
@@ -171,12 +198,12 @@ struct Column
 {
     quint8 field;
     ValueType type;
-    quint8 offset;  // within the field
+    quint8 offset; // within the field
     quint8 shift;
     quint8 bits;
     TextForm text;
     const char* getter;
-    const char* caption;     // empty: not a CSV column
+    const char* caption; // empty: not a CSV column
     const char* captionKey;
 };
 
@@ -193,11 +220,11 @@ const Column& column(int id);
 struct FieldInfo
 {
     const char* name;
-    quint16 offset;        // in the value block
+    quint16 offset; // in the value block
     quint8 width;
-    quint16 firstColumn;   // index of the field's first VALUE / PART row
-    quint16 rowCount;      // its VALUE and PART rows
-    quint16 firstCsv;      // its CSV columns: indexes into csvColumns()
+    quint16 firstColumn; // index of the field's first VALUE / PART row
+    quint16 rowCount; // its VALUE and PART rows
+    quint16 firstCsv; // its CSV columns: indexes into csvColumns()
     quint16 csvCount;
 };
 
@@ -249,7 +276,7 @@ inline int presenceField(int n)
 // Appends the texts of the CSV columns of field n (UTF-8), each as
 // before + text + after; "n/a" for a field the record does not carry.
 void appendColumns(QByteArray& out, int n, const unsigned char* block, const Presence& presence,
-                   const QByteArray& before, const QByteArray& after);
+    const QByteArray& before, const QByteArray& after);
 // What a whole line may show differently from the plain column texts.
 struct LineOptions
 {
@@ -262,8 +289,8 @@ struct LineOptions
 
 // The same for every field 1..lastField set in columnMask, in field order.
 void appendColumns(QByteArray& out, const unsigned char* columnMask, int lastField, const unsigned char* block,
-                   const Presence& presence, const QByteArray& before, const QByteArray& after,
-                   const LineOptions& line = LineOptions());
+    const Presence& presence, const QByteArray& before, const QByteArray& after,
+    const LineOptions& line = LineOptions());
 
 // Reads a column as a number (float columns are truncated); used by the
 // writer of test records and by texts that need the number.
@@ -276,11 +303,11 @@ qint64 readInteger(const Column& c, const unsigned char* p);
 // for flags, the code itself for values shown by caption. Not rounded to
 // the decimals of the text.
 enum Quantity : quint8 {
-    Quantity_Number,   // a measured or counted value
-    Quantity_Flag,     // 0 or 1
-    Quantity_Code,     // a state or mode shown by caption
-    Quantity_Time,     // UTC seconds since 1970-01-01
-    Quantity_Degrees,  // decimal degrees (latitude, longitude)
+    Quantity_Number, // a measured or counted value
+    Quantity_Flag, // 0 or 1
+    Quantity_Code, // a state or mode shown by caption
+    Quantity_Time, // UTC seconds since 1970-01-01
+    Quantity_Degrees, // decimal degrees (latitude, longitude)
 };
 
 // The value of column c of a present field whose bytes start at p (as for

@@ -121,7 +121,7 @@ void ZOR_TmiCsvWriter::writeLoop()
         const bool failed = !qsWriteError.isEmpty();
         lock.unlock();
         const QString error = failed ? QString() : writeBlock(block);
-        block.resize(0);  // keeps its reserved room
+        block.resize(0); // keeps its reserved room
         lock.lock();
         bWriting = false;
         if (!error.isEmpty())
@@ -141,9 +141,8 @@ bool ZOR_TmiCsvWriter::flush()
     std::unique_lock<std::mutex> lock(mutex);
     if (!writer.joinable())
         writer = std::thread(&ZOR_TmiCsvWriter::writeLoop, this);
-    cvWritten.wait(lock, [this] {
-        return !qsWriteError.isEmpty() || int(queued.size()) + int(bWriting) < BlocksInFlight;
-    });
+    cvWritten.wait(
+        lock, [this] { return !qsWriteError.isEmpty() || int(queued.size()) + int(bWriting) < BlocksInFlight; });
     if (!qsWriteError.isEmpty()) {
         lock.unlock();
         return waitForWrite();

@@ -87,13 +87,13 @@ private:
     // Shared with the writing thread, under mutex.
     std::thread writer;
     std::mutex mutex;
-    std::condition_variable cvQueued;    // a block to write, or stop
-    std::condition_variable cvWritten;   // a block was written
-    std::deque<QByteArray> queued;       // in file order
-    std::vector<QByteArray> spare;       // written blocks, to be filled again
+    std::condition_variable cvQueued; // a block to write, or stop
+    std::condition_variable cvWritten; // a block was written
+    std::deque<QByteArray> queued; // in file order
+    std::vector<QByteArray> spare; // written blocks, to be filled again
     bool bWriting = false;
     bool bStop = false;
-    QString qsWriteError;                // the first failed write
+    QString qsWriteError; // the first failed write
 };
 
 #endif

@@ -10,7 +10,7 @@ namespace {
 ZOR_SendMessageFunc fnSend = nullptr;
 void (*fnObserver)(int, unsigned long, unsigned long) = nullptr;
 uint64_t nMenuHandle = 0;
-}
+} // namespace
 
 extern "C" {
 

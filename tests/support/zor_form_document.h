@@ -29,19 +29,24 @@ QByteArray nodeLine(const QByteArray& rendered, const QByteArray& name);
 
 // A configuration document of the given pages (no pages: every page),
 // saved in and loaded from a file of its own.
-struct Doc {
+struct Doc
+{
     explicit Doc(const QVector<ZOR_ConfigPage>& pages, const ZOR_TerminalProfile& profile = ZOR_TerminalProfile());
     // Writes the bytes to the file and loads it; a failure is logged with its reason.
     bool load(const QByteArray& bytes);
     QString path() const { return dir.filePath(QStringLiteral("c.xml")); }
     QByteArray file() const { return readFile(path()); }
     QByteArray line(const QByteArray& name) { return nodeLine(doc.render(), name); }
-    template <typename T> T* form(const char* id) const { return static_cast<T*>(doc.form(QLatin1String(id))); }
+    template <typename T>
+    T* form(const char* id) const
+    {
+        return static_cast<T*>(doc.form(QLatin1String(id)));
+    }
 
     QTemporaryDir dir;
     ZOR_ConfigDocument doc;
 };
 
-}
+} // namespace ZorFormDocument
 
 #endif

@@ -10,8 +10,7 @@ ZOR_HostRecorder& ZOR_HostRecorder::instance()
     return recorder;
 }
 
-unsigned long ZOR_HostRecorder::callback(void* sender, int message, unsigned long wParam,
-                                         unsigned long lParam)
+unsigned long ZOR_HostRecorder::callback(void* sender, int message, unsigned long wParam, unsigned long lParam)
 {
     ZOR_HostRecorder& host = instance();
     ZOR_HostRecord record;
@@ -34,9 +33,7 @@ unsigned long ZOR_HostRecorder::callback(void* sender, int message, unsigned lon
         record.nHandle = wParam;
         record.nEnable = *reinterpret_cast<const uint8_t*>(lParam);
         break;
-    case ZOR_MSG_SEND_TO_DEVICE:
-        record.bytes = *reinterpret_cast<const QByteArray*>(wParam);
-        break;
+    case ZOR_MSG_SEND_TO_DEVICE: record.bytes = *reinterpret_cast<const QByteArray*>(wParam); break;
     case ZOR_MSG_GET_CONFIG_PARAM: {
         auto* param = reinterpret_cast<szConfigParam*>(wParam);
         qstrncpy(param->szUssdBalance, host.ussdRequest.constData(), sizeof(param->szUssdBalance));
@@ -45,8 +42,7 @@ unsigned long ZOR_HostRecorder::callback(void* sender, int message, unsigned lon
     case ZOR_MSG_GET_COORDSYSTEM:
         reinterpret_cast<ZOR_RAVEL_CMND_COORDSYSTEM*>(wParam)->nCoordSystem = host.nCoordSystem;
         break;
-    default:
-        break;
+    default: break;
     }
     host.records.append(record);
     return 0;

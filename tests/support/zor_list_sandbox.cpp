@@ -22,13 +22,12 @@ ZorListSandbox::ZorListSandbox()
     }
     setAppDataDirectory(dir.path());
     ZOR_Language::instance().reload();
-    ZOR_Dialog_XmlList::setAnswerer([this](QMessageBox::Icon, const QString& qsTitle,
-                                           const QString& qsText, const QStringList&) {
-        asked << qsTitle + QLatin1Char('|') + qsText;
-        return answers.isEmpty() ? 0 : answers.takeFirst();
-    });
-    ZOR_Dialog_XmlList::setTextAnswerer([this](const QString& qsTitle, const QString& qsLabel,
-                                               QString& qsValue) {
+    ZOR_Dialog_XmlList::setAnswerer(
+        [this](QMessageBox::Icon, const QString& qsTitle, const QString& qsText, const QStringList&) {
+            asked << qsTitle + QLatin1Char('|') + qsText;
+            return answers.isEmpty() ? 0 : answers.takeFirst();
+        });
+    ZOR_Dialog_XmlList::setTextAnswerer([this](const QString& qsTitle, const QString& qsLabel, QString& qsValue) {
         askedText << qsTitle + QLatin1Char('|') + qsLabel + QLatin1Char('|') + qsValue;
         if (textAnswers.isEmpty())
             return true;
@@ -72,8 +71,8 @@ bool ZorListSandbox::exists(const QString& qsSubPath) const
     return QFileInfo::exists(path(qsSubPath));
 }
 
-QByteArray ZorListSandbox::listXml(const QString& qsRoot, const QString& qsRecord,
-                                   const QStringList& attributes, const QList<QStringList>& rows)
+QByteArray ZorListSandbox::listXml(
+    const QString& qsRoot, const QString& qsRecord, const QStringList& attributes, const QList<QStringList>& rows)
 {
     QByteArray content;
     QXmlStreamWriter writer(&content);
@@ -89,8 +88,8 @@ QByteArray ZorListSandbox::listXml(const QString& qsRoot, const QString& qsRecor
     return content;
 }
 
-QList<QStringList> ZorListSandbox::records(const QString& qsSubPath, const QString& qsRecord,
-                                           const QStringList& attributes) const
+QList<QStringList> ZorListSandbox::records(
+    const QString& qsSubPath, const QString& qsRecord, const QStringList& attributes) const
 {
     QList<QStringList> rows;
     QXmlStreamReader reader(read(qsSubPath));
@@ -107,6 +106,6 @@ QList<QStringList> ZorListSandbox::records(const QString& qsSubPath, const QStri
 
 QByteArray ZorListSandbox::commandsXml(const QList<QStringList>& rows)
 {
-    return listXml(QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"),
-                   {QStringLiteral("name"), QStringLiteral("cmnd")}, rows);
+    return listXml(
+        QStringLiteral("COMMANDS"), QStringLiteral("COMMAND"), {QStringLiteral("name"), QStringLiteral("cmnd")}, rows);
 }

@@ -21,14 +21,13 @@ public:
     QByteArray read(const QString& qsSubPath) const;
     bool exists(const QString& qsSubPath) const;
     // A list file with one record element per row, attributes in order.
-    static QByteArray listXml(const QString& qsRoot, const QString& qsRecord,
-                              const QStringList& attributes, const QList<QStringList>& rows);
+    static QByteArray listXml(
+        const QString& qsRoot, const QString& qsRecord, const QStringList& attributes, const QList<QStringList>& rows);
     // The command list file with these [name, command] rows.
     static QByteArray commandsXml(const QList<QStringList>& rows);
 
     // The given attributes of every record element of a list file, in order.
-    QList<QStringList> records(const QString& qsSubPath, const QString& qsRecord,
-                               const QStringList& attributes) const;
+    QList<QStringList> records(const QString& qsSubPath, const QString& qsRecord, const QStringList& attributes) const;
 
     // Answers given to the next questions in turn; when they run out the
     // first button (0) is pressed.
