@@ -102,6 +102,19 @@ void ZOR_Form_Config_Bluetooth_Device_Type::initForm()
             &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Del);
     }
 
+    connectPageSignals();
+
+    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &ZOR_Form_Config_Bluetooth_Device_Type::slot_currentIndexChanged_DeviceType);
+    m_types.fill(m_lpType);
+    showBluetoothSensorType(BLE_DEVTYPE_NONE);
+    m_lpStack->setFixedHeight(areaHeight(BLE_DEVTYPE_NONE));
+}
+
+// Index changes and user parameters of the type pages, passed on from the
+// shown page.
+void ZOR_Form_Config_Bluetooth_Device_Type::connectPageSignals()
+{
     auto fls = static_cast<ZOR_Form_Config_Ble_DevType_FLS*>(m_pages[BLE_DEVTYPE_FLS]);
     connect(fls, &ZOR_Form_Config_Ble_DevType_FLS::signal_ChangeIdx_Dev_FS, this,
         &ZOR_Form_Config_Bluetooth_Device_Type::slot_ChangeIdx_Dev_FS);
@@ -141,12 +154,6 @@ void ZOR_Form_Config_Bluetooth_Device_Type::initForm()
         &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Add_Uni);
     connect(uni, &ZOR_Form_Config_Ble_DevType_Uni::signal_Device_UserParam_Del_Uni, this,
         &ZOR_Form_Config_Bluetooth_Device_Type::slot_Device_UserParam_Del_Uni);
-
-    connect(m_lpType, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-        &ZOR_Form_Config_Bluetooth_Device_Type::slot_currentIndexChanged_DeviceType);
-    m_types.fill(m_lpType);
-    showBluetoothSensorType(BLE_DEVTYPE_NONE);
-    m_lpStack->setFixedHeight(areaHeight(BLE_DEVTYPE_NONE));
 }
 
 bool ZOR_Form_Config_Bluetooth_Device_Type::fromShownPage() const

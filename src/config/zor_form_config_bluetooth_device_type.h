@@ -79,6 +79,7 @@ private slots:
     void slot_currentIndexChanged_DeviceType(int nIndex);
 
 private:
+    void connectPageSignals();
     bool fromShownPage() const;
     BLUETOOTH_DEVICE_TYPE shownType() const { return BLUETOOTH_DEVICE_TYPE(qMax(0, m_stack.shownKind())); }
     // A page not shown is reset only when it is next needed: a load resets

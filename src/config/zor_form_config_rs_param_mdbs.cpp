@@ -91,6 +91,36 @@ int registerAddress(const QString& qsValue)
     return qMin(int(qsDigits.toUInt(nullptr, 16)), kRegisterMax);
 }
 
+using Column = ZOR_RowBuilder::Column;
+
+// The data type: the code of the shown caption, the first type when unknown.
+void bindDataType(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpWidget)
+{
+    auto prm = static_cast<QComboBox*>(lpWidget);
+    bind.custom(
+        lpAttr, prm, ZOR_DataTypes::codes().first(), [prm] { return ZOR_DataTypes::captionList().currentCode(prm); },
+        [prm](const QString& qsValue) {
+            ZOR_DataTypes::captionList().selectOr(prm, qsValue, ZOR_DataTypes::codes().first());
+        });
+}
+
+// The register address: shown and stored in hexadecimal.
+void bindRegister(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpWidget)
+{
+    auto reg = static_cast<QSpinBox*>(lpWidget);
+    bind.custom(
+        lpAttr, reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
+        [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
+}
+
+// A caption list with number codes; a value it lacks shows nDefault.
+Column::Bind bindNumberCaption(const ZOR_CaptionList* lpList, int nDefault)
+{
+    return [lpList, nDefault](ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpWidget) {
+        bind.numberCaption(lpAttr, static_cast<QComboBox*>(lpWidget), lpList, nDefault, nDefault);
+    };
+}
+
 } // namespace
 
 const ZOR_CaptionList& ZOR_Form_Config_RS_Param_Mdbs::registerTypeCaptions()
@@ -147,25 +177,47 @@ bool ZOR_Form_Config_RS_Param_Mdbs::registerFromNumber(int nNumber, int* lpAddre
     return false;
 }
 
+// A row's columns as shown; stored() gives the attribute order in the file
+// (prm, addr, reg, cmd, ord, cycle, save).
+QVector<ZOR_RowBuilder::Column> ZOR_Form_Config_RS_Param_Mdbs::rowColumns()
+{
+    const ZOR_CaptionList* lpTypes = &ZOR_DataTypes::captionList();
+    const ZOR_CaptionList* lpKinds = &registerTypeCaptions();
+    return {Column(QString(), ZOR_RowBuilder::Label), Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
+        Column(QStringLiteral("cfgt6_109"), ZOR_RowBuilder::Integer, "addr", QStringLiteral("1"), 1, 255).stored(1),
+        Column(QStringLiteral("cfgt6_110"), ZOR_RowBuilder::Integer, "reg", QString(), 0, kRegisterMax)
+            .stored(2, bindRegister),
+        Column(QStringLiteral("cfgt6_111"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 49999),
+        Column(QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, "cmd", QString(), 0, 0, lpKinds)
+            .stored(3, bindNumberCaption(lpKinds, 1)),
+        Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Caption, "prm", QString(), 0, 0, lpTypes)
+            .stored(0, bindDataType),
+        Column(QStringLiteral("cfgt6_114"), ZOR_RowBuilder::Caption, "ord", QString(), 0, 0, &byteOrderCaptions())
+            .stored(4, bindNumberCaption(&byteOrderCaptions(), 0)),
+        Column(QStringLiteral("cfgt6_115"), ZOR_RowBuilder::Integer, "cycle", QStringLiteral("1000"), 500, 60000)
+            .stored(5),
+        Column(QStringLiteral("cfgt6_116"), ZOR_RowBuilder::Check, "save", QStringLiteral("0")).stored(6)};
+}
+
+// An event's columns; the attributes follow "prm", which names the row.
+QVector<ZOR_RowBuilder::Column> ZOR_Form_Config_RS_Param_Mdbs::eventColumns()
+{
+    auto threshold = [](const char* lpKey, const char* lpAttr, const char* lpDefault) {
+        return Column(QLatin1String(lpKey), ZOR_RowBuilder::Integer, lpAttr, QLatin1String(lpDefault), -kThresholdLimit,
+            kThresholdLimit);
+    };
+    return {Column(QString(), ZOR_RowBuilder::Label), Column(QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check),
+        Column(QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index),
+        Column(QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index, "cond")
+            .stored(0, bindNumberCaption(&conditionCaptions(), 0)),
+        threshold("cfgt6_121", "step", "1000"), threshold("cfgt6_122", "low", "0"),
+        threshold("cfgt6_123", "high", "1000"), threshold("cfgt6_124", "hyst", "100")};
+}
+
 ZOR_Form_Config_RS_Param_Mdbs::ZOR_Form_Config_RS_Param_Mdbs(QWidget* parent)
     : ZOR_Form_Config_RS_Param(parent)
-    , m_rows({{QString(), ZOR_RowBuilder::Label}, {QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check},
-          {QStringLiteral("cfgt6_109"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 255},
-          {QStringLiteral("cfgt6_110"), ZOR_RowBuilder::Integer, nullptr, QString(), 0, kRegisterMax},
-          {QStringLiteral("cfgt6_111"), ZOR_RowBuilder::Integer, nullptr, QString(), 1, 49999},
-          {QStringLiteral("cfgt6_112"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0, &registerTypeCaptions()},
-          {QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0,
-              &ZOR_DataTypes::captionList()},
-          {QStringLiteral("cfgt6_114"), ZOR_RowBuilder::Caption, nullptr, QString(), 0, 0, &byteOrderCaptions()},
-          {QStringLiteral("cfgt6_115"), ZOR_RowBuilder::Integer, nullptr, QString(), 500, 60000},
-          {QStringLiteral("cfgt6_116"), ZOR_RowBuilder::Check}})
-    , m_events({{QString(), ZOR_RowBuilder::Label}, {QStringLiteral("cfgt6_108"), ZOR_RowBuilder::Check},
-          {QStringLiteral("cfgt6_113"), ZOR_RowBuilder::Index}, {QStringLiteral("cfgt6_120"), ZOR_RowBuilder::Index},
-          {QStringLiteral("cfgt6_121"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-          {QStringLiteral("cfgt6_122"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-          {QStringLiteral("cfgt6_123"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit, kThresholdLimit},
-          {QStringLiteral("cfgt6_124"), ZOR_RowBuilder::Integer, nullptr, QString(), -kThresholdLimit,
-              kThresholdLimit}})
+    , m_rows(rowColumns())
+    , m_events(eventColumns())
 {
     buildRows();
     setDefaultParam();
@@ -229,39 +281,11 @@ void ZOR_Form_Config_RS_Param_Mdbs::buildRows()
     box->addLayout(buttonLine);
     box->addStretch();
 
-    m_rowBind.resize(nRows);
     m_published.resize(nRows);
-    for (int i = 0; i < nRows; ++i) {
-        QSpinBox* reg = spin(i, RowReg);
-        QComboBox* prm = combo(i, RowPrm);
-        m_rowBind[i]
-            .custom(
-                "prm", prm, ZOR_DataTypes::codes().first(),
-                [prm] { return ZOR_DataTypes::captionList().currentCode(prm); },
-                [prm](const QString& qsValue) {
-                    ZOR_DataTypes::captionList().selectOr(prm, qsValue, ZOR_DataTypes::codes().first());
-                })
-            .integer("addr", spin(i, RowAddr), 1)
-            .custom(
-                "reg", reg, QStringLiteral("0"), [reg] { return QString::number(reg->value(), 16); },
-                [reg](const QString& qsValue) { reg->setValue(registerAddress(qsValue)); });
-        m_rowBind[i]
-            .numberCaption("cmd", combo(i, RowCmd), &registerTypeCaptions(), 1, 1)
-            .numberCaption("ord", combo(i, RowOrd), &byteOrderCaptions(), 0, 0)
-            .integer("cycle", spin(i, RowCycle), 1000)
-            .check("save", m_rows.widgetAs<QCheckBox>(i, RowSave), false);
+    for (int i = 0; i < nRows; ++i)
         connectRow(i);
-    }
-    m_eventBind.resize(nEvents);
-    for (int i = 0; i < nEvents; ++i) {
-        m_eventBind[i]
-            .numberCaption("cond", eventCombo(i, EvCond), &conditionCaptions(), 0, 0)
-            .integer("step", m_events.widgetAs<QSpinBox>(i, EvStep), 1000)
-            .integer("low", m_events.widgetAs<QSpinBox>(i, EvLow), 0)
-            .integer("high", m_events.widgetAs<QSpinBox>(i, EvHigh), 1000)
-            .integer("hyst", m_events.widgetAs<QSpinBox>(i, EvHyst), 100);
+    for (int i = 0; i < nEvents; ++i)
         connectEvent(i);
-    }
     translateForm();
 }
 
@@ -651,7 +675,7 @@ void ZOR_Form_Config_RS_Param_Mdbs::readParamMdbs(CXMLWorkData* lpRoot)
         node->readString("prm", QString(), qsPrm);
         setRowOn(i + 1, !qsPrm.isEmpty());
         if (!qsPrm.isEmpty())
-            m_rowBind[i].read(node.get());
+            m_rows.binding(i).read(node.get());
     }
     for (int i = 0; i < nEvents; ++i) {
         const auto node = ZOR_SettingsNode::openForRead(params.get(), ZOR_SettingsNode::name(kEventNode, i + 1));
@@ -667,7 +691,7 @@ void ZOR_Form_Config_RS_Param_Mdbs::readParamMdbs(CXMLWorkData* lpRoot)
         setEventOn(i + 1, true);
         QComboBox* prm = eventCombo(i, EvPrm);
         prm->setCurrentIndex(prm->findText(qsLabel));
-        m_eventBind[i].read(node.get());
+        m_events.binding(i).read(node.get());
     }
 }
 
@@ -689,7 +713,7 @@ void ZOR_Form_Config_RS_Param_Mdbs::writeParamMdbs(CXMLWorkData* lpRoot)
         if (!isRowOn(i + 1))
             continue;
         const auto node = ZOR_SettingsNode::openForWrite(params.get(), ZOR_SettingsNode::name(kRowNode, i + 1));
-        m_rowBind[i].write(node.get());
+        m_rows.binding(i).write(node.get());
         node->writeParameters();
     }
     for (int i = 0; i < nEvents; ++i) {
@@ -698,7 +722,7 @@ void ZOR_Form_Config_RS_Param_Mdbs::writeParamMdbs(CXMLWorkData* lpRoot)
         const int nRow = rowOfLabel(eventCombo(i, EvPrm)->currentText());
         const auto node = ZOR_SettingsNode::openForWrite(params.get(), ZOR_SettingsNode::name(kEventNode, i + 1));
         node->writeString("prm", nRow < 0 ? QString() : glqsMbPreffixXml + QString::number(nRow + 1));
-        m_eventBind[i].write(node.get());
+        m_events.binding(i).write(node.get());
         node->writeParameters();
     }
 }

@@ -100,6 +100,8 @@ private:
         QString qsCaption;
     };
 
+    static QVector<ZOR_RowBuilder::Column> rowColumns();
+    static QVector<ZOR_RowBuilder::Column> eventColumns();
     void buildRows();
     void connectRow(int nIndex);
     void connectEvent(int nIndex);
@@ -127,10 +129,6 @@ private:
 
     ZOR_RowBuilder m_rows;
     ZOR_RowBuilder m_events;
-    // Stored order of a row: prm addr reg cmd ord cycle save.
-    QVector<ZOR_FormBinding> m_rowBind;
-    // Stored order of an event after "prm": cond step low high hyst.
-    QVector<ZOR_FormBinding> m_eventBind;
     QVector<Published> m_published;
     QStringList m_labels;
     int m_nLastAddress = 1;

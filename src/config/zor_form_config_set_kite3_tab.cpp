@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -23,6 +24,72 @@ const int kColumns = 3;
 QString versionTitle(int nVersion)
 {
     return QStringLiteral("KITE %1.0").arg(nVersion);
+}
+
+using Tab = ZOR_Form_Config_Set_Kite3_Tab;
+
+// The field tabs: the fields each shows, in field order ("1-7 19" is
+// fields 1 to 7 and 19); a field has the field table's caption unless
+// kOwnCaptions gives it another.
+struct TabFields
+{
+    const char* lpName;
+    const char* lpTitleKey;
+    const char* lpFields;
+    const Tab::Group* lpGroups = nullptr;
+    int nGroups = 0;
+};
+
+// The terminal fills these runs from their first field on; the lists show
+// the number of sensors (tyres, temperature, humidity) or doors a count covers.
+const Tab::Group kMoreGroups[] = {
+    {94, 4, "cfgkt_049", "0 2 6 14 30"},
+    {110, 8, "cfgkt_050", "0 2 4 6 8 10 12 14 16"},
+    {163, 4, "cfgkt_051", "0 1 2 3 4"},
+    {167, 4, "cfgkt_052", "0 1 2 3 4"},
+};
+
+const TabFields kTabs[] = {
+    {"Main", "cfgkt_010", "1-7 19-37 45-52 123-138 200 205 206"},
+    {"Navi", "cfgkt_011", "8-18 70-77"},
+    {"RS", "cfgkt_012", "38-44 78-93 147-162"},
+    {"CAN", "cfgkt_013", "53-69 201-204"},
+    {"Taho", "cfgkt_014", "98-103"},
+    {"Accel", "cfgkt_015", "106-109 139-141 143-146"},
+    {"Refr", "cfgkt_016", "182-199"},
+    {"FFS", "cfgkt_017", "171-181"},
+    {"More", "cfgkt_018", "104 105 118-122 142", kMoreGroups, int(std::size(kMoreGroups))},
+};
+
+// Fields shown with a caption of their own, or on in a new configuration.
+const Tab::Box kOwnCaptions[] = {{1, "tmikte_123", "%1", Tab::Fixed}, {2, "tmikte_124", "%1", Tab::Fixed},
+    {3, "tmikte_125", "%1", Tab::Fixed}, {4, "cfgkt_020", "%1", Tab::Default}, {5, "cfgkt_021", "%1", Tab::Default},
+    {6, "cfgkt_022", "%1", Tab::Default}, {7, "tmikte_145", "%1", Tab::Default}, {8, "cfgkt_023", "%1", Tab::Default},
+    {9, "tmikte_148", "%1", Tab::Default}, {10, "tmikte_149", "%1", Tab::Default},
+    {11, "tmikte_150", "%1", Tab::Default}, {12, "tmikte_151", "%1", Tab::Default},
+    {13, "tmikte_152", "%1", Tab::Default}, {14, "tmikte_153", "%1", Tab::Default},
+    {15, "tmikte_154", "%1", Tab::Default}, {19, "tmikte_158", "%1", Tab::Default},
+    {20, "tmikte_159", "%1", Tab::Default}, {29, "cfgkt_024", "%1 1-8", Tab::Default}, {30, "cfgkt_024", "%1 9-16"},
+    {31, "cfgkt_025", "%1 1-8", Tab::Default}, {32, "cfgkt_025", "%1 9-16"}, {53, "cfgkt_026"}, {66, "cfgkt_027"},
+    {70, "cfgkt_028"}, {71, "cfgkt_029"}, {72, "cfgkt_030"}, {73, "cfgkt_031"}, {77, "cfgkt_032"}, {98, "cfgkt_033"},
+    {100, "cfgkt_034"}, {107, "tmikte_223"}, {109, "cfgkt_035"}, {118, "cfgkt_036"}, {122, "cfgkt_037"},
+    {126, "cfgkt_024", "%1 17-24"}, {139, "cfgkt_038"}, {141, "cfgkt_039"}, {142, "cfgkt_040"}, {145, "tmikte_254"},
+    {146, "cfgkt_048"}, {171, "cfgkt_042"}, {182, "cfgkt_043"}, {195, "cfgkt_053"}, {196, "cfgkt_044", "%1 2-3"},
+    {197, "cfgkt_044", "%1 4-6"}, {198, "cfgkt_045"}, {201, "cfgkt_046"}, {204, "cfgkt_047"}};
+
+// The boxes of a field list such as "1-7 19".
+QVector<Tab::Box> boxesOf(const char* lpFields)
+{
+    QVector<Tab::Box> boxes;
+    for (const QString& qsRun : QString::fromLatin1(lpFields).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList ends = qsRun.split(QLatin1Char('-'));
+        for (int n = ends.first().toInt(); n <= ends.last().toInt(); ++n) {
+            const auto own = std::find_if(
+                std::begin(kOwnCaptions), std::end(kOwnCaptions), [n](const Tab::Box& box) { return box.nField == n; });
+            boxes.append(own != std::end(kOwnCaptions) ? *own : Tab::Box{n});
+        }
+    }
+    return boxes;
 }
 
 } // namespace
@@ -43,6 +110,20 @@ ZOR_Form_Config_Set_Kite3_Tab::ZOR_Form_Config_Set_Kite3_Tab(QWidget* parent)
     m_lpContent = new QVBoxLayout(lpInner);
     m_lpScroll->setWidget(lpInner);
     lpOuter->addWidget(m_lpScroll);
+}
+
+ZOR_Form_Config_Set_Kite3_Tab::ZOR_Form_Config_Set_Kite3_Tab(const char* lpName, QWidget* parent)
+    : ZOR_Form_Config_Set_Kite3_Tab(parent)
+{
+    for (const TabFields& tab : kTabs) {
+        if (qstrcmp(tab.lpName, lpName) != 0)
+            continue;
+        setTabName(QLatin1String(tab.lpName), tab.lpTitleKey);
+        const QVector<Box> boxes = boxesOf(tab.lpFields);
+        addBoxes(boxes.constData(), boxes.size());
+        addGroups(tab.lpGroups, tab.nGroups);
+    }
+    layoutByVersion();
 }
 
 int ZOR_Form_Config_Set_Kite3_Tab::fieldVersion(int nField)

@@ -8,13 +8,14 @@
 // 255-character field mask, reports every change of the record size, and
 // follows the protocol version and the terminal's capabilities.
 //
-//   const ZOR_Form_Config_Set_Kite3_Tab::Box kBoxes[] = {
-//       {19},                                // the field table's caption of field 19
-//       {21, nullptr, nullptr, Default},     // the same, on in a new configuration
-//       {98, "cfgkt_033"},                   // a caption of its own
-//   };
-//   addBoxes(kBoxes);
-//   layoutByVersion();
+// The field tabs come from one table in the .cpp: each names its fields
+// ("8-18 70-77"), and a field takes the field table's caption unless the
+// table of own captions gives it a key, a pattern or a flag:
+//
+//   {98, "cfgkt_033"},                       // a caption of its own
+//   {4, "cfgkt_020", "%1", Tab::Default},    // on in a new configuration
+//
+// A subclass passes its name: ZOR_Form_Config_Set_Kite3_Tab("Navi", parent).
 //
 // Decisions:
 // - A field of a version the selected protocol does not carry keeps its
@@ -112,6 +113,9 @@ signals:
     void signal_ProtocolSize_Changed(int nDelta);
 
 protected:
+    // A field tab made from the tabs' table: its name, title, boxes and
+    // counts, laid out by version.
+    ZOR_Form_Config_Set_Kite3_Tab(const char* lpName, QWidget* parent);
     // The tab's name and title key (the title is looked up in translateForm).
     void setTabName(const QString& qsName, const char* lpTitleKey);
     template <int N>

@@ -13,6 +13,8 @@
 #include <QRegularExpressionValidator>
 #include <QSpinBox>
 
+#include <algorithm>
+
 ZOR_RowBuilder::ZOR_RowBuilder(QVector<Column> columns)
     : m_columns(std::move(columns))
 {
@@ -29,70 +31,85 @@ void ZOR_RowBuilder::build(QGridLayout* lpGrid, int nRows, RowCaption caption, i
             lpGrid->addWidget(header, nFirstGridRow - 1, c);
         }
     }
+    const QVector<int> stored = storedColumns();
     m_rows.resize(nRows);
     for (int r = 0; r < nRows; ++r) {
         BuiltRow& row = m_rows[r];
         for (int c = 0; c < m_columns.size(); ++c) {
-            const Column& col = m_columns[c];
-            // Widgets of unstored columns go into a scratch binding.
-            ZOR_FormBinding unstored;
-            ZOR_FormBinding& bind = col.lpAttr ? row.bind : unstored;
-            QWidget* w = nullptr;
-            switch (col.kind) {
-            case Check: {
-                auto box = new QCheckBox(parent);
-                bind.check(col.lpAttr, box, col.qsDefault.toInt() != 0);
-                w = box;
-                break;
-            }
-            case Integer: {
-                auto spin = new QSpinBox(parent);
-                spin->setRange(col.nMin, col.nMax);
-                bind.integer(col.lpAttr, spin, col.qsDefault.toInt());
-                w = spin;
-                break;
-            }
-            case Text: {
-                auto edit = new QLineEdit(parent);
-                bind.text(col.lpAttr, edit, col.qsDefault);
-                w = edit;
-                break;
-            }
-            case Hex:
-            case HexUpper: {
-                auto edit = new QLineEdit(parent);
-                const int nDigits = qMax(1, col.nMax);
-                edit->setValidator(new QRegularExpressionValidator(
-                    QRegularExpression(QStringLiteral("[0-9a-fA-F]{0,%1}").arg(nDigits)), edit));
-                if (col.kind == Hex)
-                    bind.hex(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
-                else
-                    bind.hexUpper(col.lpAttr, edit, col.qsDefault.toInt(nullptr, 16), nDigits);
-                w = edit;
-                break;
-            }
-            case Caption:
-            case Index: {
-                auto box = new QComboBox(parent);
-                if (col.lpList)
-                    col.lpList->fill(box);
-                if (col.kind == Caption)
-                    bind.caption(col.lpAttr, box, col.lpList, col.qsDefault);
-                else
-                    bind.index(col.lpAttr, box, col.qsDefault.toInt());
-                w = box;
-                break;
-            }
-            default: w = new QLabel(parent); break;
-            }
+            QWidget* w = createWidget(m_columns[c], parent);
             row.widgets.append(w);
             if (lpGrid)
                 lpGrid->addWidget(w, nFirstGridRow + r, c);
         }
+        for (int c : stored)
+            bindColumn(row.bind, m_columns[c], row.widgets[c]);
         if (hook)
             hook(r, row.widgets);
     }
     translate();
+}
+
+QWidget* ZOR_RowBuilder::createWidget(const Column& col, QWidget* parent) const
+{
+    switch (col.kind) {
+    case Check: return new QCheckBox(parent);
+    case Integer: {
+        auto spin = new QSpinBox(parent);
+        spin->setRange(col.nMin, col.nMax);
+        return spin;
+    }
+    case Text: return new QLineEdit(parent);
+    case Hex:
+    case HexUpper: {
+        auto edit = new QLineEdit(parent);
+        const int nDigits = qMax(1, col.nMax);
+        edit->setValidator(new QRegularExpressionValidator(
+            QRegularExpression(QStringLiteral("[0-9a-fA-F]{0,%1}").arg(nDigits)), edit));
+        return edit;
+    }
+    case Caption:
+    case Index: {
+        auto box = new QComboBox(parent);
+        if (col.lpList)
+            col.lpList->fill(box);
+        return box;
+    }
+    default: return new QLabel(parent);
+    }
+}
+
+void ZOR_RowBuilder::bindColumn(ZOR_FormBinding& bind, const Column& col, QWidget* lpWidget)
+{
+    if (col.bindAs) {
+        col.bindAs(bind, col.lpAttr, lpWidget);
+        return;
+    }
+    switch (col.kind) {
+    case Check: bind.check(col.lpAttr, static_cast<QCheckBox*>(lpWidget), col.qsDefault.toInt() != 0); break;
+    case Integer: bind.integer(col.lpAttr, static_cast<QSpinBox*>(lpWidget), col.qsDefault.toInt()); break;
+    case Text: bind.text(col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault); break;
+    case Hex:
+        bind.hex(col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault.toInt(nullptr, 16), qMax(1, col.nMax));
+        break;
+    case HexUpper:
+        bind.hexUpper(
+            col.lpAttr, static_cast<QLineEdit*>(lpWidget), col.qsDefault.toInt(nullptr, 16), qMax(1, col.nMax));
+        break;
+    case Caption: bind.caption(col.lpAttr, static_cast<QComboBox*>(lpWidget), col.lpList, col.qsDefault); break;
+    case Index: bind.index(col.lpAttr, static_cast<QComboBox*>(lpWidget), col.qsDefault.toInt()); break;
+    default: break;
+    }
+}
+
+QVector<int> ZOR_RowBuilder::storedColumns() const
+{
+    QVector<int> stored;
+    for (int c = 0; c < m_columns.size(); ++c)
+        if (m_columns[c].lpAttr && m_columns[c].kind != Label)
+            stored.append(c);
+    auto place = [this](int c) { return m_columns[c].nOrder >= 0 ? m_columns[c].nOrder : c; };
+    std::stable_sort(stored.begin(), stored.end(), [place](int a, int b) { return place(a) < place(b); });
+    return stored;
 }
 
 QWidget* ZOR_RowBuilder::widget(int nIndex, int nColumn) const

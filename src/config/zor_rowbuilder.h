@@ -19,6 +19,10 @@
 // calls. A column without an attribute is shown but not stored (a row's
 // own on/off switch). A hook may adjust a row's widgets after they are built (a range
 // that differs per row, a tooltip).
+//
+// Stored columns are kept in column order unless they say their place in
+// the file: Column(...).stored(2) is the third attribute of a row, and
+// .stored(2, how) stores the widget its own way (a number shown in hex).
 
 #include "config/zor_formbinding.h"
 
@@ -66,6 +70,16 @@ public:
         int nMin = 0;
         int nMax = 0; // Integer range; Hex: digits in nMax
         const ZOR_CaptionList* lpList = nullptr; // Caption and Index
+        // Binds the column's widget instead of its kind's binding.
+        using Bind = std::function<void(ZOR_FormBinding& bind, const char* lpAttr, QWidget* lpWidget)>;
+        int nOrder = -1; // place among the stored attributes (-1: column order)
+        Bind bindAs;
+        Column& stored(int nPlace, Bind how = {})
+        {
+            nOrder = nPlace;
+            bindAs = std::move(how);
+            return *this;
+        }
     };
 
     explicit ZOR_RowBuilder(QVector<Column> columns);
@@ -99,6 +113,11 @@ public:
     void writeAttributes(CXMLWorkData* lpNode) const;
 
 private:
+    QWidget* createWidget(const Column& col, QWidget* parent) const;
+    static void bindColumn(ZOR_FormBinding& bind, const Column& col, QWidget* lpWidget);
+    // Stored columns in the order of their attributes.
+    QVector<int> storedColumns() const;
+
     struct BuiltRow
     {
         QVector<QWidget*> widgets;
