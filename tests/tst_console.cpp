@@ -23,6 +23,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
@@ -79,6 +80,7 @@ private slots:
     void escapeInTheLineDoesNotClose();
     void historyWalksSentCommands();
     void historyOutlivesTheConsole();
+    void logChoicesOutliveTheConsole();
     void eachEnterSendsWhatWasTypedSinceTheLast();
     void languageSwitchTranslatesTheLogAndKeepsTheLine();
     void repeatSendsTheAskedCount_data();
@@ -145,6 +147,7 @@ void TestConsole::init()
     setProgramLanguage(QString());
     ZOR_Language::instance().load(QStringLiteral("keys"));
     QFile::remove(ZOR_CommandHistory::defaultPath());
+    QFile::remove(ZOR_Widget_Log::choicesPath());
     host.clear();
     host.nCoordSystem = 0;
     host.ussdRequest = "*100#";
@@ -875,6 +878,28 @@ void TestConsole::historyOutlivesTheConsole()
     auto* line = child<QLineEdit>("lineEdit_Cmd_Any");
     QTest::keyClick(line, Qt::Key_Up);
     QCOMPARE(line->text(), QStringLiteral("*?GSM"));
+}
+
+// Times with milliseconds and the recording (on, and into which file) are
+// the user's, taken up by the next console; stopping is kept as well.
+void TestConsole::logChoicesOutliveTheConsole()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("kept.log"));
+    QMenu* options = child<QToolButton>("toolButton_Options")->menu();
+    options->actions().at(0)->trigger(); // times with milliseconds
+    QVERIFY(form->logWidget()->recordTo(path));
+    form.reset(new ZOR_Form_Commands()); // the host restarted
+    QVERIFY(form->logModel()->isTimeWithMs());
+    QVERIFY(form->logWidget()->logFile()->isActive());
+    QCOMPARE(form->logWidget()->logFile()->fileName(), path);
+    QVERIFY(child<QToolButton>("toolButton_Options")->menu()->actions().at(1)->isChecked());
+
+    QVERIFY(form->logWidget()->recordTo(QString()));
+    child<QToolButton>("toolButton_Options")->menu()->actions().at(0)->trigger();
+    form.reset(new ZOR_Form_Commands());
+    QVERIFY(!form->logModel()->isTimeWithMs());
+    QVERIFY(!form->logWidget()->logFile()->isActive());
 }
 
 void TestConsole::eachEnterSendsWhatWasTypedSinceTheLast()

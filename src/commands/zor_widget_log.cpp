@@ -2,6 +2,7 @@
 
 #include "commands/zor_consolelogfile.h"
 #include "commands/zor_model_log.h"
+#include "module/zor_global.h"
 #include "module/zor_language.h"
 #include "ui_zor_widget_log.h"
 
@@ -17,6 +18,7 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSettings>
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTimer>
@@ -27,6 +29,10 @@ namespace {
 
 // Often enough to look live, rare enough to cost little.
 const int kLogRefreshMs = 40;
+
+const QString kKeyTimeMs = QStringLiteral("log/timeWithMs");
+const QString kKeyRecord = QStringLiteral("log/record");
+const QString kKeyRecordPath = QStringLiteral("log/recordPath");
 
 QString withShortcut(const QAction* action)
 {
@@ -100,6 +106,7 @@ ZOR_Widget_Log::ZOR_Widget_Log(QWidget* parent)
     ui->label_Hidden->hide();
     updateColours();
     translate();
+    restoreChoices();
 }
 
 ZOR_Widget_Log::~ZOR_Widget_Log()
@@ -627,12 +634,39 @@ void ZOR_Widget_Log::undoClear()
     followLog();
 }
 
+QString ZOR_Widget_Log::choicesPath()
+{
+    return appUserDataDirectory() + QStringLiteral("/Localization/Temp/commands_console.ini");
+}
+
+// A recording that cannot start again (the folder is gone) says so in the
+// log's header and stays off; the kept choice is left for the next time.
+void ZOR_Widget_Log::restoreChoices()
+{
+    const QSettings settings(choicesPath(), QSettings::IniFormat);
+    m_bRestoring = true;
+    setTimeWithMs(settings.value(kKeyTimeMs, false).toBool());
+    const QString qsPath = settings.value(kKeyRecordPath).toString();
+    if (settings.value(kKeyRecord, false).toBool() && !qsPath.isEmpty())
+        recordTo(qsPath);
+    m_bRestoring = false;
+}
+
+void ZOR_Widget_Log::keepChoice(const QString& qsKey, const QVariant& value)
+{
+    if (m_bRestoring)
+        return;
+    QSettings settings(choicesPath(), QSettings::IniFormat);
+    settings.setValue(qsKey, value);
+}
+
 void ZOR_Widget_Log::setTimeWithMs(bool bOn)
 {
     if (m_actionTimeMs->isChecked() != bOn)
         m_actionTimeMs->setChecked(bOn); // comes back here
     m_modelLog->setTimeWithMs(bOn);
     fitColumns();
+    keepChoice(kKeyTimeMs, bOn);
 }
 
 bool ZOR_Widget_Log::recordTo(const QString& qsPath)
@@ -647,6 +681,9 @@ bool ZOR_Widget_Log::recordTo(const QString& qsPath)
     }
     const QSignalBlocker block(m_actionRecord);
     m_actionRecord->setChecked(m_lpLogFile->isActive());
+    keepChoice(kKeyRecord, m_lpLogFile->isActive());
+    if (m_lpLogFile->isActive())
+        keepChoice(kKeyRecordPath, qsPath);
     return qsPath.isEmpty() || m_lpLogFile->isActive();
 }
 
@@ -654,8 +691,11 @@ void ZOR_Widget_Log::slot_toggled_Action_Record(bool bOn)
 {
     QString qsPath;
     if (bOn) {
-        qsPath = QFileDialog::getSaveFileName(this, zorTr(QStringLiteral("cons_062")).remove(QChar(0x2026)),
-            QStringLiteral("console_%1.log").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd"))),
+        QString qsLast = QSettings(choicesPath(), QSettings::IniFormat).value(kKeyRecordPath).toString();
+        if (qsLast.isEmpty())
+            qsLast =
+                QStringLiteral("console_%1.log").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd")));
+        qsPath = QFileDialog::getSaveFileName(this, zorTr(QStringLiteral("cons_062")).remove(QChar(0x2026)), qsLast,
             zorTr(QStringLiteral("cons_069")), nullptr, QFileDialog::DontConfirmOverwrite);
         if (qsPath.isEmpty()) {
             const QSignalBlocker block(m_actionRecord);

@@ -11,6 +11,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QVariant>
 #include <QWidget>
 
 #include <memory>
@@ -52,6 +53,10 @@ public:
     void setTimeWithMs(bool bOn);
     // Starts (or, with "", stops) recording the exchange to this file.
     bool recordTo(const QString& qsPath);
+    // The user's choices of times with milliseconds and of recording (on or
+    // off, and its file) are kept here and taken up by the next log:
+    // <appUserDataDirectory()>/Localization/Temp/commands_console.ini
+    static QString choicesPath();
 
     void showFindBar();
     void hideFindBar();
@@ -71,6 +76,8 @@ private:
     void initView();
     void initActions();
     void initFind();
+    void restoreChoices();
+    void keepChoice(const QString& qsKey, const QVariant& value);
     void fitColumns();
     void updateColours();
     void scrollLogLater();
@@ -107,6 +114,7 @@ private:
     QAction* m_actionTimeMs = nullptr;
     QAction* m_actionRecord = nullptr;
     bool m_bFollowLog = true;
+    bool m_bRestoring = false;
     int m_nRowsSeen = 0;
     // The log's scroll position while rows come or go above it; -1 else.
     int m_nLogShiftFrom = -1;
