@@ -3,6 +3,8 @@
 // cursor and track selection following each other, going to a time, row
 // filters, and map tiles from a tile server this test runs on localhost.
 
+#include "module/zor_language.h"
+#include "zor_driveanalysis.h"
 #include "zor_telemetry_window.h"
 #include "zor_tmi_archivemodel.h"
 #include "zor_tmi_chartpane.h"
@@ -10,6 +12,7 @@
 #include "zor_tmi_envelope.h"
 #include "zor_tmi_rowfilter.h"
 #include "zor_tmi_simarchive.h"
+#include "zor_tmi_summarypane.h"
 #include "zor_tmi_tilesource.h"
 #include "zor_tmi_trackpane.h"
 #include "zor_tmi_trackview.h"
@@ -103,6 +106,8 @@ private slots:
     void tableRowChartCursorAndTrackFollowEachOther();
     void goToTimeAndFilterRows();
     void driveSummaryAndTrackFile();
+    void notComputedFollowsTheLanguage_data();
+    void notComputedFollowsTheLanguage();
     void mapTilesFromALocalServer_data();
     void mapTilesFromALocalServer();
 };
@@ -301,6 +306,34 @@ void TestHostTelemetryPanes::driveSummaryAndTrackFile()
     QVERIFY(csv.open(QIODevice::ReadOnly));
     QVERIFY(csv.readLine().startsWith("NumPage,Code,Time,"));
     QVERIFY(csv.readLine().startsWith("1,2,2024-06-01T00:00:00Z,"));
+}
+
+void TestHostTelemetryPanes::notComputedFollowsTheLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("ru") << "ru"
+                        << "Моточасы не рассчитаны: в записях нет поля Motochas";
+    QTest::newRow("en") << "en"
+                        << "Engine hours not computed: the records carry no Motochas";
+}
+
+// The summary says what it could not compute in the window's language; a
+// reason that came as text (a cut archive) stays as it came.
+void TestHostTelemetryPanes::notComputedFollowsTheLanguage()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, shown);
+    ZOR_Language::instance().load(language);
+    ZOR_DriveSummary summary;
+    summary.missing.push_back(ZOR_DriveMissing::EngineHours);
+    summary.notComputed << QStringLiteral("cut <short>");
+    ZOR_TmiSummaryPane pane;
+    pane.setSummary(&summary, ZOR_DriveOptions());
+    const QString text = pane.toPlainText();
+    QVERIFY2(text.contains(shown), qPrintable(text));
+    QVERIFY(text.contains(QStringLiteral("cut <short>")));
+    QVERIFY(!text.contains(QStringLiteral("engine hours:")));
 }
 
 void TestHostTelemetryPanes::mapTilesFromALocalServer_data()

@@ -81,11 +81,34 @@ ZOR_DriveSummary ZOR_DriveAnalysis::analyse(const ZOR_DriveTrack& track) const
     return s;
 }
 
+QString ZOR_DriveAnalysis::missingText(ZOR_DriveMissing missing)
+{
+    switch (missing) {
+    case ZOR_DriveMissing::Coordinates:
+        return QStringLiteral("distance: the records carry no coordinates (Latitude, Longitude, StateNGauge)");
+    case ZOR_DriveMissing::Fix: return QStringLiteral("track: no record has a valid fix");
+    case ZOR_DriveMissing::Mileage: return QStringLiteral("mileage difference: the records carry no Mileage");
+    case ZOR_DriveMissing::Time: return QStringLiteral("time span, moving time, durations: the records carry no Time");
+    case ZOR_DriveMissing::Speed: return QStringLiteral("speeds, moving time: the records carry no Speed");
+    case ZOR_DriveMissing::EngineHours: return QStringLiteral("engine hours: the records carry no Motochas");
+    case ZOR_DriveMissing::Runs: return QStringLiteral("trips and stops: the records carry neither Module1 nor Speed");
+    case ZOR_DriveMissing::Fuel: return QStringLiteral("fuel events: the records carry no fuel level field");
+    }
+    return QString();
+}
+
+QStringList ZOR_DriveAnalysis::notComputedText(const ZOR_DriveSummary& s)
+{
+    QStringList lines;
+    for (ZOR_DriveMissing missing : s.missing)
+        lines << missingText(missing);
+    return lines + s.notComputed;
+}
+
 void ZOR_DriveAnalysis::addDistance(const ZOR_DriveTrack& track, ZOR_DriveSummary& s) const
 {
     if (!track.hasCoordinates()) {
-        s.notComputed << QStringLiteral(
-            "distance: the records carry no coordinates (Latitude, Longitude, StateNGauge)");
+        s.missing.push_back(ZOR_DriveMissing::Coordinates);
     } else {
         s.hasDistance = true;
         int prev = -1;
@@ -103,10 +126,10 @@ void ZOR_DriveAnalysis::addDistance(const ZOR_DriveTrack& track, ZOR_DriveSummar
             prev = i;
         }
         if (s.fixes == 0)
-            s.notComputed << QStringLiteral("track: no record has a valid fix");
+            s.missing.push_back(ZOR_DriveMissing::Fix);
     }
     if (!track.hasMileage()) {
-        s.notComputed << QStringLiteral("mileage difference: the records carry no Mileage");
+        s.missing.push_back(ZOR_DriveMissing::Mileage);
     } else {
         double first = NAN;
         double last = NAN;
@@ -148,10 +171,10 @@ void ZOR_DriveAnalysis::addTimes(const ZOR_DriveTrack& track, ZOR_DriveSummary& 
         s.firstTime = track.point(0).time;
         s.lastTime = track.point(n - 1).time;
     } else {
-        s.notComputed << QStringLiteral("time span, moving time, durations: the records carry no Time");
+        s.missing.push_back(ZOR_DriveMissing::Time);
     }
     if (!track.hasSpeed())
-        s.notComputed << QStringLiteral("speeds, moving time: the records carry no Speed");
+        s.missing.push_back(ZOR_DriveMissing::Speed);
     s.hasMovingTime = s.hasTime && track.hasSpeed();
     if (s.hasMovingTime && s.hasDistance && s.movingS > 0)
         s.avgSpeedKmh = s.distanceKm / (double(s.movingS) / 3600.0);
@@ -159,7 +182,7 @@ void ZOR_DriveAnalysis::addTimes(const ZOR_DriveTrack& track, ZOR_DriveSummary& 
     if (s.hasEngineHours)
         s.engineHours = lastHours - firstHours;
     else
-        s.notComputed << QStringLiteral("engine hours: the records carry no Motochas");
+        s.missing.push_back(ZOR_DriveMissing::EngineHours);
 }
 
 namespace {
@@ -218,7 +241,7 @@ void fillRun(const ZOR_DriveTrack& track, const ZOR_DriveOptions& options, ZOR_D
 void ZOR_DriveAnalysis::addRuns(const ZOR_DriveTrack& track, ZOR_DriveSummary& s) const
 {
     if (!track.hasEngine() && !track.hasSpeed()) {
-        s.notComputed << QStringLiteral("trips and stops: the records carry neither Module1 nor Speed");
+        s.missing.push_back(ZOR_DriveMissing::Runs);
         return;
     }
     bool joinNext = false; // a short stop after the last trip: the next trip continues it
@@ -249,7 +272,7 @@ void ZOR_DriveAnalysis::addRuns(const ZOR_DriveTrack& track, ZOR_DriveSummary& s
 void ZOR_DriveAnalysis::addFuel(const ZOR_DriveTrack& track, ZOR_DriveSummary& s) const
 {
     if (track.levels().empty())
-        s.notComputed << QStringLiteral("fuel events: the records carry no fuel level field");
+        s.missing.push_back(ZOR_DriveMissing::Fuel);
     for (const ZOR_DriveTrack::Level& level : track.levels())
         findEvents(track, level, s);
     std::stable_sort(s.fuelEvents.begin(), s.fuelEvents.end(),

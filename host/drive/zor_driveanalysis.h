@@ -85,6 +85,18 @@ struct ZOR_DriveGap
     qint64 seconds = 0; // time from the fix before (negative: back)
 };
 
+// What the summary could not compute for want of fields in the records.
+enum class ZOR_DriveMissing {
+    Coordinates,
+    Fix,
+    Mileage,
+    Time,
+    Speed,
+    EngineHours,
+    Runs,
+    Fuel,
+};
+
 struct ZOR_DriveSummary
 {
     int records = 0;
@@ -107,7 +119,10 @@ struct ZOR_DriveSummary
     std::vector<ZOR_DriveRun> stops;
     std::vector<ZOR_FuelEvent> fuelEvents;
     std::vector<ZOR_DriveGap> gaps;
-    // What could not be computed, and why (English, one line each).
+    // What could not be computed, in the order found; the caller says it in
+    // its own words (ZOR_DriveAnalysis::missingText: English).
+    std::vector<ZOR_DriveMissing> missing;
+    // Other reasons, as text (an archive read only in part).
     QStringList notComputed;
 };
 
@@ -117,6 +132,11 @@ public:
     explicit ZOR_DriveAnalysis(const ZOR_DriveOptions& options = ZOR_DriveOptions());
 
     ZOR_DriveSummary analyse(const ZOR_DriveTrack& track) const;
+
+    // A missing item in English, what it is and why ("engine hours: ...").
+    static QString missingText(ZOR_DriveMissing missing);
+    // Every missing item in English, then the other reasons.
+    static QStringList notComputedText(const ZOR_DriveSummary& s);
 
     // Great-circle distance in km.
     static double haversineKm(double lat1, double lon1, double lat2, double lon2);

@@ -246,7 +246,8 @@ QJsonObject ZOR_DriveExport::summaryJson() const
         {QStringLiteral("avg_speed_kmh"), rounded(s.avgSpeedKmh, 1)},
         {QStringLiteral("engine_hours"), orNull(s.hasEngineHours, rounded(s.engineHours, 3))},
         {QStringLiteral("trips"), trips}, {QStringLiteral("stops"), stops}, {QStringLiteral("fuel_events"), fuel},
-        {QStringLiteral("gaps"), gaps}, {QStringLiteral("not_computed"), QJsonArray::fromStringList(s.notComputed)}};
+        {QStringLiteral("gaps"), gaps},
+        {QStringLiteral("not_computed"), QJsonArray::fromStringList(ZOR_DriveAnalysis::notComputedText(s))}};
 }
 
 QString ZOR_DriveExport::runLine(const ZOR_DriveRun& run, bool isStop) const
@@ -300,7 +301,7 @@ QString ZOR_DriveExport::summaryText() const
                 .arg(e.field)
                 .arg(e.first + 1)
                 .arg(number(e.change(), 1), number(e.before, 1), number(e.after, 1)));
-    for (const QString& why : s.notComputed)
+    for (const QString& why : ZOR_DriveAnalysis::notComputedText(s))
         line(QStringLiteral("Not computed"), why);
     return t;
 }

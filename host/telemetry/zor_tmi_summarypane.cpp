@@ -9,6 +9,22 @@
 
 namespace {
 
+// The language key of what the summary could not compute.
+const char* missingKey(ZOR_DriveMissing missing)
+{
+    switch (missing) {
+    case ZOR_DriveMissing::Coordinates: return "sum_nc_coords";
+    case ZOR_DriveMissing::Fix: return "sum_nc_fix";
+    case ZOR_DriveMissing::Mileage: return "sum_nc_mileage";
+    case ZOR_DriveMissing::Time: return "sum_nc_time";
+    case ZOR_DriveMissing::Speed: return "sum_nc_speed";
+    case ZOR_DriveMissing::EngineHours: return "sum_nc_engine";
+    case ZOR_DriveMissing::Runs: return "sum_nc_runs";
+    case ZOR_DriveMissing::Fuel: return "sum_nc_fuel";
+    }
+    return "";
+}
+
 QString timeText(qint64 nUtc)
 {
     return QDateTime::fromSecsSinceEpoch(nUtc).toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
@@ -90,7 +106,10 @@ QString ZOR_TmiSummaryPane::html(const ZOR_DriveSummary& s, const ZOR_DriveOptio
                    .arg(zorTmiText(gap.backInTime ? "sum_gap_back" : "sum_gap_jump")
                             .arg(recordLink(gap.record))
                             .arg(gap.km, 0, 'f', 1));
-    for (const QString& qsWhy : s.notComputed)
+    QStringList lsWhy;
+    for (ZOR_DriveMissing missing : s.missing)
+        lsWhy << zorTmiText(missingKey(missing));
+    for (const QString& qsWhy : lsWhy + s.notComputed)
         out += QStringLiteral("<p style=\"color:#b00000\">%1</p>").arg(qsWhy.toHtmlEscaped());
     return out + runsHtml(s, false) + runsHtml(s, true) + fuelHtml(s);
 }
