@@ -22,7 +22,7 @@ die() { echo "FAIL: $*" >&2; exit 1; }
 
 step "install $build to a staging prefix"
 targets=(ZOR_Commands zor-host zor-sim zor-tool)
-cmake --build "$build" --target help | grep -q '^zor_manpages:' && targets+=(zor_manpages)
+cmake --build "$build" --target help | grep '^zor_manpages:' >/dev/null && targets+=(zor_manpages)
 cmake --build "$build" -j"$(nproc)" --target "${targets[@]}" >/dev/null
 cmake --install "$build" --prefix "$work/stage" >/dev/null
 libdir=$(cd "$work/stage" && dirname "$(find . -name 'libZOR_Commands.so.1' | head -1)")
