@@ -331,6 +331,12 @@ void TestHostTelemetry::fieldSetFromSettingsFile()
     QVERIFY(!set.readSettingsFile(qsFile, &qsError));
     QVERIFY(!qsError.isEmpty());
     QCOMPARE(set.version(), 2);
+
+    // Reading leaves the disk alone: a missing file stays missing.
+    const QString qsMissing = path(QStringLiteral("missing.xml"));
+    QVERIFY(!set.readSettingsFile(qsMissing, &qsError));
+    QVERIFY2(qsError.contains(QLatin1String("no such file")), qPrintable(qsError));
+    QVERIFY(!QFile::exists(qsMissing));
 }
 
 void TestHostTelemetry::fieldSetFromTheOpenConfiguration()

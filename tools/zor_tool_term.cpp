@@ -8,6 +8,7 @@
 #include "commands/zor_form_commands.h"
 #include "log/zor_logbinfile.h"
 #include "module/zor_cp1251.h"
+#include "zor_host_texts.h"
 #include "zor_reply_assembler.h"
 #include "zor_terminal_link.h"
 
@@ -325,10 +326,8 @@ int portFailure(const QString& qsPort, const ZOR_TerminalLink& link)
     case ZOR_TerminalLink::Failure::Busy:
         return ZorTool::fail(2, QStringLiteral("port %1 is busy: another program has it open").arg(qsPath));
     case ZOR_TerminalLink::Failure::NoPermission:
-        return ZorTool::fail(2,
-            QStringLiteral("no permission to open %1 (on Debian serial ports are for the group "
-                           "dialout: sudo adduser $USER dialout, then log in again)")
-                .arg(qsPath));
+        return ZorTool::fail(
+            2, QStringLiteral("no permission to open %1 (%2)").arg(qsPath, zorHostText("hint_dialout", true)));
     default: return ZorTool::fail(2, QStringLiteral("cannot open %1: %2").arg(qsPath, link.errorString()));
     }
 }

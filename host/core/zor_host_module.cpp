@@ -173,6 +173,8 @@ bool ZOR_HostModule::connectLink(ZOR_TerminalLink* lpLink)
     disconnectLink();
     if (!lpLink->open()) {
         m_qsError = zorHostText("status_cannot_open").arg(lpLink->description(), lpLink->errorString());
+        if (lpLink->failure() == ZOR_TerminalLink::Failure::NoPermission)
+            m_qsError += QStringLiteral(" (%1)").arg(zorHostText("hint_dialout"));
         delete lpLink;
         emit signal_Status(m_qsError);
         return false;

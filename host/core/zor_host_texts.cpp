@@ -34,6 +34,10 @@ const HostText kTexts[] = {
     {"port_baud", "Скорость (бод):", "Baud rate:"},
     {"status_unknown_link", "Неизвестная связь с терминалом: %1", "Unknown terminal link: %1"},
     {"status_cannot_open", "Не удаётся открыть %1: %2", "Cannot open %1: %2"},
+    {"hint_dialout",
+        "в Debian последовательные порты доступны группе dialout: sudo adduser $USER dialout, затем войдите "
+        "в систему заново",
+        "on Debian serial ports are for the group dialout: sudo adduser $USER dialout, then log in again"},
     {"status_connected", "Подключено: %1", "Connected: %1"},
     {"status_disconnected", "Отключено", "Disconnected"},
     {"status_lost", "Связь с %1 потеряна: %2. Повторное подключение, как только порт появится…",
@@ -46,7 +50,11 @@ const HostText kTexts[] = {
 QString zorHostText(const char* lpKey)
 {
     const QCoreApplication* app = QCoreApplication::instance();
-    const bool bEnglish = app && app->property("zor_programLanguage").toString() == QLatin1String("en");
+    return zorHostText(lpKey, app && app->property("zor_programLanguage").toString() == QLatin1String("en"));
+}
+
+QString zorHostText(const char* lpKey, bool bEnglish)
+{
     for (const HostText& text : kTexts) {
         if (std::strcmp(text.lpKey, lpKey) == 0)
             return QString::fromUtf8(bEnglish ? text.lpEn : text.lpRu);

@@ -8,5 +8,8 @@
 #include <QString>
 
 QString zorHostText(const char* lpKey);
+// The same text in a given language (zor-tool speaks English whatever the
+// application property says).
+QString zorHostText(const char* lpKey, bool bEnglish);
 
 #endif

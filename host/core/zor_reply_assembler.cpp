@@ -17,10 +17,13 @@ void ZOR_ReplyAssembler::feed(const QByteArray& bytes)
 {
     if (bytes.isEmpty())
         return;
+    // What was pending holds no line end (it would have ended a reply), so
+    // only the new bytes need a look: a slow 64 KB block stays linear.
+    const int nScan = m_pending.size();
     m_pending += bytes;
     int nStart = 0;
     for (;;) {
-        const int nEnd = m_pending.indexOf('\n', nStart);
+        const int nEnd = m_pending.indexOf('\n', qMax(nStart, nScan));
         const int nLimit = nStart + nMaxBlock;
         if (nEnd >= 0 && nEnd < nLimit) {
             emit signal_Reply(m_pending.mid(nStart, nEnd + 1 - nStart));

@@ -128,7 +128,7 @@ bool ZOR_TmiFieldSet::readSettingsFile(const QString& qsFileName, QString* lpErr
         return false;
     };
     CSerialize document;
-    if (!document.openFile(qsFileName))
+    if (!document.openFile(qsFileName, false))
         return fail(document.errorString());
     CXmlTagV2* lpTop = document.topNode(QStringLiteral("CONFIG"), false);
     if (!lpTop)

@@ -74,7 +74,14 @@ const KindRow kKinds[] = {
     {ZOR_Form_Config_RS_Port::KindHrps, "cfgrs_024", &make<ZOR_Form_Config_RS_Param_Hrps>,
         &make<ZOR_Form_Config_RS_Param_Hrps>},
 };
-constexpr int kKindCodes = ZOR_Form_Config_RS_Port::KindHrps + 1;
+// The pages are indexed by kind code: as many slots as the largest code needs.
+int kindCodes()
+{
+    int n = 0;
+    for (const KindRow& row : kKinds)
+        n = qMax(n, row.nKind + 1);
+    return n;
+}
 
 // A port saves only the settings of its chosen device: the user agrees
 // before another device's settings stop going into the file.
@@ -121,7 +128,7 @@ ZOR_Form_Config_RS_Port::ZOR_Form_Config_RS_Port(QWidget* parent, Interface whic
     box->addWidget(m_lpStack);
     box->addStretch();
 
-    m_pages.fill(nullptr, kKindCodes);
+    m_pages.fill(nullptr, kindCodes());
     for (const KindRow& row : kKinds) {
         const Factory factory = which == RS232 ? row.rs232 : row.rs485;
         if (!factory)

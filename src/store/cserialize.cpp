@@ -386,7 +386,7 @@ bool CSerialize::fail(const QString& qsError)
     return false;
 }
 
-bool CSerialize::openFile(const QString& qsFileName)
+bool CSerialize::openFile(const QString& qsFileName, bool bCreateMissing)
 {
     m_qsFileName = qsFileName;
     m_qsError.clear();
@@ -395,6 +395,8 @@ bool CSerialize::openFile(const QString& qsFileName)
     m_bDiskKnown = false;
     QFile file(qsFileName);
     if (!file.exists()) {
+        if (!bCreateMissing)
+            return fail(QStringLiteral("cannot read %1: there is no such file").arg(shown));
         if (!file.open(QIODevice::WriteOnly))
             return fail(QStringLiteral("cannot create %1: %2").arg(shown, file.errorString()));
         file.close();

@@ -55,7 +55,9 @@ public:
     CSerialize(const CSerialize&) = delete;
     CSerialize& operator=(const CSerialize&) = delete;
 
-    bool openFile(const QString& qsFileName);
+    // A missing file is created empty, unless bCreateMissing is false (a
+    // reader that must leave the disk alone): then it is an error.
+    bool openFile(const QString& qsFileName, bool bCreateMissing = true);
     // Takes the file's lock (waiting at most msTimeout) and keeps it until
     // unlock() or the document's end; call before openFile for a
     // read-modify-write. False (errorString) when another program holds it;
