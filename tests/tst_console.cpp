@@ -94,6 +94,7 @@ private slots:
     void tabInTheListEditorGoesToTheCommand();
 
 private:
+    void openFindOverPingRows(QTableView*& view);
     template <typename T>
     T* child(const char* name)
     {
@@ -567,18 +568,28 @@ void TestConsole::savedLogReadsBack()
     QVERIFY(!error.isEmpty());
 }
 
-void TestConsole::findsAndFiltersRows()
+// Five rows (three of them matching "ping" in some case), then Ctrl+F in
+// the active console, as a user opens the find bar.
+void TestConsole::openFindOverPingRows(QTableView*& view)
 {
-    form->showForm();
     const QList<QPair<int, QByteArray>> rows = {
         {0, "*?PING 1"}, {1, "*#PING 1\r\n"}, {0, "*?V"}, {1, "*#V ZOR"}, {1, "*#ping 2"}};
     for (const auto& row : rows)
         form->setData(row.first, row.second);
-    auto* view = child<QTableView>("treeWidget");
+    view = child<QTableView>("treeWidget");
     QApplication::setActiveWindow(form.get());
     QVERIFY(QTest::qWaitForWindowActive(form.get()));
     view->setFocus();
     QTest::keyClick(view, Qt::Key_F, Qt::ControlModifier);
+}
+
+void TestConsole::findsAndFiltersRows()
+{
+    form->showForm();
+    QTableView* view = nullptr;
+    openFindOverPingRows(view);
+    if (QTest::currentTestFailed())
+        return;
     auto* find = child<QLineEdit>("lineEdit_Find");
     QVERIFY(find->isVisible());
     view->setCurrentIndex(QModelIndex()); // the search starts from the top
@@ -1032,15 +1043,10 @@ void TestConsole::findCountsWrapsAndKeepsTheSelection()
 {
     form->showForm();
     useLanguage("en");
-    const QList<QPair<int, QByteArray>> rows = {
-        {0, "*?PING 1"}, {1, "*#PING 1\r\n"}, {0, "*?V"}, {1, "*#V ZOR"}, {1, "*#ping 2"}};
-    for (const auto& row : rows)
-        form->setData(row.first, row.second);
-    auto* view = child<QTableView>("treeWidget");
-    QApplication::setActiveWindow(form.get());
-    QVERIFY(QTest::qWaitForWindowActive(form.get()));
-    view->setFocus();
-    QTest::keyClick(view, Qt::Key_F, Qt::ControlModifier);
+    QTableView* view = nullptr;
+    openFindOverPingRows(view);
+    if (QTest::currentTestFailed())
+        return;
     auto* find = child<QLineEdit>("lineEdit_Find");
     auto* status = child<QLabel>("label_FindStatus");
     view->setCurrentIndex(QModelIndex());
